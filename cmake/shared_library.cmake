@@ -1,0 +1,14 @@
+# SPDX-License-Identifier: Apache-2.0
+# The shared object: hidden visibility, a version script that lists every exported name, no C++ run-time library.
+# libstdc++ and libgcc_s, which CMake would add for the C++ objects, must not become dependencies.
+set(CMAKE_CXX_IMPLICIT_LINK_LIBRARIES "")
+set(export_map ${PROJECT_SOURCE_DIR}/interface/exports.map)
+set_target_properties(qfftf PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION 1 LINKER_LANGUAGE C
+                                       LINK_DEPENDS ${export_map})
+target_include_directories(qfftf PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
+                                        $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
+target_link_libraries(qfftf PRIVATE m)
+target_link_options(qfftf PRIVATE LINKER:--version-script=${export_map})
+if(NOT QFFTF_SANITIZE)  # the sanitizers leave their run-time symbols to the program
+  target_link_options(qfftf PRIVATE LINKER:-z,defs)
+endif()

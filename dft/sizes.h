@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: Apache-2.0
+// Number theory of the planner: which sizes the kernels cover and into which radices a size is cut.
+#pragma once
+#include "interface/fft_plan.h"
+
+constexpr int radix_order_main_count = 27;
+extern const uint64_t radix_order_main[radix_order_main_count];
+constexpr int radix_order_sorensen_count = 9;
+extern const uint64_t radix_order_sorensen[radix_order_sorensen_count];
+
+constexpr int radix_list_words = 64;      // one candidate list
+constexpr int radix_list_capacity = 512;  // candidates in the area that solvers reserve
+
+struct radix_schedule_result {
+    uint64_t stage_count;
+    uint64_t list_count;  // 1 where a schedule was found
+};
+
+// 1 when n has a prime factor above 37, so that no product of kernel sizes makes it.
+int has_large_prime_factor(uint64_t n);
+// Trial division. 0, 1, 2 and 3 count as prime.
+int is_prime(uint64_t n);
+int is_power_of_two(uint64_t n);
+int factor_list_contains(uint64_t n, const uint64_t* list, int count);
+// What remains of n after all listed factors are divided out.
+uint64_t factor_list_strip(uint64_t n, const uint64_t* list, int count);
+// Cuts n greedily by the list; a residue goes to the front. Returns the number of stages.
+uint64_t factor_greedy(uint64_t n, uint64_t* radices, const uint64_t* list, int count);
+void radix_schedule(const fft_plan* plan, radix_schedule_result* result, uint64_t n, uint64_t* radices);
+void sorensen_radix_schedule(radix_schedule_result* result, uint64_t n, uint64_t* radices);
+// Bytes of the transform array of one batch element.
+uint64_t problem_total_bytes(const fft_plan* plan);

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+// What a solver works with: the two results, the ways to attach storage and subplans, the planner's entry points, and
+// the guard that gives an execute function its scratch memory.
+#pragma once
+#include "interface/fft_plan.h"
+
+#include <initializer_list>
+
+constexpr int accepted = 0;
+constexpr int refused = -1;
+
+// Attaches zeroed storage of this size, recorded so that fft_plan_clear releases it. False when memory is short.
+bool attach_buffer(fft_plan* plan, uint64_t bytes);
+bool attach_aux(fft_plan* plan, uint64_t bytes);
+
+// Makes `count` subplans that start as copies of the plan's problem. False when memory is short.
+bool make_subplans(fft_plan* plan, int count);
+
+// Plans the record in the slot through solver_table. The slot may receive another record (measured planning).
+// A record that was planned before is cleared first. Returns 0 or -1.
+int plan_problem(fft_plan** slot);
+
+// Plans `count` slots, first to last, and stops at the first failure. Returns 0 or -1.
+int plan_subplans(fft_plan** slots, int count);
+
+// Installs the execute function and returns `accepted`, the last line of every solver.
+inline int install(fft_plan* plan, execute_function execute, const char* execute_name) {
+    plan->execute = execute;
+    plan->execute_name = execute_name;
+    return accepted;
+}
+
+// Scratch of one execution: the plan's own buffer on a thread that has planned, else an allocation of its size that
+// lives as long as the guard. False when that allocation failed: the execute function then returns without writing.
+class plan_scratch {
+public:
+    explicit plan_scratch(fft_plan* plan);
+    ~plan_scratch();
+    plan_scratch(const plan_scratch&) = delete;
+    plan_scratch& operator=(const plan_scratch&) = delete;
+    explicit operator bool() const { return data_ != nullptr; }
+    float* data() const { return data_; }
+
+private:
+    float* data_;
+    bool owned_;
+};

@@ -1,0 +1,31 @@
+// SPDX-License-Identifier: Apache-2.0
+// How solvers attach storage and subplans to a record, and how execute functions get scratch memory.
+#include "planner/solver.h"
+#include "threads/thread_state.h"
+
+bool attach_buffer(fft_plan* plan, uint64_t bytes) {
+    plan->buffer = qsl_fftf_malloc(bytes);
+    plan->buffer_size = bytes;
+    return plan->buffer != nullptr;
+}
+
+bool attach_aux(fft_plan* plan, uint64_t bytes) {
+    plan->aux = qsl_fftf_malloc(bytes);
+    if (!plan->aux) return false;
+    plan->aux_size = bytes;
+    plan->aux_owned = 1;
+    return true;
+}
+
+bool make_subplans(fft_plan* plan, int count) {
+    plan->subplan_count = count;
+    return fft_plan_alloc_subplans(plan) == 0;
+}
+
+plan_scratch::plan_scratch(fft_plan* plan) : owned_(this_thread_state().use_plan_buffer != 1) {
+    data_ = static_cast<float*>(owned_ ? qsl_fftf_malloc(plan->buffer_size) : plan->buffer);
+}
+
+plan_scratch::~plan_scratch() {
+    if (owned_) qsl_fftf_free(data_);
+}

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: Apache-2.0
+// The threading layer's record of one thread, in thread-local storage.
+#pragma once
+#include <cstdint>
+
+struct thread_state {
+    int32_t node = -1;                 // NUMA node of this thread's CPU at its last refresh (pool only)
+    int32_t cpu = -1;                  // CPU at its last refresh (pool only)
+    uint64_t use_plan_buffer = 0;      // 1: execute functions on this thread work in the plan's buffer
+    uint64_t tarn_local_nthreads = 0;  // this thread's own counts; 0 means none set
+    uint64_t tarn_group_size = 0;
+    uint64_t omp_local_nthreads = 0;
+    uint32_t cluster_cpu = 0;  // CPU rounded down to a multiple of 4 (pool only)
+    uint64_t pool_local_nthreads = 0;
+};
+
+thread_state& this_thread_state();
