@@ -1,0 +1,65 @@
+// SPDX-License-Identifier: Apache-2.0
+// The OpenMP back-end: every loop is one parallel region of the runtime that the process has loaded. The region is
+// outlined by hand and entered through the runtime's own interface, so that the compiler which builds the library
+// needn't know OpenMP and the choice of runtime doesn't depend on it.
+#include "threads/backend.h"
+#include "threads/thread_state.h"
+
+#include <atomic>
+
+extern "C" {
+void GOMP_parallel(void (*outlined)(void*), void* data, unsigned nthreads, unsigned flags);
+int omp_get_num_threads(void);
+int omp_get_thread_num(void);
+}
+
+namespace {
+
+std::atomic<uint64_t> omp_nthreads{1};
+
+struct region {
+    parallel_loop loop;
+    uint64_t use_plan_buffer;  // of the thread that entered the region
+};
+
+// Thread i of t takes parts / t neighbouring partitions, and the first parts % t threads take one more.
+void run_share(void* data) {
+    const region& r = *static_cast<const region*>(data);
+    const uint64_t team = omp_get_num_threads(), i = omp_get_thread_num();
+    const uint64_t quotient = r.loop.parts / team, rest = r.loop.parts % team;
+    const uint64_t first = i * quotient + std::min(i, rest), count = quotient + (i < rest);
+    for (uint64_t index = first; index < first + count; ++index) {
+        parallel_task task = {r.loop.chunk, index, 0, r.loop.closure};
+        this_thread_state().use_plan_buffer = r.use_plan_buffer;
+        r.loop.body(&task);
+    }
+}
+
+void run(const parallel_loop& loop) {
+    region r = {loop, this_thread_state().use_plan_buffer};
+    GOMP_parallel(run_share, &r, static_cast<unsigned>(loop.parts), 0);
+}
+
+uint64_t get_nthreads() {
+    const uint64_t local = this_thread_state().omp_local_nthreads;
+    return local ? local : omp_nthreads.load(std::memory_order_relaxed);
+}
+
+void nothing() {}
+void plan_with_nthreads(uint64_t nthreads) { omp_nthreads.store(nthreads, std::memory_order_relaxed); }
+void plan_with_nthreads_local(uint64_t nthreads) { this_thread_state().omp_local_nthreads = nthreads; }
+
+}  // namespace
+
+const thread_operations openmp_operations = {
+    .get_nthreads = get_nthreads,
+    .run = run,
+    .limit_nthreads = unplaced::limit_nthreads,
+    .set_affinity_mode = unplaced::set_affinity_mode,
+    .get_affinity_mode = unplaced::get_affinity_mode,
+    .refresh_binding = unplaced::refresh_binding,
+    .init = nothing,
+    .cleanup = nothing,
+    .plan_with_nthreads = plan_with_nthreads,
+    .plan_with_nthreads_local = plan_with_nthreads_local,
+};
