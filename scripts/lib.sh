@@ -1,0 +1,174 @@
+# SPDX-License-Identifier: Apache-2.0
+# Shared by the scripts beside it, which source it: progress lines, packages, presets, checks of the machine.
+set -euo pipefail
+export LC_ALL=C.UTF-8
+
+called_from=$PWD
+script_file=$(realpath "$0")
+script_name=$(basename "$0")
+root=$(dirname "$(dirname "$(realpath "${BASH_SOURCE[0]}")")")
+cd "$root"
+mkdir -p build
+
+# The preset of everything that is installed, shown and tested: "cross" is clang 19, "cross-gcc" is g++.
+cross_preset=${QFFTF_CROSS_PRESET:-cross}
+native_preset=${QFFTF_NATIVE_PRESET:-native}
+
+# --- progress ---------------------------------------------------------------------------------------------------
+
+steps_total=1
+step_number=0
+
+fail() {
+    echo "scripts/$script_name: $*" >&2
+    exit 1
+}
+
+# absolute PATH: a path that the user named, from where the user called.
+absolute() { (cd "$called_from" && realpath -m -- "$1"); }
+
+# step TEXT: begins the next of $steps_total steps. A script that runs within another shows that one's step before
+# its own, as in "[demo 1/3 > build 2/4, 12 s]".
+step() {
+    step_number=$((step_number + 1))
+    echo "[${QFFTF_WITHIN:-}${script_name} ${step_number}/${steps_total}, ${SECONDS} s] $*"
+}
+
+# within SCRIPT [ARG...]: runs another script as part of the present step.
+within() {
+    QFFTF_WITHIN="${QFFTF_WITHIN:-}${script_name} ${step_number}/${steps_total} > " "$@"
+}
+
+# usage: the comment at the head of the calling script is its help text.
+usage() {
+    sed -n '3,/^[^#]/s/^# \{0,1\}//p' "$script_file"
+}
+
+# --- the machine ------------------------------------------------------------------------------------------------
+
+machine=$(uname -m)
+if [ "$machine" = x86_64 ]; then foreign=:arm64; else foreign=""; fi  # where Arm libraries are foreign packages
+
+choose_preset() {
+    case $machine in
+        x86_64) preset=$cross_preset ;;
+        aarch64) preset=$native_preset ;;
+        *) fail "this machine is $machine; the scripts know x86_64 (with an emulator) and aarch64" ;;
+    esac
+}
+
+# Before anything runs natively: a clear sentence in place of an illegal instruction.
+check_processor() {
+    [ "$machine" = aarch64 ] || return 0
+    "${CC:-clang-19}" -O1 -o build/check_processor scripts/check_processor.c
+    build/check_processor || fail "this machine cannot run the library"
+}
+
+# --- packages ---------------------------------------------------------------------------------------------------
+
+build_packages() {
+    echo cmake ninja-build clang-19 lld-19 g++ googletest
+    [ "$machine" = aarch64 ] || echo g++-aarch64-linux-gnu
+}
+
+# The emulator, and the run-time libraries of the programs that it runs.
+run_packages() {
+    [ "$machine" = aarch64 ] || echo qemu-user libc6:arm64 libstdc++6:arm64 libgomp1:arm64
+}
+
+test_packages() { echo libclang-rt-19-dev llvm-19 pkgconf; }
+demo_packages() { echo pkgconf "libsndfile1-dev$foreign" "libpng-dev$foreign"; }
+format_packages() { echo clang-format-19; }
+tidy_packages() { echo clang-tidy-19; }
+
+missing_packages() {
+    local installed name
+    installed=$(dpkg-query -W -f='${Package}:${Architecture} ${db:Status-Status}\n' | sed -n 's/ installed$//p')
+    for name in "$@"; do
+        case $name in
+            *:*) grep -qxF "$name" <<<"$installed" || echo "$name" ;;
+            *) grep -qxF -e "$name:$(dpkg --print-architecture)" -e "$name:all" <<<"$installed" || echo "$name" ;;
+        esac
+    done
+}
+
+# find_root: sets as_root to what must stand before a command that changes the system.
+find_root() {
+    if [ "$(id -u)" = 0 ]; then
+        as_root=""
+    elif command -v sudo >/dev/null && { sudo -n true 2>/dev/null || [ -t 0 ]; }; then
+        as_root=sudo
+    else
+        fail "packages are missing, and installing them needs root or sudo; as root: apt-get install" $*
+    fi
+}
+
+# All output goes to build/packages.log; of it the user sees how much is fetched.
+apt_get() {
+    $as_root env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o Dpkg::Use-Pty=0 "$@" 2>&1 | tee build/packages.log |
+        sed -un '/^\(Need to get\|Fetched\|After this\)/s/^/    /p'
+}
+
+# Whether the package lists on this machine offer every one of the packages.
+lists_know() {
+    local name
+    for name in "$@"; do
+        apt-cache policy "$name" | grep -q 'Candidate: [^(]' || return 1
+    done
+}
+
+# install_missing PACKAGE...: installs those that aren't there, and does nothing if all are. Package lists are
+# fetched only if they don't offer what is wanted, or what they offer can't be had any more.
+install_missing() {
+    command -v dpkg-query >/dev/null && command -v apt-get >/dev/null ||
+        fail "this system has no apt; the scripts are for Debian 12 and later (CONTRIBUTING.md lists what a build needs)"
+    local missing
+    missing=$(missing_packages "$@")
+    [ -n "$missing" ] || return 0
+    find_root $missing
+    echo "  installing" $missing
+    if grep -q ':arm64' <<<"$missing" && ! dpkg --print-foreign-architectures | grep -qx arm64; then
+        $as_root dpkg --add-architecture arm64
+    fi
+    if ! lists_know $missing; then
+        apt_get update || fail_with_packages "the package lists could not be fetched"
+        lists_know $missing || fail "the package sources of this system don't offer all of:" $missing
+    fi
+    apt_get install --no-install-recommends $missing ||
+        { apt_get update && apt_get install --no-install-recommends $missing; } ||
+        fail_with_packages "the packages could not be installed"
+}
+
+fail_with_packages() {
+    tail -n 15 build/packages.log >&2
+    fail "$1 (the whole output is in build/packages.log)"
+}
+
+# --- building ---------------------------------------------------------------------------------------------------
+
+use_ccache() {
+    command -v ccache >/dev/null || return 0
+    export CMAKE_C_COMPILER_LAUNCHER=${CMAKE_C_COMPILER_LAUNCHER:-ccache}
+    export CMAKE_CXX_COMPILER_LAUNCHER=${CMAKE_CXX_COMPILER_LAUNCHER:-ccache}
+}
+
+# configure PRESET [CMAKE-ARG...]
+configure() {
+    use_ccache
+    cmake --preset "$@" >build/configure.log 2>&1 || { cat build/configure.log >&2; fail "CMake could not configure"; }
+}
+
+# compile PRESET [TARGET...]: every finished object is a line "[done/all, seconds] ...".
+compile() {
+    NINJA_STATUS="  [%f/%t, %es] " cmake --build "build/$1" ${2:+--target "${@:2}"}
+}
+
+run_tests() {
+    ctest --test-dir "build/$1" -j "$(nproc)" --output-on-failure --no-tests=error --timeout 900
+}
+
+# The hand-written C and C++ files, each name ended by a zero byte.
+source_files() {
+    find . \( -path './.*' -o -path ./build \) -prune -o \
+        -type f \( -name '*.c' -o -name '*.cpp' -o -name '*.h' -o -name '*.hpp' \) -print0 | sort -z
+}
