@@ -34,16 +34,6 @@ void copy_problem(fft_plan* dst, const fft_plan* src) {
 
 fft_plan* new_record() { return static_cast<fft_plan*>(calloc(1, sizeof(fft_plan))); }
 
-void clear_subplans(fft_plan* plan) {
-    for (int i = 0; i < plan->subplan_count && plan->subplans; ++i) {
-        fft_plan_clear(plan->subplans[i]);
-        free(plan->subplans[i]);
-        plan->subplans[i] = nullptr;
-    }
-    free(plan->subplans);
-    plan->subplans = nullptr;
-}
-
 }  // namespace
 
 fft_plan* fft_plan_clone(const fft_plan* plan) {
@@ -68,10 +58,20 @@ int fft_plan_alloc_subplans(fft_plan* plan) {
     return 0;
 }
 
+void fft_plan_clear_subplans(fft_plan* plan) {
+    for (int i = 0; i < plan->subplan_count && plan->subplans; ++i) {
+        fft_plan_clear(plan->subplans[i]);
+        free(plan->subplans[i]);
+        plan->subplans[i] = nullptr;
+    }
+    free(plan->subplans);
+    plan->subplans = nullptr;
+    plan->subplan_count = 0;
+}
+
 void fft_plan_clear(fft_plan* plan) {
     if (!plan) return;
-    clear_subplans(plan);
-    plan->subplan_count = 0;
+    fft_plan_clear_subplans(plan);
     if (plan->buffer) {
         qsl_fftf_free(plan->buffer);
         plan->buffer = nullptr;

@@ -93,9 +93,12 @@ struct fft_plan {
 // A new record holding the problem of `plan`; null when memory is short; a blank record when `plan` is null.
 fft_plan* fft_plan_clone(const fft_plan* plan);
 
-// Allocates `subplans` and its `subplan_count` records, each a copy of the problem. Clears older subplans first.
+// Allocates `subplans` and its `subplan_count` records, each a copy of the problem; there are no older subplans.
 // Returns 0, or -1 when memory is short; what was made so far then stays for fft_plan_clear.
 int fft_plan_alloc_subplans(fft_plan* plan);
+
+// Releases the subplans alone; their number becomes 0.
+void fft_plan_clear_subplans(fft_plan* plan);
 
 // Releases what a solver attached and leaves the problem in place, so that the next solver can try.
 void fft_plan_clear(fft_plan* plan);

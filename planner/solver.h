@@ -13,7 +13,8 @@ constexpr int refused = -1;
 bool attach_buffer(fft_plan* plan, uint64_t bytes);
 bool attach_aux(fft_plan* plan, uint64_t bytes);
 
-// Makes `count` subplans that start as copies of the plan's problem. False when memory is short.
+// Makes `count` subplans that start as copies of the plan's problem; older ones are released. False when memory is
+// short.
 bool make_subplans(fft_plan* plan, int count);
 
 // Plans the record in the slot through solver_table. The slot may receive another record (measured planning).
@@ -22,6 +23,10 @@ int plan_problem(fft_plan** slot);
 
 // Plans `count` slots, first to last, and stops at the first failure. Returns 0 or -1.
 int plan_subplans(fft_plan** slots, int count);
+
+// Hooks without effect: every plan call ends in the first, the split solvers call the second ahead of plan_subplans.
+void plan_finish(fft_plan* plan);
+void plan_split_hook(fft_plan* plan);
 
 // Installs the execute function and returns `accepted`, the last line of every solver.
 inline int install(fft_plan* plan, execute_function execute, const char* execute_name) {

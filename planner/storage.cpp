@@ -4,6 +4,7 @@
 #include "threads/thread_state.h"
 
 bool attach_buffer(fft_plan* plan, uint64_t bytes) {
+    qsl_fftf_free(plan->buffer);
     plan->buffer = qsl_fftf_malloc(bytes);
     plan->buffer_size = bytes;
     return plan->buffer != nullptr;
@@ -18,6 +19,7 @@ bool attach_aux(fft_plan* plan, uint64_t bytes) {
 }
 
 bool make_subplans(fft_plan* plan, int count) {
+    fft_plan_clear_subplans(plan);
     plan->subplan_count = count;
     return fft_plan_alloc_subplans(plan) == 0;
 }

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "interface/plan_call.h"
+
+#include "planner/solver.h"
+#include "threads/threads.h"
+
+#include <cstdlib>
+
+namespace {
+
+// In elements. Far above any address space (2^52 bytes), far below where a product with a radix or 8 bytes would wrap.
+constexpr int64_t largest_extent = int64_t{1} << 48;
+
+bool counts_fit(const fft_dim* dims, int count, int64_t& points) {
+    for (int i = 0; i < count; ++i) points = saturating_multiply(points, dims[i].n);
+    return points <= largest_extent;
+}
+
+bool strides_fit(const fft_dim* dims, int count, int64_t fft_dim::* stride) {
+    for (int i = 0; i < count; ++i)
+        if (saturating_multiply(dims[i].n, dims[i].*stride) > largest_extent) return false;
+    return true;
+}
+
+}  // namespace
+
+fft_plan* new_problem(uint32_t kind, int64_t sign, int64_t split, unsigned flags) {
+    fft_plan* record = static_cast<fft_plan*>(calloc(1, sizeof(fft_plan)));
+    if (!record) return nullptr;
+    if (flags == plan_flag_measured) record->flags |= plan_flag_measured;
+    record->kind = kind;
+    record->sign = sign;
+    record->split = split;
+    record->nthreads = static_cast<int64_t>(thread_get_nthreads());
+    return record;
+}
+
+fft_plan* finish_plan_call(fft_plan* record) {
+    if (!layout_is_addressable(*record) || plan_problem(&record) != accepted) {
+        fft_plan_free(record);
+        return nullptr;
+    }
+    plan_finish(record);
+    return record;
+}
+
+bool layout_is_addressable(const fft_plan& plan) {
+    int64_t points = 1;
+    if (plan.kind == kind_upsampling_2d) return counts_fit(plan.howmany, 2, points);  // the target is the larger image
+    return counts_fit(plan.dims, plan.rank, points) && counts_fit(plan.howmany, plan.howmany_rank, points) &&
+           strides_fit(plan.dims, plan.rank, &fft_dim::is) && strides_fit(plan.dims, plan.rank, &fft_dim::os) &&
+           strides_fit(plan.howmany, plan.howmany_rank, &fft_dim::is) &&
+           strides_fit(plan.howmany, plan.howmany_rank, &fft_dim::os);
+}
