@@ -55,8 +55,6 @@ int solve_problem_c2c_1d_rader_neon(fft_plan*) { return refused; }
 int solve_problem_c2c_1d_large(fft_plan*) { return refused; }
 int solve_problem_c2c_1d_sve(fft_plan*) { return refused; }
 int solve_problem_c2c_1d_neon(fft_plan*) { return refused; }
-int solve_problem_r2c_1d(fft_plan*) { return refused; }
-int solve_problem_c2r_1d(fft_plan*) { return refused; }
 int solve_problem_r2hc_1d(fft_plan*) { return refused; }
 int solve_problem_hc2r_1d(fft_plan*) { return refused; }
 int solve_problem_dht_1d(fft_plan*) { return refused; }

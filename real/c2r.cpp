@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: Apache-2.0
+// Row 52: one complex-to-real transform of any length. An even length n is one pass over the coefficients and a complex
+// transform of length n / 2 whose result is read as pairs; an odd length is a complex transform of the whole Hermitian
+// spectrum. Kernels (row 29) and the chains of Hermitian stages (rows 30 and 35) stand in front.
+#include "planner/solver.h"
+#include "planner/solvers.h"
+#include "real/half_length.h"
+#include "real/half_length_passes.h"
+
+namespace {
+
+void execute_1d_c2r(fft_plan* plan, float* in, float* out);
+void execute_1d_c2r_discrete(fft_plan* plan, float* in, float* out);
+void execute_1d_c2r_multithread(fft_plan* plan, float* in, float* out);
+void execute_1d_c2r_odd(fft_plan* plan, float* in, float* out);
+
+bool accepts(const fft_plan& p) {
+    return p.split != split_arrays && p.kind == kind_c2r && p.howmany_rank == 0 && p.rank == 1;
+}
+
+int solve_odd(fft_plan* plan) {
+    const int64_t n = plan->dims[0].n;
+    if (!attach_buffer(plan, 8 * n)) return refused;
+    fft_plan* sub = make_complex_subplan(plan, n);
+    if (!sub) return refused;
+    sub->in = sub->out = static_cast<float*>(plan->buffer);  // the caller's arrays are too small for n complex numbers
+    if (plan_subplans(plan->subplans, 1) != accepted) return refused;
+    return install(plan, execute_1d_c2r_odd, "execute_1d_c2r_odd");
+}
+
+int solve_even(fft_plan* plan) {
+    const int64_t m = plan->dims[0].n / 2;
+    if (!unit_strides(*plan) && !attach_buffer(plan, 8 * m)) return refused;
+    if (!make_complex_subplan(plan, m) || plan_subplans(plan->subplans, 1) != accepted) return refused;
+    if (!attach_half_table(plan, m)) return refused;
+    if (prepare_threaded_pass(*plan)) return install(plan, execute_1d_c2r_multithread, "execute_1d_c2r_multithread");
+    if (unit_strides(*plan)) return install(plan, execute_1d_c2r, "execute_1d_c2r");
+    return install(plan, execute_1d_c2r_discrete, "execute_1d_c2r_discrete");
+}
+
+const float* half_table(const fft_plan* plan) { return static_cast<const float*>(plan->aux); }
+
+void run_subplan_in_place(fft_plan* plan, float* x) { plan->subplans[0]->execute(plan->subplans[0], x, x); }
+
+void execute_1d_c2r(fft_plan* plan, float* in, float* out) {
+    c2r_pre_pass(in, out, half_table(plan), plan->dims[0].n / 2, 1);
+    run_subplan_in_place(plan, out);
+}
+
+void execute_1d_c2r_multithread(fft_plan* plan, float* in, float* out) {
+    c2r_pre_ends(in, out, plan->dims[0].n / 2, 1);
+    run_threaded_pass(*plan, c2r_pre_range, in, out);
+    run_subplan_in_place(plan, out);
+}
+
+void execute_1d_c2r_discrete(fft_plan* plan, float* in, float* out) {
+    const plan_scratch scratch(plan);
+    if (!scratch) return;
+    const fft_dim dim = plan->dims[0];
+    float* const x = scratch.data();
+    c2r_pre_pass(in, x, half_table(plan), dim.n / 2, dim.is);
+    run_subplan_in_place(plan, x);
+    for (int64_t j = 0; j < dim.n; ++j) out[j * dim.os] = x[j];
+}
+
+// Element 0 keeps both its parts; the upper half is the conjugate of the lower one.
+void execute_1d_c2r_odd(fft_plan* plan, float* in, float* out) {
+    const plan_scratch scratch(plan);
+    if (!scratch) return;
+    const fft_dim dim = plan->dims[0];
+    float* const x = scratch.data();
+    x[0] = in[0];
+    x[1] = in[1];
+    for (int64_t k = 1; k <= dim.n >> 1; ++k) {
+        const float re = in[2 * k * dim.is], im = in[2 * k * dim.is + 1];
+        x[2 * k] = x[2 * (dim.n - k)] = re;
+        x[2 * k + 1] = im;
+        x[2 * (dim.n - k) + 1] = -im;
+    }
+    run_subplan_in_place(plan, x);
+    for (int64_t j = 0; j < dim.n; ++j) out[j * dim.os] = x[2 * j];
+}
+
+}  // namespace
+
+int solve_problem_c2r_1d(fft_plan* plan) {
+    if (!accepts(*plan)) return refused;
+    return plan->dims[0].n & 1 ? solve_odd(plan) : solve_even(plan);
+}

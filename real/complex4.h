@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: Apache-2.0
+// Four complex numbers in one vector, for the whole-array passes of real transforms. Real part first in each lane.
+#pragma once
+
+#if defined(__ARM_FEATURE_SVE)
+#include <arm_sve.h>
+
+typedef svfloat32_t complex4 __attribute__((arm_sve_vector_bits(256)));
+
+inline complex4 load4(const float* p) { return svld1_f32(svptrue_b32(), p); }
+inline void store4(float* p, complex4 v) { svst1_f32(svptrue_b32(), p, v); }
+inline complex4 add(complex4 a, complex4 b) { return svadd_f32_x(svptrue_b32(), a, b); }
+inline complex4 sub(complex4 a, complex4 b) { return svsub_f32_x(svptrue_b32(), a, b); }
+inline complex4 mul_parts(complex4 a, complex4 b) { return svmul_f32_x(svptrue_b32(), a, b); }
+// a + b c and a - b c, float by float
+inline complex4 fma_parts(complex4 a, complex4 b, complex4 c) { return svmla_f32_x(svptrue_b32(), a, b, c); }
+inline complex4 fms_parts(complex4 a, complex4 b, complex4 c) { return svmls_f32_x(svptrue_b32(), a, b, c); }
+inline complex4 add_i(complex4 a, complex4 b) { return svcadd_f32_x(svptrue_b32(), a, b, 90); }
+inline complex4 sub_i(complex4 a, complex4 b) { return svcadd_f32_x(svptrue_b32(), a, b, 270); }
+inline complex4 mul(complex4 a, complex4 b) {
+    const complex4 first = svcmla_f32_x(svptrue_b32(), svdup_n_f32(0), a, b, 0);
+    return svcmla_f32_x(svptrue_b32(), first, a, b, 90);
+}
+// conj(a) b
+inline complex4 mul_conjugate(complex4 a, complex4 b) {
+    const complex4 first = svcmla_f32_x(svptrue_b32(), svdup_n_f32(0), a, b, 0);
+    return svcmla_f32_x(svptrue_b32(), first, a, b, 270);
+}
+inline complex4 pairs_of(float re, float im) { return svtrn1_f32(svdup_n_f32(re), svdup_n_f32(im)); }
+// the four complex numbers in reverse order
+inline complex4 reverse4(complex4 v) { return svreinterpret_f32_f64(svrev_f64(svreinterpret_f64_f32(v))); }
+// (a0 b0 a1 b1), the low or the high half of two float vectors side by side, and the way back
+inline complex4 zip_low(complex4 a, complex4 b) { return svzip1_f32(a, b); }
+inline complex4 zip_high(complex4 a, complex4 b) { return svzip2_f32(a, b); }
+inline complex4 unzip_even(complex4 a, complex4 b) { return svuzp1_f32(a, b); }
+inline complex4 unzip_odd(complex4 a, complex4 b) { return svuzp2_f32(a, b); }
+
+#else
+#include <cstring>
+
+typedef float complex4 __attribute__((vector_size(32)));
+
+inline complex4 load4(const float* p) {
+    complex4 v;
+    memcpy(&v, p, sizeof v);
+    return v;
+}
+inline void store4(float* p, complex4 v) { memcpy(p, &v, sizeof v); }
+inline complex4 add(complex4 a, complex4 b) { return a + b; }
+inline complex4 sub(complex4 a, complex4 b) { return a - b; }
+inline complex4 mul_parts(complex4 a, complex4 b) { return a * b; }
+inline complex4 fma_parts(complex4 a, complex4 b, complex4 c) {
+    for (int i = 0; i < 8; ++i) a[i] = __builtin_fmaf(b[i], c[i], a[i]);
+    return a;
+}
+inline complex4 fms_parts(complex4 a, complex4 b, complex4 c) { return fma_parts(a, -b, c); }
+inline complex4 add_i(complex4 a, complex4 b) {
+    for (int i = 0; i < 8; i += 2) {
+        a[i] -= b[i + 1];
+        a[i + 1] += b[i];
+    }
+    return a;
+}
+inline complex4 sub_i(complex4 a, complex4 b) { return add_i(a, -b); }
+inline complex4 mul(complex4 a, complex4 b) {
+    complex4 r;
+    for (int i = 0; i < 8; i += 2) {
+        r[i] = __builtin_fmaf(-a[i + 1], b[i + 1], a[i] * b[i]);
+        r[i + 1] = __builtin_fmaf(a[i + 1], b[i], a[i] * b[i + 1]);
+    }
+    return r;
+}
+inline complex4 mul_conjugate(complex4 a, complex4 b) {
+    for (int i = 1; i < 8; i += 2) a[i] = -a[i];
+    return mul(a, b);
+}
+inline complex4 pairs_of(float re, float im) { return complex4{re, im, re, im, re, im, re, im}; }
+inline complex4 reverse4(complex4 v) { return complex4{v[6], v[7], v[4], v[5], v[2], v[3], v[0], v[1]}; }
+inline complex4 zip_low(complex4 a, complex4 b) { return complex4{a[0], b[0], a[1], b[1], a[2], b[2], a[3], b[3]}; }
+inline complex4 zip_high(complex4 a, complex4 b) { return complex4{a[4], b[4], a[5], b[5], a[6], b[6], a[7], b[7]}; }
+inline complex4 unzip_even(complex4 a, complex4 b) { return complex4{a[0], a[2], a[4], a[6], b[0], b[2], b[4], b[6]}; }
+inline complex4 unzip_odd(complex4 a, complex4 b) { return complex4{a[1], a[3], a[5], a[7], b[1], b[3], b[5], b[7]}; }
+#endif

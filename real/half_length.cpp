@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "real/half_length.h"
+
+#include <algorithm>
+
+#include "real/real_tables.h"
+#include "threads/threads.h"
+
+namespace {
+
+constexpr int64_t shortest_threaded_length = 16384;
+constexpr uint64_t shortest_spread_share = 8192;
+
+struct pass_closure {
+    half_length_range range;
+    const float* from;
+    float* to;
+    const float* table;
+    uint64_t m;
+};
+
+void run_partition(parallel_task* task) {
+    const pass_closure& pass = *static_cast<const pass_closure*>(task->closure);
+    const uint64_t first = task->chunk * task->index + 1;
+    const uint64_t last = std::min(task->chunk * (task->index + 1), pass.m >> 1);
+    pass.range(pass.from, pass.to, pass.table, pass.m, 1, first, last);
+}
+
+}  // namespace
+
+fft_plan* make_complex_subplan(fft_plan* plan, int64_t n) {
+    if (!make_subplans(plan, 1)) return nullptr;
+    fft_plan* sub = plan->subplans[0];
+    sub->kind = kind_c2c;
+    sub->split = interleaved_arrays;
+    sub->double_os = 0;
+    sub->dims[0] = {n, 1, 1};
+    return sub;
+}
+
+bool attach_half_table(fft_plan* plan, uint64_t m) {
+    if (!attach_aux(plan, 8 * m)) return false;
+    real_half_table(static_cast<float*>(plan->aux), m);
+    return true;
+}
+
+bool prepare_threaded_pass(const fft_plan& plan) {
+    const bool threaded = thread_backend_type() == backend_pool && unit_strides(plan) && plan.nthreads >= 2 &&
+                          plan.dims[0].n >= shortest_threaded_length;
+    if (!threaded) return false;
+    const uint64_t team = thread_limit_nthreads(plan.nthreads);
+    const uint64_t share = team ? (static_cast<uint64_t>(plan.dims[0].n) >> 1) / team : 0;
+    thread_set_affinity_mode(share < shortest_spread_share ? affinity_close : affinity_spread);
+    return true;
+}
+
+void run_threaded_pass(const fft_plan& plan, half_length_range range, const float* from, float* to) {
+    const uint64_t m = static_cast<uint64_t>(plan.dims[0].n) >> 1, pairs = m >> 1;
+    const uint64_t team = thread_limit_nthreads(plan.nthreads);
+    pass_closure closure = {range, from, to, static_cast<const float*>(plan.aux), m};
+    thread_refresh_binding();
+    thread_parallel_for(pairs, team, pairs > 16 * team ? 16 : 1, run_partition, &closure);
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+// What r2c and c2r of even length share: a half-length complex subplan, its table, and the team of the threaded pass.
+#pragma once
+#include "planner/solver.h"
+
+// Makes the one complex subplan of length n with unit strides that the single real transform runs.
+fft_plan* make_complex_subplan(fft_plan* plan, int64_t n);
+
+// Fills `aux` with real_half_table(m). False when memory is short.
+bool attach_half_table(fft_plan* plan, uint64_t m);
+
+inline bool unit_strides(const fft_plan& plan) { return plan.dims[0].is == 1 && plan.dims[0].os == 1; }
+
+// A pass over pairs (k, m - k), for k from `first` to `last`, inclusive.
+using half_length_range = void (*)(const float* from, float* to, const float* table, uint64_t m, int64_t stride,
+                                   uint64_t first, uint64_t last);
+
+// May this transform run its pass on the team? Only with the pool, unit strides, and 16384 points or more. If so, the
+// workers are asked to stay close together when a thread's share is below 8192 points.
+bool prepare_threaded_pass(const fft_plan& plan);
+
+// Runs the range pass for all k from 1 to m / 2 on the team.
+void run_threaded_pass(const fft_plan& plan, half_length_range range, const float* from, float* to);

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: Apache-2.0
+// The three trigonometric tables of the real transforms: plain arrays of complex floats, one twiddle_unit each.
+#pragma once
+#include <cstdint>
+
+// Entry k - 1 holds exp(-i pi k / m), for k from 1 while 2 (k - 1) is below m.
+void real_half_table(float* table, uint64_t m);
+// Entry k holds exp(-i pi k / (2n)), for k below n.
+void real_quarter_table(float* table, uint64_t n);
+// Entry j holds exp(+i pi (2j + 1) / (8c)), for j below c.
+void real_eighth_table(float* table, uint64_t c);
