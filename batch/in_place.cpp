@@ -42,6 +42,18 @@ struct footprint {
         }
     }
 
+    bool all_batches_are_lattice(const fft_plan& p) const {
+        for (int b = 0; b < p.howmany_rank; ++b)
+            if (p.howmany[b].n > 1 && p.howmany[b].is * in_bytes != p.howmany[b].os * out_bytes) return false;
+        return true;
+    }
+
+    int64_t lattice_reach() const {
+        int64_t reach = 0;
+        for (int i = 0; i < lattice_rank; ++i) reach += lattice[i].reach;
+        return reach;
+    }
+
     bool nests() {
         std::sort(lattice, lattice + lattice_rank, [](const auto& a, const auto& b) { return a.step < b.step; });
         int64_t width = std::max(in.high, out.high) - std::min(in.low, out.low);
@@ -56,22 +68,66 @@ struct footprint {
 footprint footprint_of(const fft_plan& p) {
     uint64_t in_bytes, out_bytes;
     fft_element_sizes(p.kind, &in_bytes, &out_bytes);
+    const bool half_in = in_bytes > out_bytes, half_out = in_bytes < out_bytes;
+    if (p.split == split_arrays) in_bytes = out_bytes = sizeof(float);
     footprint f = {};
     f.in_bytes = f.in.high = static_cast<int64_t>(in_bytes);
     f.out_bytes = f.out.high = static_cast<int64_t>(out_bytes);
-    f.elementwise = in_bytes == out_bytes;
+    f.elementwise = !half_in && !half_out;
     for (int d = 0; d < p.rank; ++d) {
         const int64_t n = p.dims[d].n, half = d == p.rank - 1 ? n / 2 + 1 : n;  // of Hermitian data the half is stored
-        f.add(in_bytes > out_bytes ? half : n, in_bytes < out_bytes ? half : n, p.dims[d]);
+        f.add(half_in ? half : n, half_out ? half : n, p.dims[d]);
     }
     for (int b = 0; b < p.howmany_rank; ++b) f.add(p.howmany[b].n, p.howmany[b].n, p.howmany[b]);
     return f;
 }
 
+// Two inputs and two outputs at most; the subplan of a split loop shows its real parts alone, by out_imag equal to out.
+struct split_sides {
+    int64_t in[2];
+    int64_t out[2];
+    int in_count;
+    int out_count;
+
+    explicit split_sides(const fft_plan& p)
+        : in{address(p.in), address(p.in_imag)}, out{address(p.out), address(p.out_imag)} {
+        const bool whole = p.out_imag != p.out;
+        in_count = whole && p.kind != kind_r2c ? 2 : 1;
+        out_count = whole && p.kind != kind_c2r ? 2 : 1;
+    }
+    static int64_t address(const float* array) { return static_cast<int64_t>(reinterpret_cast<uintptr_t>(array)); }
+    bool same_arrays() const {
+        if (in_count != out_count) return false;
+        if (in_count == 1) return in[0] == out[0];
+        return (in[0] == out[0] && in[1] == out[1]) || (in[0] == out[1] && in[1] == out[0]);
+    }
+};
+
+// Split arrays meet by address: any input may reach into any output. Arrays that meet widen the block by their offset.
+bool split_may_run_in_pieces(const fft_plan& p) {
+    const split_sides sides(p);
+    footprint f = footprint_of(p);
+    if (f.elementwise && sides.same_arrays()) return true;
+    const int64_t reach = f.lattice_reach();
+    const extent in = f.in, out = f.out;
+    bool meet = false;
+    for (int i = 0; i < sides.in_count; ++i)
+        for (int o = 0; o < sides.out_count; ++o) {
+            const int64_t in_at = sides.in[i] - sides.in[0], out_at = sides.out[o] - sides.in[0];
+            if (in_at + in.low >= out_at + out.high + reach || out_at + out.low >= in_at + in.high + reach) continue;
+            meet = true;
+            f.in = {std::min(f.in.low, in_at + in.low), std::max(f.in.high, in_at + in.high)};
+            f.out = {std::min(f.out.low, out_at + out.low), std::max(f.out.high, out_at + out.high)};
+        }
+    return !meet || (f.all_batches_are_lattice(p) && f.nests());
+}
+
 }  // namespace
 
 bool may_run_in_pieces(const fft_plan& p) {
-    if (p.in != p.out || p.howmany_rank < 1 || p.howmany[0].n <= 1) return true;
+    if (p.howmany_rank < 1 || p.howmany[0].n <= 1) return true;
+    if (p.split == split_arrays) return split_may_run_in_pieces(p);
+    if (p.in != p.out) return true;
     footprint f = footprint_of(p);
     if (p.howmany[0].is * f.in_bytes != p.howmany[0].os * f.out_bytes) return false;  // items drift into each other
     return f.elementwise || f.nests();

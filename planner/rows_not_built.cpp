@@ -6,10 +6,8 @@
 
 int solve_problem_upsampling_2d(fft_plan*) { return refused; }
 int solve_problem_c2r_1d_upsampling(fft_plan*) { return refused; }
-int solve_problem_many_reset(fft_plan*) { return refused; }
 int solve_problem_rearrange_inplace(fft_plan*) { return refused; }
 int solve_problem_dft_split(fft_plan*) { return refused; }
-int solve_problem_dft_many_split(fft_plan*) { return refused; }
 int solve_problem_nop(fft_plan*) { return refused; }
 int solve_problem_r2c_nop(fft_plan*) { return refused; }
 int solve_problem_c2r_nop(fft_plan*) { return refused; }
@@ -47,8 +45,6 @@ int solve_problem_c2r_many(fft_plan*) { return refused; }
 int solve_problem_r2c_many_bufferized(fft_plan*) { return refused; }
 int solve_problem_r2c_many(fft_plan*) { return refused; }
 int solve_problem_r2hc_many(fft_plan*) { return refused; }
-int solve_problem_multidimension_parallel(fft_plan*) { return refused; }
-int solve_problem_dft_many(fft_plan*) { return refused; }
 int solve_problem_c2c_1d_rader_sve(fft_plan*) { return refused; }
 int solve_problem_c2c_1d_bluestein_sve(fft_plan*) { return refused; }
 int solve_problem_c2c_1d_rader_neon(fft_plan*) { return refused; }
@@ -66,7 +62,5 @@ int solve_problem_rodft01_1d(fft_plan*) { return refused; }
 int solve_problem_rodft10_1d(fft_plan*) { return refused; }
 int solve_problem_rodft11_1d(fft_plan*) { return refused; }
 int solve_problem_r2r_1d(fft_plan*) { return refused; }
-int solve_problem_multidimension(fft_plan*) { return refused; }
-int solve_problem_c2r_multidimension(fft_plan*) { return refused; }
 int solve_problem_rearrange_outplace(fft_plan*) { return refused; }
 int solve_problem_dft_many_transpose_rotate(fft_plan*) { return refused; }
