@@ -8,7 +8,8 @@ set_target_properties(qfftf PROPERTIES VERSION ${PROJECT_VERSION} SOVERSION 1 LI
 target_include_directories(qfftf PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/include>
                                         $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 target_link_libraries(qfftf PRIVATE m gomp)  # libgomp serves threads/openmp.cpp alone
-target_link_options(qfftf PRIVATE LINKER:--version-script=${export_map})
+# Calls between exported functions stay inside: no other library can step in between.
+target_link_options(qfftf PRIVATE LINKER:--version-script=${export_map} LINKER:-Bsymbolic-functions)
 if(NOT QFFTF_SANITIZE)  # the sanitizers leave their run-time symbols to the program
   target_link_options(qfftf PRIVATE LINKER:-z,defs)
 endif()
