@@ -9,10 +9,6 @@ int solve_problem_c2r_1d_upsampling(fft_plan*) { return refused; }
 int solve_problem_rearrange_inplace(fft_plan*) { return refused; }
 int solve_problem_dft_split(fft_plan*) { return refused; }
 int solve_problem_nop(fft_plan*) { return refused; }
-int solve_problem_r2c_nop(fft_plan*) { return refused; }
-int solve_problem_c2r_nop(fft_plan*) { return refused; }
-int solve_problem_c2r_multidimension_many(fft_plan*) { return refused; }
-int solve_problem_r2c_multidimension_many(fft_plan*) { return refused; }
 int solve_problem_dft_many_multithread(fft_plan*) { return refused; }
 int solve_problem_c2c_many_parallel(fft_plan*) { return refused; }
 int solve_bufferized_problem(fft_plan*) { return refused; }
@@ -40,10 +36,6 @@ int solve_problem_hc2r_direct(fft_plan*) { return refused; }
 int solve_problem_c2r_1d_sorensen_neon(fft_plan*) { return refused; }
 int solve_problem_dht_direct(fft_plan*) { return refused; }
 int solve_problem_redft00_direct(fft_plan*) { return refused; }
-int solve_problem_c2r_many_bufferized(fft_plan*) { return refused; }
-int solve_problem_c2r_many(fft_plan*) { return refused; }
-int solve_problem_r2c_many_bufferized(fft_plan*) { return refused; }
-int solve_problem_r2c_many(fft_plan*) { return refused; }
 int solve_problem_r2hc_many(fft_plan*) { return refused; }
 int solve_problem_c2c_1d_rader_sve(fft_plan*) { return refused; }
 int solve_problem_c2c_1d_bluestein_sve(fft_plan*) { return refused; }

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "real/pair_passes.h"
+
+#include "real/complex4.h"
+
+namespace {
+constexpr int64_t shortest_vector_half = 7;
+}
+
+void pair_interleave(const float* row_a, const float* row_b, float* pair, int64_t n, int64_t stride) {
+    int64_t j = 0;
+    for (; stride == 1 && j + 8 <= n; j += 8) {
+        const complex4 a = load4(row_a + j), b = load4(row_b + j);
+        store4(pair + 2 * j, zip_low(a, b));
+        store4(pair + 2 * j + 8, zip_high(a, b));
+    }
+    for (; j < n; ++j) {
+        pair[2 * j] = row_a[j * stride];
+        pair[2 * j + 1] = row_b[j * stride];
+    }
+}
+
+void pair_deinterleave(const float* pair, float* row_a, float* row_b, int64_t n, int64_t stride) {
+    int64_t j = 0;
+    for (; stride == 1 && j + 8 <= n; j += 8) {
+        const complex4 low = load4(pair + 2 * j), high = load4(pair + 2 * j + 8);
+        store4(row_a + j, unzip_even(low, high));
+        store4(row_b + j, unzip_odd(low, high));
+    }
+    for (; j < n; ++j) {
+        row_a[j * stride] = pair[2 * j];
+        row_b[j * stride] = pair[2 * j + 1];
+    }
+}
+
+void pair_split_r2c(float* a, float* b, const float* y, int64_t n, int64_t os) {
+    const int64_t half = n >> 1;
+    a[0] = y[0];
+    a[1] = 0;
+    b[0] = y[1];
+    b[1] = 0;
+    int64_t k = 1;
+    if (os == 1 && half >= shortest_vector_half) {
+        const complex4 conjugate = pairs_of(1, -1), one_half = pairs_of(0.5f, 0.5f), zero = pairs_of(0, 0);
+        for (; k + 3 <= half; k += 4) {
+            const complex4 front = load4(y + 2 * k), back = reverse4(load4(y + 2 * (n - k - 3)));
+            const complex4 sum = fma_parts(front, back, conjugate), difference = fms_parts(front, back, conjugate);
+            store4(a + 2 * k, mul_parts(sum, one_half));
+            store4(b + 2 * k, mul_parts(sub_i(zero, difference), one_half));
+        }
+    }
+    for (; k <= half; ++k) {
+        const float *front = y + 2 * k, *back = y + 2 * (n - k);
+        a[2 * k * os] = 0.5f * (front[0] + back[0]);
+        a[2 * k * os + 1] = 0.5f * (front[1] - back[1]);
+        b[2 * k * os] = 0.5f * (front[1] + back[1]);
+        b[2 * k * os + 1] = 0.5f * (back[0] - front[0]);
+    }
+}
+
+void pair_merge_c2r(float* c, const float* a, const float* b, int64_t n, int64_t is) {
+    const int64_t half = (n + 1) >> 1;  // the first k without a mirror image
+    c[0] = a[0];
+    c[1] = b[0];
+    if (n % 2 == 0) {
+        c[n] = a[n * is];
+        c[n + 1] = b[n * is];
+    }
+    int64_t k = 1;
+    if (is == 1 && half >= shortest_vector_half) {
+        const complex4 conjugate = pairs_of(1, -1);
+        for (; k + 4 <= half; k += 4) {
+            const complex4 x = load4(a + 2 * k), y = load4(b + 2 * k);
+            store4(c + 2 * k, add_i(x, y));
+            store4(c + 2 * (n - k - 3), reverse4(mul_parts(sub_i(x, y), conjugate)));
+        }
+    }
+    for (; k < half; ++k) {
+        const float *x = a + 2 * k * is, *y = b + 2 * k * is;
+        float *front = c + 2 * k, *back = c + 2 * (n - k);
+        front[0] = x[0] - y[1];
+        front[1] = x[1] + y[0];
+        back[0] = x[0] + y[1];
+        back[1] = y[0] - x[1];
+    }
+}
