@@ -1,0 +1,84 @@
+#!/usr/bin/env bash
+# SPDX-License-Identifier: Apache-2.0
+# Installs the built library, moves the tree, and checks what a user gets: programs in C99 and C++ build against it by
+# pkg-config and by CMake and run; the shared object has the right name, needs only the C, maths and OpenMP libraries,
+# and exports the names of interface/exports.map, neither more nor fewer. CMakeLists.txt sets the variables.
+set -euo pipefail
+
+work=$BUILD/tests/install/work
+rm -rf "$work"
+mkdir -p "$work"
+cd "$work"
+
+fail() {
+    echo "FAILED: $*" >&2
+    exit 1
+}
+
+# expect_same WHAT EXPECTED ACTUAL
+expect_same() {
+    diff <(echo "$2") <(echo "$3") >differences || { cat differences; fail "$1 (< expected, > found)"; }
+    echo "ok: $1"
+}
+
+echo "--- the installed files, relocated"
+"$CMAKE" --install "$BUILD" --prefix "$work/installed_here" >install.log
+mv installed_here prefix
+expect_same "the installed files" \
+"include/qfftf.h
+lib/cmake/qfftf/qfftf-config-release.cmake
+lib/cmake/qfftf/qfftf-config-version.cmake
+lib/cmake/qfftf/qfftf-config.cmake
+lib/libqfftf.so
+lib/libqfftf.so.1
+lib/libqfftf.so.$VERSION
+lib/pkgconfig/qfftf.pc
+share/doc/qfftf/LICENSE" "$(cd prefix && find . ! -type d -printf '%P\n' | sort)"
+DESTDIR=$work/stage "$CMAKE" --install "$BUILD" --prefix /opt/qfftf >stage.log
+expect_same "DESTDIR and --prefix together" "$(cd prefix && find . | sort)" "$(cd stage/opt/qfftf && find . | sort)"
+grep -rqF -e "$work" -e "$SOURCE" --include='*.pc' --include='*.cmake' prefix && fail "an absolute path was installed"
+
+echo "--- the shared object"
+library=prefix/lib/libqfftf.so
+readelf -dW $library >dynamic.txt
+soname=$(sed -n 's/.*(SONAME).*\[\(.*\)\]/\1/p' dynamic.txt)
+expect_same "SONAME" libqfftf.so.1 "$soname"
+needed=$(sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' dynamic.txt)
+strangers=$(grep -vxE 'libc\.so\.6|libm\.so\.6|ld-linux-aarch64\.so\.1|libgomp\.so\.1' <<<"$needed" || true)
+expect_same "libraries that aren't allowed to be needed" "" "$strangers"
+grep -q TEXTREL dynamic.txt && fail "the shared object has text relocations"
+
+listed=$(sed -n '/global:/,/local:/s/^ *\([A-Za-z_][A-Za-z0-9_]*\);.*/\1/p' "$SOURCE/interface/exports.map" | sort)
+[ -n "$listed" ] || fail "interface/exports.map lists no name"
+readelf --dyn-syms -W $library >symbols.txt
+exported=$(awk '$7 != "UND" && ($5 == "GLOBAL" || $5 == "WEAK") && $8 != "QFFTF_1" { print $8 }' symbols.txt | sort)
+expect_same "exported names with their version" "$(sed 's/$/@@QFFTF_1/' <<<"$listed")" "$exported"
+declared=$(grep -v '^#' prefix/include/qfftf.h | grep -oE 'qsl_fftf_[a-z0-9_]+\(|QFFTGetVersion\(' | tr -d '(' | sort -u)
+expect_same "names that the header declares and the library lacks" "" "$(comm -23 <(echo "$declared") <(echo "$listed"))"
+
+echo "--- programs, by pkg-config"
+export PKG_CONFIG_LIBDIR=$work/prefix/lib/pkgconfig
+flags="$(pkg-config --cflags --libs qfftf) -Wl,-rpath,$(pkg-config --variable=libdir qfftf)"
+expect_same "version by pkg-config" "$VERSION" "$(pkg-config --modversion qfftf)"
+strict="-Wall -Wextra -Wpedantic -Werror"
+for file in plain.c complex.c; do
+    $C -std=c99 $strict -o by_pkg_config "$SOURCE/tests/install/consumer/$file" $flags -lm
+    $EMULATOR ./by_pkg_config || fail "$file, built by pkg-config"
+    echo "ok: $file"
+done
+for standard in c++11 c++20; do
+    $CXX -std=$standard $strict -o by_pkg_config "$SOURCE/tests/install/consumer/plain.cpp" $flags
+    $EMULATOR ./by_pkg_config || fail "plain.cpp, built by pkg-config as $standard"
+    echo "ok: plain.cpp as $standard"
+done
+
+echo "--- programs, by CMake"
+compilers=()
+[ -n "$TOOLCHAIN" ] || compilers=(-D "CMAKE_C_COMPILER=$C" -D "CMAKE_CXX_COMPILER=$CXX")
+"$CMAKE" -S "$SOURCE/tests/install/consumer" -B by_cmake -G Ninja ${TOOLCHAIN:+--toolchain "$TOOLCHAIN"} \
+    "${compilers[@]}" -D "CMAKE_PREFIX_PATH=$work/prefix" -D "wanted_version=${VERSION%.*}" >cmake.log || { cat cmake.log; exit 1; }
+"$CMAKE" --build by_cmake >>cmake.log || { cat cmake.log; exit 1; }
+for program in plain_c complex_c plain_cpp; do
+    $EMULATOR by_cmake/$program || fail "$program, built by CMake"
+    echo "ok: $program"
+done
