@@ -172,3 +172,36 @@ source_files() {
     find . \( -path './.*' -o -path ./build \) -prune -o \
         -type f \( -name '*.c' -o -name '*.cpp' -o -name '*.h' -o -name '*.hpp' \) -print0 | sort -z
 }
+
+# --- examples ---------------------------------------------------------------------------------------------------
+
+# configure_example NAME PREFIX FOLDER: a project in examples/ that takes the library from PREFIX, configured in FOLDER
+# with the compiler of the chosen preset.
+configure_example() {
+    local compiler=(-D CMAKE_C_COMPILER=clang-19 -D CMAKE_CXX_COMPILER=clang++-19)
+    case $preset in
+        cross) compiler=(--toolchain "$root/cmake/cross-clang.cmake") ;;
+        cross-gcc) compiler=(--toolchain "$root/cmake/cross-gcc.cmake") ;;
+    esac
+    [ -z "$foreign" ] || export PKG_CONFIG_LIBDIR=/usr/lib/aarch64-linux-gnu/pkgconfig:/usr/share/pkgconfig
+    cmake -S "examples/$1" -B "$3" -G Ninja "${compiler[@]}" -D CMAKE_BUILD_TYPE=Release -D "CMAKE_PREFIX_PATH=$2" \
+        >build/configure.log 2>&1 || { cat build/configure.log >&2; fail "CMake could not configure the example $1"; }
+}
+
+# run_arm PROGRAM [ARG...]: natively, or under the emulator with SVE registers of 256 bits.
+run_arm() {
+    if [ "$machine" = aarch64 ]; then "$@"; else qemu-aarch64 -cpu max,sve-default-vector-length=32 "$@"; fi
+}
+
+# unpack_package NAME FOLDER: a Debian package's files as FOLDER/NAME, without installing it.
+unpack_package() {
+    local fetched=$2/$1.fetched
+    rm -rf "$fetched" && mkdir -p "$fetched"
+    if ! lists_know "$1"; then
+        find_root "$1"
+        apt_get update || fail_with_packages "the package lists could not be fetched"
+    fi
+    (cd "$fetched" && apt-get -q download "$1") >build/packages.log 2>&1 || fail_with_packages "$1 could not be fetched"
+    dpkg-deb -x "$fetched"/*.deb "$2/$1"
+    rm -rf "$fetched"
+}

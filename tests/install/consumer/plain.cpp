@@ -11,9 +11,9 @@ int main() {
     const int n = 1000, wave = 17;
     const double turn = 2 * 3.14159265358979323846;
     std::vector<std::complex<float>> in(n), out(n);
-    qsl_fftf_plan plan = qsl_fftf_plan_dft_1d(n, reinterpret_cast<qsl_fftf_complex*>(in.data()),
-                                              reinterpret_cast<qsl_fftf_complex*>(out.data()), QSL_FFTF_FORWARD,
-                                              QSL_FFTF_RULES);
+    qsl_fftf_plan plan =
+        qsl_fftf_plan_dft_1d(n, reinterpret_cast<qsl_fftf_complex*>(in.data()),
+                             reinterpret_cast<qsl_fftf_complex*>(out.data()), QSL_FFTF_FORWARD, QSL_FFTF_RULES);
     if (!plan) {
         std::puts("no plan");
         return 1;
