@@ -1,0 +1,132 @@
+# SPDX-License-Identifier: Apache-2.0
+"""What instructions are and what they cost: disassembly by llvm-mc, prices by llvm-mca's scheduling model."""
+import json
+import re
+import shutil
+import subprocess
+import sys
+from dataclasses import dataclass, field
+
+LOAD = re.compile(r"(ld|prf)")
+STORE = re.compile(r"st")
+FLOATING = re.compile(r"f(?!mov)|bf")
+BY_STACK_POINTER = re.compile(r".*\[sp\b")
+VECTOR_OPERAND = re.compile(r"\w+\s+[{\s]*[qzvd]\d")
+NOT_MODELLED = re.compile(r"(svc|mrs|msr|hint|bti|udf|yield|(pac|aut|xpac)\w*)\b")
+KINDS = ("fp", "loads", "stores", "spill_loads", "spill_stores")
+STEADY = (20, 40)       # steady state: the cycles between this many runs and that many
+BATCH = 3000            # instructions per call of llvm-mca
+
+
+def tool(name: str) -> str:
+    for candidate in (name + "-19", name):
+        if shutil.which(candidate):
+            return candidate
+    sys.exit(f"model: {name} is missing (package llvm-19)")
+
+
+def kinds(instruction: str) -> list[str]:
+    """The columns in which an instruction counts. A spill is a vector register that goes to or comes from the stack;
+    the registers that a function must preserve for its caller are among them."""
+    spilled = BY_STACK_POINTER.match(instruction) and VECTOR_OPERAND.match(instruction)
+    if LOAD.match(instruction):
+        return ["loads", "spill_loads"] if spilled else ["loads"]
+    if STORE.match(instruction):
+        return ["stores", "spill_stores"] if spilled else ["stores"]
+    return ["fp"] if FLOATING.match(instruction) else []
+
+
+class Disassembler:
+    def __init__(self):
+        self._known: dict[int, str] = {}
+
+    def learn(self, words) -> None:
+        unknown = sorted(set(words) - self._known.keys())
+        source = "".join(" ".join(f"0x{byte:02x}" for byte in word.to_bytes(4, "little")) + "\n" for word in unknown)
+        done = subprocess.run([tool("llvm-mc"), "--disassemble", "-triple=aarch64", "-mattr=+all"], input=source,
+                              capture_output=True, text=True)
+        lines = [line.strip().replace("\t", " ") for line in done.stdout.splitlines()]
+        lines = [line for line in lines if line and not line.startswith(".text")]
+        if len(lines) != len(unknown):
+            sys.exit("model: the disassembler doesn't know every instruction:\n" + done.stderr[:400])
+        self._known.update(zip(unknown, lines))
+
+    def __getitem__(self, word: int) -> str:
+        return self._known[word]
+
+
+@dataclass(frozen=True)
+class Price:
+    cycles: float
+    bounds: dict[str, float] = field(default_factory=dict)  # cycles that each resource alone would need
+
+
+def assembly(lines: list[str]) -> list[str]:
+    """What the scheduling model can take. A last movprfx has lost the instruction that it belongs to; a plain move
+    costs the same."""
+    known = [line for line in lines if not NOT_MODELLED.match(line)] or ["nop"]
+    if known[-1].startswith("movprfx"):
+        registers = re.findall(r"\bz\d+", known[-1])
+        known[-1] = f"mov {registers[0]}.d, {registers[-1]}.d"
+    return known
+
+
+class Machine:
+    """Prices straight code, by its steady state or as one run from start to end. Equal code is priced once."""
+
+    def __init__(self, cpu: str):
+        self.cpu = cpu
+        self._steady: dict[tuple[str, ...], Price] = {}
+
+    def steady_prices(self, codes: list[list[str]]) -> list[Price]:
+        keys = [tuple(code) for code in codes]
+        unknown = list(dict.fromkeys(key for key in keys if key not in self._steady))
+        while unknown:
+            batch, size = [], 0
+            while unknown and (not batch or size + len(unknown[-1]) <= BATCH):
+                batch.append(unknown.pop())
+                size += len(batch[-1])
+            few, many = (self._simulate(batch, iterations) for iterations in STEADY)
+            for key, short, long in zip(batch, few, many):
+                runs = STEADY[1] - STEADY[0]
+                cycles = (long["SummaryView"]["TotalCycles"] - short["SummaryView"]["TotalCycles"]) / runs
+                self._steady[key] = Price(cycles, self._bounds(long))
+        return [self._steady[key] for key in keys]
+
+    def cycles_once(self, code: list[str]) -> int:
+        report = self._run_mca([code], ["-iterations=1", "-instruction-info=0", "-resource-pressure=0"])
+        return int(re.search(r"Total Cycles:\s+(\d+)", report).group(1))
+
+    def _simulate(self, codes, iterations: int) -> list[dict]:
+        answer = json.loads(self._run_mca(codes, [f"-iterations={iterations}", "-json"]))
+        self._resources = answer["TargetInfo"]["Resources"]
+        return answer["CodeRegions"]
+
+    def _run_mca(self, codes, options: list[str]) -> str:
+        """Each code is a region of its own. A call costs the branch: what is called is counted by itself."""
+        source = []
+        for number, code in enumerate(codes):
+            source += [f"# LLVM-MCA-BEGIN {number}", *assembly(list(code)), f"# LLVM-MCA-END {number}"]
+        command = [tool("llvm-mca"), "-mtriple=aarch64", "-mattr=+all", f"-mcpu={self.cpu}", "-call-latency=1", *options]
+        done = subprocess.run(command, input="\n".join(source) + "\n", capture_output=True, text=True)
+        if done.returncode:
+            sys.exit("model: llvm-mca failed:\n" + done.stderr[:1000])
+        return done.stdout
+
+    def _bounds(self, region: dict) -> dict[str, float]:
+        """For each kind of resource the use of its busiest unit, and the dispatch width."""
+        summary = region["SummaryView"]
+        total_row = len(region["Instructions"])
+        bounds = {"dispatch": summary["TotaluOps"] / summary["Iterations"] / summary["DispatchWidth"]}
+        for use in region["ResourcePressureView"]["ResourcePressureInfo"]:
+            if use["InstructionIndex"] == total_row:
+                kind = resource_kind(self._resources[use["ResourceIndex"]])
+                bounds[kind] = max(bounds.get(kind, 0), use["ResourceUsage"])
+        return bounds
+
+
+def resource_kind(name: str) -> str:
+    """V1UnitL01.1 and its like, of any model of this family, to the word that tables use."""
+    letter = re.sub(r".*Unit", "", name)[:1]
+    return {"V": "vector", "L": "memory", "D": "store data", "S": "integer", "M": "integer", "I": "integer",
+            "B": "branch"}.get(letter, name)
