@@ -24,12 +24,13 @@ int number(std::string_view digits, std::string_view word) {
     return value;
 }
 
-std::vector<std::string_view> pieces(std::string_view text, std::string_view separators) {
+// The pieces between separators, empty ones included.
+std::vector<std::string_view> split(std::string_view text, std::string_view separators) {
     std::vector<std::string_view> result;
-    for (size_t at = text.find_first_not_of(separators); at != text.npos;) {
+    for (size_t at = 0; at <= text.size();) {
         const size_t end = std::min(text.find_first_of(separators, at), text.size());
         result.push_back(text.substr(at, end - at));
-        at = text.find_first_not_of(separators, end);
+        at = end + 1;
     }
     return result;
 }
@@ -42,7 +43,7 @@ void parse_kind(problem& p, std::string_view word) {
             return;
         }
     p.kind = family::r2r;
-    for (std::string_view name : pieces(word, "/")) {
+    for (std::string_view name : split(word, "/")) {
         size_t k = 0;
         while (k < r2r_names.size() && name != r2r_names[k]) ++k;
         if (k == r2r_names.size()) reject(name, "not a kind of transform");
@@ -51,8 +52,8 @@ void parse_kind(problem& p, std::string_view word) {
 }
 
 void parse_sizes(problem& p, std::string_view word) {
-    for (std::string_view size : pieces(word, "x")) p.n.push_back(number(size, word));
-    if (p.n.empty() || p.n.size() > 4) reject(word, "one to four sizes are wanted");
+    for (std::string_view size : split(word, "x")) p.n.push_back(number(size, word));
+    if (p.n.size() > 4) reject(word, "one to four sizes are wanted");
     if (p.kind >= family::transpose && p.n.size() != 2) reject(word, "rows and columns are wanted");
     if (p.kind != family::r2r) return;
     if (p.r2r_kinds.size() == 1) p.r2r_kinds.resize(p.n.size(), p.r2r_kinds[0]);
@@ -129,7 +130,8 @@ std::string canonical(const problem& p, std::string_view kind, std::string_view 
 }  // namespace
 
 problem parse_problem(std::string_view text) {
-    const auto words = pieces(text, " ,\t\r\n");
+    auto words = split(text, " ,\t\r\n");
+    std::erase(words, "");
     if (words.size() < 2) reject(text, "a kind and sizes are wanted");
     problem p;
     parse_kind(p, words[0]);
@@ -147,9 +149,9 @@ problem parse_problem(std::string_view text) {
 }
 
 problem spectrum_problem(const problem& p) {
-    std::string text = "r2c ";
-    for (int size : p.n) text += std::to_string(size) + 'x';
-    return parse_problem(text + " batch=" + std::to_string(p.batch));
+    std::string sizes;
+    for (int size : p.n) sizes += (sizes.empty() ? "" : "x") + std::to_string(size);
+    return parse_problem("r2c " + sizes + " batch=" + std::to_string(p.batch));
 }
 
 double problem::points() const {
