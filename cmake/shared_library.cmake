@@ -10,6 +10,6 @@ target_include_directories(qfftf PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/
 target_link_libraries(qfftf PRIVATE m gomp)  # libgomp serves threads/openmp.cpp alone
 # Calls between exported functions stay inside: no other library can step in between.
 target_link_options(qfftf PRIVATE LINKER:--version-script=${export_map} LINKER:-Bsymbolic-functions)
-if(NOT QFFTF_SANITIZE)  # the sanitizers leave their run-time symbols to the program
+if(NOT (QFFTF_SANITIZE OR QFFTF_SANITIZE_THREADS))  # the sanitizers leave their run-time symbols to the program
   target_link_options(qfftf PRIVATE LINKER:-z,defs)
 endif()

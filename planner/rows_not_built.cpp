@@ -9,7 +9,6 @@ int solve_problem_c2r_1d_upsampling(fft_plan*) { return refused; }
 int solve_problem_rearrange_inplace(fft_plan*) { return refused; }
 int solve_problem_dft_split(fft_plan*) { return refused; }
 int solve_problem_nop(fft_plan*) { return refused; }
-int solve_problem_dft_many_multithread(fft_plan*) { return refused; }
 int solve_problem_c2c_many_parallel(fft_plan*) { return refused; }
 int solve_bufferized_problem(fft_plan*) { return refused; }
 int solve_problem_indirect(fft_plan*) { return refused; }

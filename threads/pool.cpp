@@ -1,41 +1,58 @@
 // SPDX-License-Identifier: Apache-2.0
-// The pool back-end.
-#include "threads/backend.h"
-#include "threads/thread_state.h"
+// The pool's loop. The caller hands all partitions but the last to workers, runs the last one, and collects the
+// workers. With enough idle workers it allocates nothing, and below spin_threshold it makes no system call.
+#include "threads/pool.h"
 
-#include <atomic>
+#include "threads/partition.h"
+#include "threads/thread_state.h"
 
 namespace {
 
-std::atomic<uint64_t> pool_nthreads{1};
+void hand_over(pool_worker& worker, const parallel_loop& loop, uint64_t index) {
+    worker.task.index = index;
+    worker.task.closure = loop.closure;
+    worker.body = loop.body;
+    worker.task.chunk = loop.chunk;
+    if (worker.spins)
+        worker.control.store(reinterpret_cast<uintptr_t>(&worker), std::memory_order_release);
+    else
+        sem_post(&worker.start_sem);
+}
 
-void run(const parallel_loop& loop) {
-    for (uint64_t index = 0; index < loop.parts; ++index) {
-        parallel_task task = {loop.chunk, index, 0, loop.closure};
-        loop.body(&task);
+void join(pool_worker& worker) {
+    if (worker.spins) {
+        while (worker.control.load(std::memory_order_acquire) != control_idle) {
+        }
+    } else {
+        wait_through_signals(&worker.done_sem);
     }
 }
 
-uint64_t get_nthreads() {
-    const uint64_t local = this_thread_state().pool_local_nthreads;
-    return local ? local : pool_nthreads.load(std::memory_order_relaxed);
+void run_here(const parallel_loop& loop, uint64_t index) {
+    parallel_task task = {loop.chunk, index, 0, loop.closure};
+    loop.body(&task);
 }
-
-void nothing() {}
-void plan_with_nthreads(uint64_t nthreads) { pool_nthreads.store(nthreads, std::memory_order_relaxed); }
-void plan_with_nthreads_local(uint64_t nthreads) { this_thread_state().pool_local_nthreads = nthreads; }
 
 }  // namespace
 
-const thread_operations pool_operations = {
-    .get_nthreads = get_nthreads,
-    .run = run,
-    .limit_nthreads = unplaced::limit_nthreads,
-    .set_affinity_mode = unplaced::set_affinity_mode,
-    .get_affinity_mode = unplaced::get_affinity_mode,
-    .refresh_binding = unplaced::refresh_binding,
-    .init = nothing,
-    .cleanup = nothing,
-    .plan_with_nthreads = plan_with_nthreads,
-    .plan_with_nthreads_local = plan_with_nthreads_local,
-};
+void pool_run(const parallel_loop& loop) {
+    const uint64_t last = loop.parts - 1;
+    if (last == 0) return run_here(loop, 0);
+
+    pool_init();  // somebody may have cleaned up since the plan was made
+    const uint64_t use_plan_buffer = this_thread_state().use_plan_buffer;
+    pool_worker* team[thread_cap - 1];
+    uint64_t handed_over = 0;
+    for (; handed_over < last; ++handed_over) {
+        pool_worker* worker = pool_take_worker(use_plan_buffer);
+        if (!worker) break;
+        hand_over(*worker, loop, handed_over);
+        team[handed_over] = worker;
+    }
+    // The last partition, which may be short, and those that no worker could be made for.
+    for (uint64_t index = handed_over; index <= last; ++index) run_here(loop, index);
+    for (uint64_t i = 0; i < handed_over; ++i) {
+        join(*team[i]);
+        pool_give_back(team[i]);
+    }
+}

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: Apache-2.0
+// The pool back-end: detached threads that the library keeps between loops. pool_workers.cpp makes and ends them,
+// pool.cpp runs loops on them, pool_control.cpp sets counts and places new workers on the machine's nodes.
+#pragma once
+#include "threads/threads.h"
+
+#include <pthread.h>
+#include <semaphore.h>
+#include <atomic>
+#include <cerrno>
+
+// With fewer threads than this, idle workers spin on their control word: a hand-over is one memory write, at the price
+// of a busy CPU per idle worker. From here on they wait on semaphores.
+constexpr uint64_t spin_threshold = 200;
+
+// Values of a spinning worker's control word. Anything else offers the job in the record at that address.
+constexpr uint64_t control_idle = 0;
+constexpr uint64_t control_running = 1;
+constexpr uint64_t control_exit = ~uint64_t{0};
+
+struct pool_worker {
+    sem_t start_sem;     // posted to hand over a job or the order to exit (waiting workers)
+    sem_t done_sem;      // posted by the worker when a job ends (waiting workers)
+    parallel_body body;  // null orders a waiting worker to exit
+    parallel_task task;  // its reserved word holds the caller's use_plan_buffer
+    pool_worker* next_free;
+    std::atomic<uint64_t> control;
+    bool spins;  // the mode it was born in, for life: the count may cross spin_threshold while it lives
+};
+
+extern std::atomic<uint64_t> pool_nthreads;  // the count for all threads; with local counts the sum of all teams
+
+// A semaphore used as a lock. It guards the free list, the making of workers and the tables of placement.
+extern sem_t pool_lock;
+
+inline void wait_through_signals(sem_t* semaphore) {
+    while (sem_wait(semaphore) == -1 && errno == EINTR) {
+    }
+}
+
+class pool_guard {
+public:
+    pool_guard() { wait_through_signals(&pool_lock); }
+    ~pool_guard() { sem_post(&pool_lock); }
+    pool_guard(const pool_guard&) = delete;
+    pool_guard& operator=(const pool_guard&) = delete;
+};
+
+// Makes the semaphores where they don't exist.
+void pool_init();
+
+// Ends the idle workers and destroys the semaphores. Nothing where the pool wasn't initialised.
+void pool_cleanup();
+
+// The worker that was given back last, or a new one; null when none can be made.
+pool_worker* pool_take_worker(uint64_t use_plan_buffer);
+void pool_give_back(pool_worker* worker);
+
+// Ends every idle worker. The caller holds pool_lock.
+void pool_end_idle_workers();
+
+// Binds a new worker to CPUs near the calling thread. The caller holds pool_lock.
+void pool_place_worker(pthread_t worker);
+
+// The loop.
+struct parallel_loop;
+void pool_run(const parallel_loop& loop);
