@@ -113,7 +113,7 @@ apt_get() {
 lists_know() {
     local name
     for name in "$@"; do
-        apt-cache policy "$name" | grep -q 'Candidate: [^(]' || return 1
+        grep -q 'Candidate: [^(]' <<<"$(apt-cache policy "$name")" || return 1
     done
 }
 
@@ -127,7 +127,7 @@ install_missing() {
     [ -n "$missing" ] || return 0
     find_root $missing
     echo "  installing" $missing
-    if grep -q ':arm64' <<<"$missing" && ! dpkg --print-foreign-architectures | grep -qx arm64; then
+    if grep -q ':arm64' <<<"$missing" && ! grep -qx arm64 <<<"$(dpkg --print-foreign-architectures)"; then
         $as_root dpkg --add-architecture arm64
     fi
     if ! lists_know $missing; then
