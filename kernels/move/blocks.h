@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: Apache-2.0
+// Elements, and blocks of 4 by 4 of them in four vectors. A row of four complex values fills an SVE vector of 256 bits,
+// a row of four reals a NEON vector. The shuffles are UZP1 and UZP2 on Arm.
+#pragma once
+#include <cstdint>
+#include <cstring>
+
+// Moved as one word of 64 bits. Records and interfaces keep plain float pointers.
+struct cpx {
+    float re, im;
+};
+inline const cpx* as_cpx(const float* p) { return reinterpret_cast<const cpx*>(p); }
+inline cpx* as_cpx(float* p) { return reinterpret_cast<cpx*>(p); }
+
+template <class element>
+struct row4_of;
+template <>
+struct row4_of<cpx> {
+    typedef uint64_t type __attribute__((vector_size(32)));
+};
+template <>
+struct row4_of<float> {
+    typedef float type __attribute__((vector_size(16)));
+};
+
+template <class element>
+struct block4 {
+    using row = typename row4_of<element>::type;
+    row rows[4];
+
+    [[gnu::always_inline]] void load(const element* source, int64_t ld) {
+        for (int i = 0; i < 4; ++i) memcpy(&rows[i], source + i * ld, sizeof(row));
+    }
+    [[gnu::always_inline]] void store(element* destination, int64_t ld) const {
+        for (int i = 0; i < 4; ++i) memcpy(destination + i * ld, &rows[i], sizeof(row));
+    }
+    // Two rounds: the first separates even from odd columns, the second does so once more.
+    [[gnu::always_inline]] void transpose() {
+        const row ab_even = __builtin_shufflevector(rows[0], rows[1], 0, 2, 4, 6),
+                  ab_odd = __builtin_shufflevector(rows[0], rows[1], 1, 3, 5, 7),
+                  cd_even = __builtin_shufflevector(rows[2], rows[3], 0, 2, 4, 6),
+                  cd_odd = __builtin_shufflevector(rows[2], rows[3], 1, 3, 5, 7);
+        rows[0] = __builtin_shufflevector(ab_even, cd_even, 0, 2, 4, 6);
+        rows[1] = __builtin_shufflevector(ab_odd, cd_odd, 0, 2, 4, 6);
+        rows[2] = __builtin_shufflevector(ab_even, cd_even, 1, 3, 5, 7);
+        rows[3] = __builtin_shufflevector(ab_odd, cd_odd, 1, 3, 5, 7);
+    }
+};
+
+// Out of place; rows and columns are multiples of 4.
+template <class element>
+[[gnu::always_inline]] inline void transpose_blocks(const element* source, element* destination, int64_t rows,
+                                                    int64_t columns, int64_t source_ld, int64_t destination_ld) {
+    for (int64_t i = 0; i < rows; i += 4)
+        for (int64_t j = 0; j < columns; j += 4) {
+            block4<element> block;
+            block.load(source + i * source_ld + j, source_ld);
+            block.transpose();
+            block.store(destination + j * destination_ld + i, destination_ld);
+        }
+}
+
+// The narrow edges beside the blocks. The longer side is walked inside.
+template <class element>
+void transpose_edge(const element* source, element* destination, int64_t rows, int64_t columns, int64_t source_ld,
+                    int64_t destination_ld) {
+    if (rows < columns) {
+        for (int64_t i = 0; i < rows; ++i)
+            for (int64_t j = 0; j < columns; ++j) destination[j * destination_ld + i] = source[i * source_ld + j];
+    } else {
+        for (int64_t j = 0; j < columns; ++j)
+            for (int64_t i = 0; i < rows; ++i) destination[j * destination_ld + i] = source[i * source_ld + j];
+    }
+}
+
+// Whole blocks, then the columns right of them, then the rows below.
+template <class element>
+void transpose_with_edges(const element* source, element* destination, int64_t rows, int64_t columns, int64_t source_ld,
+                          int64_t destination_ld) {
+    const int64_t block_rows = rows & ~int64_t{3}, block_columns = columns & ~int64_t{3};
+    transpose_blocks(source, destination, block_rows, block_columns, source_ld, destination_ld);
+    transpose_edge(source + block_columns, destination + block_columns * destination_ld, block_rows,
+                   columns - block_columns, source_ld, destination_ld);
+    transpose_edge(source + block_rows * source_ld, destination + block_rows, rows - block_rows, columns, source_ld,
+                   destination_ld);
+}
