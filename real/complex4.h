@@ -29,6 +29,8 @@ inline complex4 mul_conjugate(complex4 a, complex4 b) {
 inline complex4 pairs_of(float re, float im) { return svtrn1_f32(svdup_n_f32(re), svdup_n_f32(im)); }
 // the four complex numbers in reverse order
 inline complex4 reverse4(complex4 v) { return svreinterpret_f32_f64(svrev_f64(svreinterpret_f64_f32(v))); }
+// the eight floats in reverse order
+inline complex4 reverse8(complex4 v) { return svrev_f32(v); }
 // (a0 b0 a1 b1), the low or the high half of two float vectors side by side, and the way back
 inline complex4 zip_low(complex4 a, complex4 b) { return svzip1_f32(a, b); }
 inline complex4 zip_high(complex4 a, complex4 b) { return svzip2_f32(a, b); }
@@ -76,6 +78,7 @@ inline complex4 mul_conjugate(complex4 a, complex4 b) {
 }
 inline complex4 pairs_of(float re, float im) { return complex4{re, im, re, im, re, im, re, im}; }
 inline complex4 reverse4(complex4 v) { return complex4{v[6], v[7], v[4], v[5], v[2], v[3], v[0], v[1]}; }
+inline complex4 reverse8(complex4 v) { return complex4{v[7], v[6], v[5], v[4], v[3], v[2], v[1], v[0]}; }
 inline complex4 zip_low(complex4 a, complex4 b) { return complex4{a[0], b[0], a[1], b[1], a[2], b[2], a[3], b[3]}; }
 inline complex4 zip_high(complex4 a, complex4 b) { return complex4{a[4], b[4], a[5], b[5], a[6], b[6], a[7], b[7]}; }
 inline complex4 unzip_even(complex4 a, complex4 b) { return complex4{a[0], a[2], a[4], a[6], b[0], b[2], b[4], b[6]}; }

@@ -1,0 +1,45 @@
+// SPDX-License-Identifier: Apache-2.0
+// Row 54: one half-complex to real transform of any length, unnormalised: an even length by a complex transform of half
+// the length, an odd one by a complex transform of the whole Hermitian spectrum.
+#include "planner/solvers.h"
+#include "real/half_complex_passes.h"
+#include "real/half_length.h"
+#include "real/real_subplan.h"
+
+namespace {
+
+void execute_hc2r_1d(fft_plan* plan, float* in, float* out) {
+    const plan_scratch scratch(plan);
+    if (!scratch) return;
+    const fft_dim dim = plan->dims[0];
+    float* const c = scratch.data();
+    hc2r_pre_pass(c, in, static_cast<const float*>(plan->aux), dim.n / 2, dim.is);
+    if (unit_strides(*plan)) return run_subplan(plan, c, out);
+    run_subplan(plan, c, c);
+    scatter_reals(out, c, dim.n, dim.os);
+}
+
+void execute_1d_hc2r_odd(fft_plan* plan, float* in, float* out) {
+    const plan_scratch scratch(plan);
+    if (!scratch) return;
+    const fft_dim dim = plan->dims[0];
+    float* const y = scratch.data();
+    unpack_half_complex(y, in, dim.n, dim.is);
+    run_subplan(plan, y, y);
+    for (int64_t j = 0; j < dim.n; ++j) out[j * dim.os] = y[2 * j];
+}
+
+}  // namespace
+
+int solve_problem_hc2r_1d(fft_plan* plan) {
+    if (!is_single_r2r(*plan, r2r_hc2r)) return refused;
+    const int64_t n = plan->dims[0].n;
+    if (n & 1) {
+        if (!attach_buffer(plan, 8 * n) || !plan_buffer_subplan(plan, kind_c2c, n, sign_backward)) return refused;
+        return install(plan, execute_1d_hc2r_odd, "execute_1d_hc2r_odd");
+    }
+    if (!attach_buffer(plan, 32 * (n + 2)) || !plan_buffer_subplan(plan, kind_c2c, n / 2, sign_backward) ||
+        !attach_half_table(plan, n / 2))
+        return refused;
+    return install(plan, execute_hc2r_1d, "execute_hc2r_1d");
+}
