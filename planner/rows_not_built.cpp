@@ -16,7 +16,6 @@ int solve_problem_bufferization2(fft_plan*) { return refused; }
 int solve_problem_c2c_many_block_row_row(fft_plan*) { return refused; }
 int solve_problem_dft_many_transpose(fft_plan*) { return refused; }
 int solve_problem_c2c_many_block_col_col(fft_plan*) { return refused; }
-int solve_problem_r2r_many_block_col_col(fft_plan*) { return refused; }
 int solve_problem_dft_many_post_transpose(fft_plan*) { return refused; }
 int solve_problem_c2c_many_direct_parallel_sve(fft_plan*) { return refused; }
 int solve_problem_c2c_many_direct_parallel_neon(fft_plan*) { return refused; }
