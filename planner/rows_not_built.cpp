@@ -4,8 +4,6 @@
 #include "planner/solver.h"
 #include "planner/solvers.h"
 
-int solve_problem_upsampling_2d(fft_plan*) { return refused; }
-int solve_problem_c2r_1d_upsampling(fft_plan*) { return refused; }
 int solve_problem_rearrange_inplace(fft_plan*) { return refused; }
 int solve_problem_dft_split(fft_plan*) { return refused; }
 int solve_problem_nop(fft_plan*) { return refused; }
