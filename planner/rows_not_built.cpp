@@ -7,13 +7,10 @@
 int solve_problem_rearrange_inplace(fft_plan*) { return refused; }
 int solve_problem_dft_split(fft_plan*) { return refused; }
 int solve_problem_nop(fft_plan*) { return refused; }
-int solve_problem_c2c_many_parallel(fft_plan*) { return refused; }
 int solve_bufferized_problem(fft_plan*) { return refused; }
 int solve_problem_indirect(fft_plan*) { return refused; }
 int solve_problem_bufferization2(fft_plan*) { return refused; }
-int solve_problem_c2c_many_block_row_row(fft_plan*) { return refused; }
 int solve_problem_dft_many_transpose(fft_plan*) { return refused; }
-int solve_problem_c2c_many_block_col_col(fft_plan*) { return refused; }
 int solve_problem_dft_many_post_transpose(fft_plan*) { return refused; }
 int solve_problem_c2c_many_direct_parallel_sve(fft_plan*) { return refused; }
 int solve_problem_c2c_many_direct_parallel_neon(fft_plan*) { return refused; }

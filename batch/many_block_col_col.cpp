@@ -1,0 +1,107 @@
+// SPDX-License-Identifier: Apache-2.0
+// Row 18: complex batches stored by columns, a multiple of 4 above 4, in blocks cut by a tuned table. Side by side on
+// both sides any case fits, and groups of four that run where they stand are the fallback. Side by side on one side
+// only, a block has to be gathered: without a copying case the row refuses. (Transposing moves adjacent columns, so
+// those cases need both sides.)
+#include "batch/block_col_col_table.h"
+#include "batch/in_place.h"
+#include "kernels/move/move.h"
+#include "planner/solver.h"
+#include "planner/solvers.h"
+
+namespace {
+
+bool accepts(const fft_plan& p) {
+    return p.split != split_arrays && p.kind == kind_c2c && p.rank == 1 && p.howmany_rank == 1 &&
+           (p.dims[0].is != 1 || p.dims[0].os != 1) && p.howmany[0].n > 4 && p.howmany[0].n % 4 == 0 &&
+           may_run_in_pieces(p);
+}
+
+struct block_choice {
+    int64_t block;  // 0: no case fits
+    uint64_t variant;
+};
+
+block_choice choose_block(const fft_plan& p) {
+    const uint64_t n = p.dims[0].n, count = p.howmany[0].n;
+    const bool in_adjacent = p.howmany[0].is == 1, out_adjacent = p.howmany[0].os == 1;
+    if (!in_adjacent && !out_adjacent) return {};
+    const bool both_adjacent = in_adjacent && out_adjacent;
+    for (const block_col_col_case& c : block_col_col_table)
+        if (c.n == n && count % c.block == 0 && count > c.block && (c.exact == 0 || c.exact == count) &&
+            (both_adjacent || c.variant == block_copy))
+            return {static_cast<int64_t>(c.block), c.variant};
+    return both_adjacent ? block_choice{4, block_parallel} : block_choice{};
+}
+
+void execute_c2c_many_block_col_col_parallel(fft_plan* plan, float* in, float* out) {
+    fft_plan* const group = plan->subplans[0];
+    const fft_dim batch = plan->howmany[0];
+    for (int64_t i = 0; i < batch.n; i += group->howmany[0].n)
+        group->execute(group, in + 2 * i * batch.is, out + 2 * i * batch.os);
+}
+
+void execute_c2c_many_block_col_col_copy(fft_plan* plan, float* in, float* out) {
+    plan_scratch scratch(plan);
+    if (!scratch) return;
+    fft_plan* const columns = plan->subplans[0];
+    const fft_dim d = plan->dims[0], batch = plan->howmany[0];
+    const int64_t block = columns->howmany[0].n;
+    for (int64_t i = 0; i < batch.n; i += block) {
+        copy_matrix_cpx(in + 2 * i * batch.is, scratch.data(), d.n, block, batch.is, d.is, 1, block);
+        columns->execute(columns, scratch.data(), scratch.data());
+        copy_matrix_cpx(scratch.data(), out + 2 * i * batch.os, d.n, block, 1, block, batch.os, d.os);
+    }
+}
+
+void execute_c2c_many_block_col_col_trans(fft_plan* plan, float* in, float* out) {
+    plan_scratch scratch(plan);
+    if (!scratch) return;
+    fft_plan* const rows = plan->subplans[0];
+    const fft_dim d = plan->dims[0], batch = plan->howmany[0];
+    const int64_t block = rows->howmany[0].n;
+    for (int64_t i = 0; i < batch.n; i += block) {
+        transpose_cpx_tiled(in + 2 * i * batch.is, scratch.data(), d.n, block, d.is, d.n);
+        rows->execute(rows, scratch.data(), scratch.data());
+        transpose_cpx_tiled(scratch.data(), out + 2 * i * batch.os, block, d.n, d.n, d.os);
+    }
+}
+
+// Groups of four run on the plan's own arrays, gathered blocks on its buffer.
+void set_block(fft_plan* sub, const block_choice& choice, float* buffer) {
+    const int64_t n = sub->dims[0].n, block = choice.block;
+    if (choice.variant == block_parallel) {
+        sub->howmany[0] = {block, 1, 1};
+        return;
+    }
+    const bool rows = choice.variant == block_trans;
+    sub->dims[0] = rows ? fft_dim{n, 1, 1} : fft_dim{n, block, block};
+    sub->howmany[0] = rows ? fft_dim{block, n, n} : fft_dim{block, 1, 1};
+    sub->double_os = 0;
+    sub->in = sub->out = buffer;
+}
+
+int install_variant(fft_plan* plan, uint64_t variant) {
+    switch (variant) {
+        case block_parallel:
+            return install(plan, execute_c2c_many_block_col_col_parallel, "execute_c2c_many_block_col_col_parallel");
+        case block_copy:
+            return install(plan, execute_c2c_many_block_col_col_copy, "execute_c2c_many_block_col_col_copy");
+        default:
+            return install(plan, execute_c2c_many_block_col_col_trans, "execute_c2c_many_block_col_col_trans");
+    }
+}
+
+}  // namespace
+
+int solve_problem_c2c_many_block_col_col(fft_plan* plan) {
+    if (!accepts(*plan)) return refused;
+    const block_choice choice = choose_block(*plan);
+    if (!choice.block || !attach_buffer(plan, choice.block * plan->dims[0].n * 8) || !make_subplans(plan, 1))
+        return refused;
+    set_block(plan->subplans[0], choice, static_cast<float*>(plan->buffer));
+    if (plan_subplans(plan->subplans, 1) != accepted) return refused;
+    plan->howmany[0].os = doubled_stride(plan->double_os, plan->howmany[0].os);
+    plan->dims[0].os = doubled_stride(plan->double_os, plan->dims[0].os);
+    return install_variant(plan, choice.variant);
+}

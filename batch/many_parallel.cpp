@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+// Row 12: a complex batch of 5 or more whose count is no multiple of 4 is cut into a part that is one and a rest of
+// 1 to 3. Lengths with a large prime factor gain nothing from it, and two tuned shapes run faster uncut.
+#include "batch/in_place.h"
+#include "dft/sizes.h"
+#include "planner/solver.h"
+#include "planner/solvers.h"
+
+namespace {
+
+bool is_faster_uncut(const fft_plan& p) {
+    const fft_dim d = p.dims[0], batch = p.howmany[0];
+    return (d.n == 8 && batch.n == 5 && d.is == 20 && d.os == 20) ||
+           (d.n == 2048 && d.is == 1025 && batch.n == 1025 && batch.is == 1 && batch.os == 1);
+}
+
+bool accepts(const fft_plan& p) {
+    return p.split != split_arrays && (p.kind == kind_c2c || p.kind == kind_c2c_large_piece) && p.rank == 1 &&
+           p.howmany_rank == 1 && p.howmany[0].n >= 5 && p.howmany[0].n % 4 != 0 &&
+           !has_large_prime_factor(p.dims[0].n) && (p.flags == plan_flag_measured || !is_faster_uncut(p)) &&
+           may_run_in_pieces(p);
+}
+
+int64_t whole_groups(int64_t count) { return count & ~int64_t{3}; }
+
+void execute_c2c_many_parallel(fft_plan* plan, float* in, float* out) {
+    fft_plan *groups = plan->subplans[0], *rest = plan->subplans[1];
+    const fft_dim batch = plan->howmany[0];
+    const int64_t done = whole_groups(batch.n);
+    groups->execute(groups, in, out);
+    rest->execute(rest, in + 2 * done * batch.is, out + 2 * done * batch.os);
+}
+
+}  // namespace
+
+int solve_problem_c2c_many_parallel(fft_plan* plan) {
+    if (!accepts(*plan) || !make_subplans(plan, 2)) return refused;
+    const int64_t count = plan->howmany[0].n;
+    plan->subplans[0]->howmany[0].n = whole_groups(count);
+    plan->subplans[1]->howmany[0].n = count - whole_groups(count);
+    if (plan_subplans(plan->subplans, 2) != accepted) return refused;
+    plan->howmany[0].os = doubled_stride(plan->double_os, plan->howmany[0].os);
+    return install(plan, execute_c2c_many_parallel, "execute_c2c_many_parallel");
+}
