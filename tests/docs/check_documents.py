@@ -1,0 +1,57 @@
+#!/usr/bin/env python3
+# SPDX-License-Identifier: Apache-2.0
+"""The documents must stay true: links lead somewhere, named files exist, and the road in ARCHITECTURE.md tells the
+lengths of its files within a tenth and stays readable in an hour (under 900 lines).
+
+  check_documents.py ROOT
+"""
+import pathlib
+import re
+import sys
+
+LINK = re.compile(r"\]\((?!https?:)([^)#\s]+)(?:#[^)]*)?\)")
+NAMED_FILE = re.compile(r"`((?:include|interface|planner|dft|real|batch|threads|kernels|tests|bench|examples|docs|scripts|cmake)"
+                        r"/[\w./-]*)`")
+ROAD_ROW = re.compile(r"^\| \[`([^`]+)`\]\([^)]*\) \| (\d+) \|")
+LONGEST_ROAD = 900
+
+
+def documents(root: pathlib.Path) -> list[pathlib.Path]:
+    return sorted(p for p in root.rglob("*.md") if "build" not in p.relative_to(root).parts[:1])
+
+
+def complaints(root: pathlib.Path) -> list[str]:
+    found = []
+    for document in documents(root):
+        text = document.read_text()
+        name = document.relative_to(root)
+        found += [f"{name}: the link {link} leads nowhere" for link in LINK.findall(text)
+                  if not (document.parent / link).exists()]
+        found += [f"{name}: there is no {file}" for file in NAMED_FILE.findall(text) if not (root / file).exists()]
+    return found + road_complaints(root)
+
+
+def road_complaints(root: pathlib.Path) -> list[str]:
+    found, total = [], 0
+    for row in filter(None, map(ROAD_ROW.match, (root / "ARCHITECTURE.md").read_text().splitlines())):
+        told = int(row[2])
+        file = root / row[1]
+        if not file.exists():
+            continue  # the link is complained about already
+        lines = len(file.read_text().splitlines())
+        total += told
+        if abs(lines - told) > max(told // 10, 2):
+            found.append(f"ARCHITECTURE.md: {row[1]} has {lines} lines, not {told}")
+    if not 0 < total < LONGEST_ROAD:
+        found.append(f"ARCHITECTURE.md: the road has {total} lines")
+    return found
+
+
+def main() -> int:
+    found = complaints(pathlib.Path(sys.argv[1]))
+    print("\n".join(found) or "ok")
+    return 1 if found else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
