@@ -140,9 +140,11 @@ static void write_maps(void) {
     char line[4600], path[4096];
     uint64_t start, end, offset;
     while (maps && fgets(line, sizeof line, maps))
-        if (sscanf(line, "%" SCNx64 "-%" SCNx64 " %*s %" SCNx64 " %*s %*s %4095[^\n]", &start, &end, &offset, path) == 4 &&
+        if (sscanf(line, "%" SCNx64 "-%" SCNx64 " %*s %" SCNx64 " %*s %*s %4095[^\n]", &start, &end, &offset, path) ==
+                4 &&
             path[0] == '/')
-            fprintf(out, "file %" PRIx64 " %" PRIx64 " %" PRIx64 " %s\n", start - guest_base, end - guest_base, offset, path);
+            fprintf(out, "file %" PRIx64 " %" PRIx64 " %" PRIx64 " %s\n", start - guest_base, end - guest_base, offset,
+                    path);
     if (maps) fclose(maps);
 }
 
