@@ -3,6 +3,7 @@
 // the guard that gives an execute function its scratch memory.
 #pragma once
 #include "interface/fft_plan.h"
+#include "threads/thread_state.h"
 
 #include <initializer_list>
 
@@ -39,8 +40,12 @@ inline int install(fft_plan* plan, execute_function execute, const char* execute
 // lives as long as the guard. False when that allocation failed: the execute function then returns without writing.
 class plan_scratch {
 public:
-    explicit plan_scratch(fft_plan* plan);
-    ~plan_scratch();
+    explicit plan_scratch(fft_plan* plan) : owned_(this_thread_state().use_plan_buffer != 1) {
+        data_ = static_cast<float*>(owned_ ? qsl_fftf_malloc(plan->buffer_size) : plan->buffer);
+    }
+    ~plan_scratch() {
+        if (owned_) qsl_fftf_free(data_);
+    }
     plan_scratch(const plan_scratch&) = delete;
     plan_scratch& operator=(const plan_scratch&) = delete;
     explicit operator bool() const { return data_ != nullptr; }

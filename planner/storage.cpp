@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// How solvers attach storage and subplans to a record, and how execute functions get scratch memory.
+// How solvers attach storage and subplans to a record.
 #include "planner/solver.h"
-#include "threads/thread_state.h"
 
 bool attach_buffer(fft_plan* plan, uint64_t bytes) {
     qsl_fftf_free(plan->buffer);
@@ -22,12 +21,4 @@ bool make_subplans(fft_plan* plan, int count) {
     fft_plan_clear_subplans(plan);
     plan->subplan_count = count;
     return fft_plan_alloc_subplans(plan) == 0;
-}
-
-plan_scratch::plan_scratch(fft_plan* plan) : owned_(this_thread_state().use_plan_buffer != 1) {
-    data_ = static_cast<float*>(owned_ ? qsl_fftf_malloc(plan->buffer_size) : plan->buffer);
-}
-
-plan_scratch::~plan_scratch() {
-    if (owned_) qsl_fftf_free(data_);
 }

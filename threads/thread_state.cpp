@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "threads/thread_state.h"
 
-static thread_local thread_state state;
-
-thread_state& this_thread_state() { return state; }
+constinit thread_local thread_state current_thread_state;

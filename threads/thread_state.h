@@ -14,4 +14,8 @@ struct thread_state {
     uint64_t pool_local_nthreads = 0;
 };
 
-thread_state& this_thread_state();
+// Initial-exec addressing, a thread pointer and an offset: every execute function reads its thread's record, and the
+// general model would put a call into each. The record is small enough for the space that the loader keeps for this.
+extern constinit thread_local thread_state current_thread_state __attribute__((tls_model("initial-exec")));
+
+inline thread_state& this_thread_state() { return current_thread_state; }
