@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <fstream>
 #include <stdexcept>
 
 namespace bench {
@@ -146,6 +147,17 @@ problem parse_problem(std::string_view text) {
     lay_out(p, p.out, p.kind != family::c2r && p.kind != family::r2r);
     if (p.kind == family::transpose) p.out.row_stride = {1, p.n[0]};
     return p;
+}
+
+std::vector<std::string> read_list(const std::string& file) {
+    std::ifstream in(file);
+    if (!in) throw std::invalid_argument(file + ": can't be read");
+    std::vector<std::string> result;
+    for (std::string line; std::getline(in, line);) {
+        line.resize(std::min(line.find('#'), line.size()));
+        if (line.find_first_not_of(" \t\r") != line.npos) result.push_back(line);
+    }
+    return result;
 }
 
 problem spectrum_problem(const problem& p) {

@@ -44,6 +44,9 @@ struct problem {
 // Throws std::invalid_argument, which names the word it stumbled over.
 problem parse_problem(std::string_view text);
 
+// The lines of a list of problems that say something; # begins a comment. Throws when the file can't be read.
+std::vector<std::string> read_list(const std::string& file);
+
 // The compact r2c problem of the same sizes and batch: its result is Hermitian, so it is a fair input for c2r.
 problem spectrum_problem(const problem& p);
 

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <fstream>
 #include <stdexcept>
 
 namespace {
@@ -32,15 +31,6 @@ struct options {
     double tolerance = 1e-5;
 };
 
-void read_list(const std::string& file, std::vector<problem>& problems) {
-    std::ifstream in(file);
-    if (!in) throw std::invalid_argument(file + ": can't be read");
-    for (std::string line; std::getline(in, line);) {
-        line.resize(std::min(line.find('#'), line.size()));
-        if (line.find_first_not_of(" \t\r") != line.npos) problems.push_back(parse_problem(line));
-    }
-}
-
 options parse_options(int argc, char** argv) {
     options o;
     for (int i = 1; i < argc; ++i) {
@@ -50,7 +40,7 @@ options parse_options(int argc, char** argv) {
             return argv[i];
         };
         if (word == "--list")
-            read_list(value(), o.problems);
+            for (const std::string& line : read_list(value())) o.problems.push_back(parse_problem(line));
         else if (word == "--library")
             o.libraries.push_back(value());
         else if (word == "--mark")
