@@ -177,6 +177,15 @@ double problem::nominal_flops() const {
     return (kind == family::c2c ? 5.0 : 2.5) * points() * std::log2(points() / batch);
 }
 
+double problem::bytes() const {
+    const auto floats = [&](const side& s) {
+        double result = batch * (s.complex ? 2.0 : 1.0);
+        for (int size : s.extent) result *= size;
+        return result;
+    };
+    return sizeof(float) * (floats(in) + floats(out));
+}
+
 bool problem::keeps_input() const { return !in_place && kind != family::c2r && kind != family::r2r; }
 
 size_t span_floats(const problem& p, const side& s) {

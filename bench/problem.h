@@ -38,6 +38,7 @@ struct problem {
 
     double points() const;         // of the whole batch
     double nominal_flops() const;  // 5 N log2 n, half of it for real data; 0 for movements of data
+    double bytes() const;          // of all elements on both sides, which is the least that must move
     bool keeps_input() const;      // so that it can run again and again on the same data
 };
 

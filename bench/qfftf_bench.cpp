@@ -97,7 +97,8 @@ void measure(const options& o, const problem& p, const std::vector<contender>& a
     if (o.mark) {
         for (const contender& c : all) {
             execute_between_markers(*c.lib, c.plan, o.mark);
-            printf("%d,%s,%s,%ld\n", region++, p.text.c_str(), c.lib->name().c_str(), o.mark);
+            printf("%d,%s,%s,%ld,%.0f,%.0f\n", region++, p.text.c_str(), c.lib->name().c_str(), o.mark,
+                   p.nominal_flops(), p.bytes());
         }
         return;
     }
@@ -133,7 +134,7 @@ int main(int argc, char** argv) try {
     const options o = parse_options(argc, argv);
     std::vector<std::unique_ptr<library<float>>> libraries;
     for (const std::string& file : o.libraries) libraries.push_back(open_library<float>(file));
-    puts(o.mark ? "region,problem,library,executions"
+    puts(o.mark ? "region,problem,library,executions,nominal_flops,bytes"
                 : "problem,library,source,executions,runs,median_ns,min_ns,max_ns,nominal_mflops,ratio_to_last");
     bool complete = true;
     for (const problem& p : o.problems) complete &= run(o, p, libraries);

@@ -31,6 +31,7 @@ class Profile:
     regions: list[Region] = field(default_factory=list)
     files: list[tuple[int, int, int, str]] = field(default_factory=list)  # start, end, offset, path
     output: str = ""                                                      # what the program printed
+    status: int = 0                                                       # what it returned
 
 
 def plugin() -> str:
@@ -58,13 +59,11 @@ def run(command: list[str], trace_limit: int = 0) -> Profile:
         counted = pathlib.Path(folder) / "counted"
         options = f"{plugin()},out={counted},trace={trace_limit}"
         done = subprocess.run(EMULATOR + ["-plugin", options] + command, stdout=subprocess.PIPE, text=True)
-        if done.returncode:
-            print(f"model: {command[0]} ended with {done.returncode}", file=sys.stderr)
         if not counted.exists():
             sys.exit("model: nothing was counted")
         with open(counted) as lines:
             profile = read(lines)
-    profile.output = done.stdout
+    profile.output, profile.status = done.stdout, done.returncode
     return profile
 
 
