@@ -4,13 +4,10 @@
 #include "planner/solver.h"
 #include "planner/solvers.h"
 
-int solve_problem_rearrange_inplace(fft_plan*) { return refused; }
 int solve_problem_dft_split(fft_plan*) { return refused; }
-int solve_problem_nop(fft_plan*) { return refused; }
 int solve_bufferized_problem(fft_plan*) { return refused; }
 int solve_problem_indirect(fft_plan*) { return refused; }
 int solve_problem_bufferization2(fft_plan*) { return refused; }
-int solve_problem_dft_many_transpose(fft_plan*) { return refused; }
 int solve_problem_dft_many_post_transpose(fft_plan*) { return refused; }
 int solve_problem_c2c_many_direct_parallel_sve(fft_plan*) { return refused; }
 int solve_problem_c2c_many_direct_parallel_neon(fft_plan*) { return refused; }
@@ -35,5 +32,3 @@ int solve_problem_c2c_1d_rader_neon(fft_plan*) { return refused; }
 int solve_problem_c2c_1d_large(fft_plan*) { return refused; }
 int solve_problem_c2c_1d_sve(fft_plan*) { return refused; }
 int solve_problem_c2c_1d_neon(fft_plan*) { return refused; }
-int solve_problem_rearrange_outplace(fft_plan*) { return refused; }
-int solve_problem_dft_many_transpose_rotate(fft_plan*) { return refused; }
