@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Emulator plugin: between the instructions `hint #42` and `hint #43` it counts how often each straight piece of code
-// runs. A program may have any number of such regions; each is counted by itself. One thread is assumed inside.
+// runs. A program may have any number of such regions; each is counted by itself. Only the thread that passed the first
+// marker of a region is counted.
 //
 // qemu-aarch64 -plugin block_counter.so,out=FILE[,trace=N] PROGRAM ...
 //
@@ -53,13 +54,15 @@ struct piece {
 static struct piece* table[buckets];
 static uint32_t pieces;
 static bool inside, copies_data;
+static unsigned counted_cpu;  // the emulator's number of the thread
 static FILE* out;
 static uint32_t* trace;
 static uint64_t trace_length, trace_limit;
 static uint64_t guest_base;
 
 static void on_begin(unsigned cpu, void* data) {
-    (void)cpu, (void)data;
+    (void)data;
+    counted_cpu = cpu;
     for (size_t i = 0; i < buckets; ++i)
         for (struct piece* p = table[i]; p; p = p->next) p->count = 0;
     trace_length = 0;
@@ -81,8 +84,7 @@ static void on_end(unsigned cpu, void* data) {
 }
 
 static void on_piece(unsigned cpu, void* data) {
-    (void)cpu;
-    if (!inside) return;
+    if (!inside || cpu != counted_cpu) return;
     struct piece* p = data;
     ++p->count;
     if (trace_length < trace_limit) trace[trace_length] = p->number;

@@ -77,6 +77,21 @@ TEST_P(Pool, ManyLoopsRunOnTheSameWorkers) {
     EXPECT_EQ(threads_made, 2);
 }
 
+TEST_P(Pool, LoopsOnIdleWorkersAllocateNothing) {
+    std::atomic<int> runs{0};
+    const auto run = [&] {
+        thread_parallel_for(
+            30, 3, 1, [](parallel_task* task) { ++*static_cast<std::atomic<int>*>(task->closure); }, &runs);
+    };
+    heap_calls = 0;
+    run();
+    EXPECT_EQ(heap_calls, 2);  // a record for each of the new workers
+    heap_calls = 0;
+    for (int i = 0; i < 20; ++i) run();
+    EXPECT_EQ(heap_calls, 0);
+    EXPECT_EQ(runs, 63);
+}
+
 TEST_P(Pool, WorkersInheritTheUseOfPlanBuffers) {
     for (uint64_t word : {1, 0, 1}) {
         this_thread_state().use_plan_buffer = word;

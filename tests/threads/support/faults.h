@@ -6,6 +6,7 @@
 constexpr int real_cpu = -2;
 
 extern std::atomic<int> threads_made;
+extern std::atomic<int> heap_calls;  // malloc, calloc, realloc and free
 
 // The number of calls that still succeed before all fail; -1 lets every call succeed.
 extern std::atomic<int> creates_left;
