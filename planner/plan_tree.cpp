@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "planner/plan_tree.h"
+
+#include "kernels/kernel_types.h"
+
+#include <span>
+#include <string_view>
+
+namespace {
+
+std::string without_prefix(const char* name, std::string_view prefix) {
+    if (!name) return "?";
+    std::string_view text = name;
+    if (text.starts_with(prefix)) text.remove_prefix(prefix.size());
+    return std::string(text);
+}
+
+// The stages of a plan that is a chain of them. A list of two stages of the multi-stage solvers starts with its first
+// record, any other with their number.
+std::span<const stage_record> stages(const fft_plan& plan, std::string_view execute) {
+    if (execute.starts_with("1d_two_stages_")) return {static_cast<const stage_record*>(plan.aux), 2};
+    for (std::string_view chain : {"1d_sve", "1d_neon", "1d_discrete_", "1d_rader_", "1d_bluestein_"}) {
+        if (!execute.starts_with(chain)) continue;
+        const auto* words = static_cast<const uint64_t*>(plan.aux);
+        return {reinterpret_cast<const stage_record*>(words + 1), words[0]};
+    }
+    return {};
+}
+
+std::string solver_text(const fft_plan& plan) {
+    const std::string execute = without_prefix(plan.execute_name, "execute_");
+    std::string text = without_prefix(plan.solver_name, "solve_problem_") + " > " + execute;
+    for (const stage_record& stage : stages(plan, execute)) text += " " + std::to_string(stage.radix);
+    return text;
+}
+
+std::string r2r_text(const fft_plan& plan) {
+    static constexpr const char* names[] = {"r2hc",    "hc2r",    "dht",     "redft00", "redft01", "redft10",
+                                            "redft11", "rodft00", "rodft01", "rodft10", "rodft11"};
+    std::string text = "r2r";
+    for (int k = 0; k < plan.rank; ++k) {
+        const uint32_t kind = plan.r2r_kind[k];
+        text += (k ? "," : " ") + (kind < 11 ? std::string(names[kind]) : std::to_string(kind));
+    }
+    return text;
+}
+
+std::string kind_text(const fft_plan& plan) {
+    const std::string direction = plan.sign == sign_forward ? "-" : "+";
+    switch (plan.kind) {
+        case kind_c2c:
+            return "c2c" + direction;
+        case kind_c2r:
+            return "c2r";
+        case kind_r2c:
+            return "r2c";
+        case kind_r2r:
+            return r2r_text(plan);
+        case kind_c2c_large_piece:
+            return "piece" + direction;
+        case kind_upsampling_2d:
+            return "upsampling";
+        case kind_c2r_upsampling:
+            return "c2r_upsampling";
+        default:
+            return "kind" + std::to_string(plan.kind);
+    }
+}
+
+std::string triple_text(const fft_dim& d) {
+    return std::to_string(d.n) + ":" + std::to_string(d.is) + ":" + std::to_string(d.os);
+}
+
+// Length of a row of n points on a side, as a contiguous layout has it.
+int64_t contiguous_row(int64_t n, bool complex_half) { return complex_half ? n / 2 + 1 : n; }
+
+// True when the strides are those of arrays without gaps; in-place real transforms are shown with their strides.
+bool is_contiguous(const fft_plan& plan) {
+    int64_t is = 1, os = 1;
+    for (int k = plan.rank - 1; k >= 0; --k) {
+        const fft_dim& d = plan.dims[k];
+        if (d.is != is || d.os != os) return false;
+        const bool last = k == plan.rank - 1;
+        is *= contiguous_row(d.n, last && plan.kind == kind_c2r);
+        os *= contiguous_row(d.n, last && plan.kind == kind_r2c);
+    }
+    return true;
+}
+
+std::string dims_text(const fft_plan& plan) {
+    std::string text;
+    const bool contiguous = is_contiguous(plan);
+    for (int k = 0; k < plan.rank; ++k) {
+        text += k ? "x" : "";
+        text += contiguous ? std::to_string(plan.dims[k].n) : triple_text(plan.dims[k]);
+    }
+    return text.empty() ? "point" : text;
+}
+
+std::string bytes_text(const fft_plan& plan) {
+    std::string text;
+    if (plan.buffer) text += "  buffer " + std::to_string(plan.buffer_size);
+    if (plan.aux) text += plan.aux_owned ? "  aux " + std::to_string(plan.aux_size) : "  aux borrowed";
+    return text;
+}
+
+std::string indented_tree(const fft_plan& plan, size_t depth) {
+    std::string text = std::string(2 * depth, ' ') + problem_text(plan) + "\n";
+    text += std::string(2 * depth + 4, ' ') + solver_text(plan) + bytes_text(plan) + "\n";
+    for (int i = 0; i < plan.subplan_count; ++i) text += indented_tree(*plan.subplans[i], depth + 1);
+    return text;
+}
+
+}  // namespace
+
+std::string problem_text(const fft_plan& plan) {
+    std::string text = kind_text(plan);
+    if (plan.split == split_arrays) text += " split";
+    if (plan.kind == kind_upsampling_2d) {
+        for (int k = 0; k < 2; ++k)
+            text += (k ? "x" : " ") + std::to_string(plan.dims[k].n) + "->" + std::to_string(plan.howmany[k].n);
+        return text;
+    }
+    text += " " + dims_text(plan);
+    for (int k = 0; k < plan.howmany_rank; ++k) text += " *" + triple_text(plan.howmany[k]);
+    if (plan.in == plan.out) text += " =";
+    return text;
+}
+
+std::string plan_tree_line(const fft_plan& plan) {
+    std::string text = solver_text(plan);
+    if (plan.subplan_count == 0) return text;
+    text += " {";
+    for (int i = 0; i < plan.subplan_count; ++i) {
+        const fft_plan& child = *plan.subplans[i];
+        text += (i ? "; " : "") + problem_text(child) + ": " + plan_tree_line(child);
+    }
+    return text + "}";
+}
+
+std::string plan_tree_text(const fft_plan& plan) { return indented_tree(plan, 0); }

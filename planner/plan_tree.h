@@ -1,0 +1,19 @@
+// SPDX-License-Identifier: Apache-2.0
+// A plan as text: which solver took the problem, what it runs, and into which subproblems it broke it. For tests and
+// tools; the library itself prints nothing. Names are shortened: "c2c_1d_sve > 1d_two_stages_sve" stands for
+// solve_problem_c2c_1d_sve and execute_1d_two_stages_sve.
+#pragma once
+#include "interface/fft_plan.h"
+
+#include <string>
+
+// Type, direction, dimensions and batch. "c2c- 4x6" is a contiguous forward transform of 4 rows of 6; "c2c+ 6:2:3
+// *5:40:60" a batch of 5 backward transforms of 6 points at input stride 2 and output stride 3, 40 and 60 apart; "=" in
+// place.
+std::string problem_text(const fft_plan& plan);
+
+// The whole tree in one line: solver > execute {subproblem: solver > execute; ...}.
+std::string plan_tree_line(const fft_plan& plan);
+
+// The tree with one indented line for each record, and what storage each holds.
+std::string plan_tree_text(const fft_plan& plan);

@@ -1,0 +1,12 @@
+// SPDX-License-Identifier: Apache-2.0
+// A problem of the problem language (bench/problem.h), planned in this process.
+#pragma once
+#include "bench/problem.h"
+#include "include/qfftf.h"
+#include "interface/many_arguments.h"
+
+// The arguments of the many call that plans the problem. They point into `problem`, which must stay.
+many_arguments arguments_of(const bench::problem& problem, float* in, float* out);
+
+// Plans the problem on these arrays with the threads and flags that it asks for. Null when it is refused.
+qsl_fftf_plan plan_problem_text(const bench::problem& problem, float* in, float* out);
