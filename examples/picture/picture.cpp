@@ -32,10 +32,22 @@ constexpr letter_shape shapes[] = {
     {'-', {"     ", "     ", "     ", "#### ", "     ", "     ", "     "}},
     {'.', {"     ", "     ", "     ", "     ", "     ", "     ", "  #  "}},
     {'B', {"#### ", "#   #", "#   #", "#### ", "#   #", "#   #", "#### "}},
+    {'F', {"#####", "#    ", "#    ", "#### ", "#    ", "#    ", "#    "}},
     {'H', {"#   #", "#   #", "#   #", "#####", "#   #", "#   #", "#   #"}},
+    {'a', {"     ", "     ", " ### ", "    #", " ####", "#   #", " ####"}},
+    {'b', {"#    ", "#    ", "#### ", "#   #", "#   #", "#   #", "#### "}},
     {'d', {"    #", "    #", " ####", "#   #", "#   #", "#   #", " ####"}},
+    {'e', {"     ", "     ", " ### ", "#   #", "#####", "#    ", " ### "}},
+    {'g', {"     ", "     ", " ####", "#   #", " ####", "    #", " ### "}},
+    {'h', {"#    ", "#    ", "#### ", "#   #", "#   #", "#   #", "#   #"}},
+    {'i', {"  #  ", "     ", " ##  ", "  #  ", "  #  ", "  #  ", " ### "}},
     {'k', {"#    ", "#    ", "#  # ", "# #  ", "##   ", "# #  ", "#  # "}},
+    {'n', {"     ", "     ", "#### ", "#   #", "#   #", "#   #", "#   #"}},
+    {'o', {"     ", "     ", " ### ", "#   #", "#   #", "#   #", " ### "}},
+    {'r', {"     ", "     ", "# ## ", "##  #", "#    ", "#    ", "#    "}},
     {'s', {"     ", "     ", " ####", "#    ", " ### ", "    #", "#### "}},
+    {'t', {" #   ", " #   ", "#### ", " #   ", " #   ", " #  #", "  ## "}},
+    {'u', {"     ", "     ", "#   #", "#   #", "#   #", "#   #", " ####"}},
     {'z', {"     ", "     ", "#####", "   # ", "  #  ", " #   ", "#####"}},
 };
 // clang-format on
@@ -102,6 +114,21 @@ void picture::glyph(char letter, int left, int top, colour paint) {
             }
         }
     }
+}
+
+std::optional<picture> picture::read_png(const std::string& file) {
+    png_image image = {};
+    image.version = PNG_IMAGE_VERSION;
+    if (!png_image_begin_read_from_file(&image, file.c_str())) {
+        return std::nullopt;
+    }
+    image.format = PNG_FORMAT_RGB;
+    picture result(static_cast<int>(image.width), static_cast<int>(image.height), {});
+    const png_color black = {};
+    if (!png_image_finish_read(&image, &black, result.pixels_.data(), 0, nullptr)) {
+        return std::nullopt;
+    }
+    return result;
 }
 
 bool picture::write_png(const std::string& file) const {

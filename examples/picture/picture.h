@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-// A picture in memory for the examples that show something: pixels, boxes, small text, and PNG files through libpng.
+// A picture in memory for the examples that show something: pixels, boxes, small text, PNG files through libpng.
 #pragma once
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,14 +14,16 @@ struct colour {
 class picture {
 public:
     picture(int width, int height, colour background);
+    static std::optional<picture> read_png(const std::string& file);
 
     int width() const { return width_; }
     int height() const { return height_; }
     colour& at(int x, int y) { return pixels_[static_cast<size_t>(y) * width_ + x]; }
+    const colour& at(int x, int y) const { return pixels_[static_cast<size_t>(y) * width_ + x]; }
 
     void box(int x, int y, int width, int height, colour paint);
 
-    // Digits, '.', '-', ' ' and the letters of a few units, centred on x, with their top at y.
+    // Digits, '.', '-' and the letters that the examples need, centred on x, with their top at y.
     void text(std::string_view line, int x, int y, colour paint);
     static constexpr int text_height = 14;
 
