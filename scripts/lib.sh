@@ -193,8 +193,9 @@ run_arm() {
     if [ "$machine" = aarch64 ]; then "$@"; else qemu-aarch64 -cpu max,sve-default-vector-length=32 "$@"; fi
 }
 
-# unpack_package NAME FOLDER: a Debian package's files as FOLDER/NAME, without installing it.
+# unpack_package NAME FOLDER: a Debian package's files in FOLDER/NAME, without installing it.
 unpack_package() {
+    [ ! -d "$2/$1" ] || return 0
     local fetched=$2/$1.fetched
     rm -rf "$fetched" && mkdir -p "$fetched"
     if ! lists_know "$1"; then
@@ -202,6 +203,6 @@ unpack_package() {
         apt_get update || fail_with_packages "the package lists could not be fetched"
     fi
     (cd "$fetched" && apt-get -q download "$1") >build/packages.log 2>&1 || fail_with_packages "$1 could not be fetched"
-    dpkg-deb -x "$fetched"/*.deb "$2/$1"
+    dpkg-deb -x "$fetched"/*.deb "$fetched/files" && mv "$fetched/files" "$2/$1" || fail "$1 could not be unpacked"
     rm -rf "$fetched"
 }

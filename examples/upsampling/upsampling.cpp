@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // upsampling RESULT.png PHOTOGRAPH.png
 // Enlarges a photograph to four times its width and height by the Fourier method, one transform per colour, and shows
-// the middle of it beside what repeating every pixel gives.
+// a part of it beside what repeating every pixel gives.
 #include <qfftf.h>
 
 #include <algorithm>
@@ -16,7 +16,8 @@
 namespace {
 
 constexpr int factor = 4;
-constexpr int shown = 160;  // pixels of the photograph, in both directions
+constexpr int shown = 80;  // pixels of the photograph, in both directions
+constexpr int zoom = 2;    // of the result, to see more of it
 constexpr int gap = 12, heading = 34;
 constexpr colour ink = {40, 40, 40}, paper = {255, 255, 255};
 
@@ -62,19 +63,21 @@ picture enlarge(const picture& photograph) {
     return result;
 }
 
-// The middle of both, side by side.
+// A part of both, side by side, every pixel of the result as a square.
 picture compare(const picture& photograph, const picture& enlarged) {
     const int width = std::min(shown, photograph.width()), height = std::min(shown, photograph.height());
-    const int left = (photograph.width() - width) / 2, top = (photograph.height() - height) / 2;
-    picture both(2 * factor * width + 3 * gap, factor * height + heading + gap, paper);
-    for (int y = 0; y < factor * height; ++y) {
-        for (int x = 0; x < factor * width; ++x) {
-            both.at(gap + x, heading + y) = photograph.at(left + x / factor, top + y / factor);
-            both.at(2 * gap + factor * width + x, heading + y) = enlarged.at(factor * left + x, factor * top + y);
+    const int left = (photograph.width() - width) * 2 / 5, top = (photograph.height() - height) * 2 / 5;
+    const int side = factor * zoom;  // what a pixel of the photograph becomes
+    picture both(2 * side * width + 3 * gap, side * height + heading + gap, paper);
+    for (int y = 0; y < side * height; ++y) {
+        for (int x = 0; x < side * width; ++x) {
+            both.at(gap + x, heading + y) = photograph.at(left + x / side, top + y / side);
+            both.at(2 * gap + side * width + x, heading + y) =
+                enlarged.at(factor * left + x / zoom, factor * top + y / zoom);
         }
     }
-    both.text("nearest neighbour", gap + factor * width / 2, 10, ink);
-    both.text("Fourier", 2 * gap + factor * width * 3 / 2, 10, ink);
+    both.text("nearest neighbour", gap + side * width / 2, 10, ink);
+    both.text("Fourier", 2 * gap + side * width * 3 / 2, 10, ink);
     return both;
 }
 

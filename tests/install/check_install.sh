@@ -72,6 +72,19 @@ for standard in c++11 c++20; do
     echo "ok: plain.cpp as $standard"
 done
 
+echo "--- the examples and the program in README.md, by pkg-config; what they print stands behind \"Prints:\""
+check_example() {
+    diff <(echo "$2") - >differences <<<"$($EMULATOR ./by_pkg_config)" || { cat differences; fail "$1 (< told, > printed)"; }
+    echo "ok: $1"
+}
+for file in "$SOURCE"/examples/[0-9]*.c; do
+    $C -std=c99 $strict -o by_pkg_config "$file" $flags -lm
+    check_example "$(basename "$file")" "$(sed '1,/^\/\* Prints:$/d; /^\*\/$/d' "$file")"
+done
+sed '1,/^```c$/d; /^```$/,$d' "$SOURCE/README.md" >readme.c
+$C $strict -o by_pkg_config readme.c $flags
+check_example README.md "$(sed '1,/^```text$/d; /^```$/,$d' "$SOURCE/README.md")"
+
 echo "--- programs, by CMake"
 compilers=()
 [ -n "$TOOLCHAIN" ] || compilers=(-D "CMAKE_C_COMPILER=$C" -D "CMAKE_CXX_COMPILER=$CXX")
