@@ -6,5 +6,3 @@
 // The plain entry of a split plan: adds the plan's own imaginary arrays and calls execute_split.
 void execute_by_split(fft_plan* plan, float* in, float* out);
 
-// Called before the subplans of a split plan are planned. It has no effect.
-inline void plan_split_hook(fft_plan*) {}

@@ -4,11 +4,6 @@
 #include "planner/solver.h"
 #include "planner/solvers.h"
 
-int solve_problem_dft_split(fft_plan*) { return refused; }
-int solve_bufferized_problem(fft_plan*) { return refused; }
-int solve_problem_indirect(fft_plan*) { return refused; }
-int solve_problem_bufferization2(fft_plan*) { return refused; }
-int solve_problem_dft_many_post_transpose(fft_plan*) { return refused; }
 int solve_problem_c2c_many_direct_parallel_sve(fft_plan*) { return refused; }
 int solve_problem_c2c_many_direct_parallel_neon(fft_plan*) { return refused; }
 int solve_problem_c2c_many_direct_assemble_neon(fft_plan*) { return refused; }
