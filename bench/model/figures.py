@@ -4,7 +4,7 @@ from dataclasses import dataclass, field
 
 from blocks import Block, basic_blocks
 from emulation import Profile, Region
-from machine import KINDS, Disassembler, Machine, kinds
+from machine import KINDS, Classifier, Disassembler, Machine
 from symbols import Symbols
 
 
@@ -17,11 +17,11 @@ class Figures:
     counts: dict[str, float] = field(default_factory=lambda: dict.fromkeys(KINDS, 0.0))
     limited: dict[str, float] = field(default_factory=dict)
 
-    def add(self, times: float, code: list[str], price) -> None:
+    def add(self, times: float, code_kinds: list[list[str]], price) -> None:
         self.cycles += times * price.cycles
-        self.instructions += times * len(code)
-        for instruction in code:
-            for kind in kinds(instruction):
+        self.instructions += times * len(code_kinds)
+        for kinds in code_kinds:
+            for kind in kinds:
                 self.counts[kind] += times
         bound = max(price.bounds, key=price.bounds.get)
         full = min(price.bounds[bound], price.cycles)
@@ -57,12 +57,14 @@ class Analysis:
     def region(self, region: Region, executions: float) -> RegionFigures:
         blocks = basic_blocks(self._profile, region)
         codes = [[self._code[word] for word in block.words] for block in blocks]
-        total, functions, priced = Figures(), {}, []
+        total, functions, classifiers, priced = Figures(), {}, {}, []
         for block, code, price in zip(blocks, codes, self._machine.steady_prices(codes)):
             times = block.count / executions
             name = self._symbols.name(block.address)
+            classifier = classifiers.setdefault(name, Classifier())
+            code_kinds = [classifier.kinds(instruction) for instruction in code]
             for figures in (total, functions.setdefault(name, Figures())):
-                figures.add(times, code, price)
+                figures.add(times, code_kinds, price)
             priced.append((block, times * price.cycles, name))
         return RegionFigures(total, functions, priced, self._traced(region, executions))
 

@@ -10,10 +10,11 @@ from dataclasses import dataclass, field
 LOAD = re.compile(r"(ld|prf)")
 STORE = re.compile(r"st")
 FLOATING = re.compile(r"f(?!mov)|bf")
-BY_STACK_POINTER = re.compile(r".*\[sp\b")
 VECTOR_OPERAND = re.compile(r"\w+\s+[{\s]*[qzvd]\d")
+BASE = re.compile(r"\[(sp|x\d+)")
+WRITTEN = re.compile(r"(\w+)\s+(x\d+)(?:, (sp|x\d+))?")
 NOT_MODELLED = re.compile(r"(svc|mrs|msr|hint|bti|udf|yield|(pac|aut|xpac)\w*)\b")
-KINDS = ("fp", "loads", "stores", "spill_loads", "spill_stores")
+KINDS = ("fp", "loads", "stores", "spill_loads", "spill_stores", "pointer_loads")
 STEADY = (20, 40)       # steady state: the cycles between this many runs and that many
 BATCH = 3000            # instructions per call of llvm-mca
 
@@ -25,15 +26,37 @@ def tool(name: str) -> str:
     sys.exit(f"model: {name} is missing (package llvm-19)")
 
 
-def kinds(instruction: str) -> list[str]:
-    """The columns in which an instruction counts. A spill is a vector register that goes to or comes from the stack;
-    the registers that a function must preserve for its caller are among them."""
-    spilled = BY_STACK_POINTER.match(instruction) and VECTOR_OPERAND.match(instruction)
-    if LOAD.match(instruction):
-        return ["loads", "spill_loads"] if spilled else ["loads"]
-    if STORE.match(instruction):
-        return ["stores", "spill_stores"] if spilled else ["stores"]
-    return ["fp"] if FLOATING.match(instruction) else []
+class Classifier:
+    """The columns in which the instructions of a function count, asked in the order of their addresses. A spill is a
+    vector register that goes to or comes from the stack, by the stack pointer or a register that was computed from it;
+    the registers that a function must preserve for its caller are among them. A pointer load brings a general register
+    back from the stack."""
+
+    def __init__(self):
+        self._stack = {"sp"}
+
+    def kinds(self, instruction: str) -> list[str]:
+        base = BASE.search(instruction)
+        on_stack = bool(base and base[1] in self._stack)
+        vector = bool(VECTOR_OPERAND.match(instruction))
+        self._follow(instruction)
+        if LOAD.match(instruction):
+            return ["loads"] + (["spill_loads" if vector else "pointer_loads"] if on_stack else [])
+        if STORE.match(instruction):
+            return ["stores"] + (["spill_stores"] if on_stack and vector else [])
+        return ["fp"] if FLOATING.match(instruction) else []
+
+    def _follow(self, instruction: str) -> None:
+        written = WRITTEN.match(instruction)
+        if not written or STORE.match(instruction) or written[1] in ("cmp", "cmn", "tst", "cbz", "cbnz", "tbz", "tbnz"):
+            return
+        operation, register, source = written.groups()
+        if operation in ("add", "sub", "mov", "addvl") and source in self._stack:
+            self._stack.add(register)
+        else:
+            self._stack.discard(register)
+            if operation == "ldp":
+                self._stack.discard(source)
 
 
 class Disassembler:

@@ -85,12 +85,22 @@ class Kinds(unittest.TestCase):
     def test_kinds(self):
         for instruction, kinds in {
                 "ld1w { z0.s }, p0/z, [x0]": ["loads"], "ldr z0, [sp, #3, mul vl]": ["loads", "spill_loads"],
-                "ldr q0, [x1], #16": ["loads"], "ldp x29, x30, [sp], #16": ["loads"],
+                "ldr q0, [x1], #16": ["loads"], "ldp x29, x30, [sp], #16": ["loads", "pointer_loads"],
                 "str z31, [sp]": ["stores", "spill_stores"], "st1w { z1.s }, p0, [sp]": ["stores", "spill_stores"],
                 "st2 { v0.4s, v1.4s }, [x1]": ["stores"], "stur q1, [sp, #-16]": ["stores", "spill_stores"],
-                "fcmla z0.s, p0/m, z1.s, z2.s, #90": ["fp"], "fadd v0.4s, v1.4s, v2.4s": ["fp"],
-                "fmov s0, w1": [], "add x0, x0, #1": [], "mov v0.16b, v1.16b": []}.items():
-            self.assertEqual(machine.kinds(instruction), kinds, instruction)
+                "stp x0, x1, [sp]": ["stores"], "fcmla z0.s, p0/m, z1.s, z2.s, #90": ["fp"],
+                "fadd v0.4s, v1.4s, v2.4s": ["fp"], "fmov s0, w1": [], "add x0, x0, #1": [],
+                "mov v0.16b, v1.16b": []}.items():
+            self.assertEqual(machine.Classifier().kinds(instruction), kinds, instruction)
+
+    def test_registers_computed_from_the_stack_pointer(self):
+        classifier = machine.Classifier()
+        code = {"add x9, sp, #848": [], "addvl x10, x9, #2": [], "str z0, [x9, #3, mul vl]": ["stores", "spill_stores"],
+                "ldr z0, [x10]": ["loads", "spill_loads"], "cmp x9, x10": [], "ldr q1, [x9]": ["loads", "spill_loads"],
+                "add x9, x1, #16": [], "ldr q2, [x9]": ["loads"], "ldr x10, [sp, #8]": ["loads", "pointer_loads"],
+                "ldr z1, [x10]": ["loads"]}
+        for instruction, kinds in code.items():
+            self.assertEqual(classifier.kinds(instruction), kinds, instruction)
 
 
 class Prices(unittest.TestCase):
