@@ -5,4 +5,3 @@
 
 // The plain entry of a split plan: adds the plan's own imaginary arrays and calls execute_split.
 void execute_by_split(fft_plan* plan, float* in, float* out);
-

@@ -105,14 +105,12 @@ void direct_sum(const problem& p, const double* in, double* out) {
     if (p.kind == family::c2c) return complex_sum(n, p.sign, in, out);
     if (p.kind == family::r2c) return real_to_complex_sum(n, in, out);
     if (p.kind == family::c2r)
-        return complex_to_real_sum(
-            n, [=](long k) { return in[2 * k]; }, [=](long k) { return in[2 * k + 1]; }, out);
+        return complex_to_real_sum(n, [=](long k) { return in[2 * k]; }, [=](long k) { return in[2 * k + 1]; }, out);
     switch (p.r2r_kinds[0]) {
         case 0:
             return half_complex_sum(n, in, out);
         case 1:
-            return complex_to_real_sum(
-                n, [=](long k) { return in[k]; }, [=](long k) { return in[n - k]; }, out);
+            return complex_to_real_sum(n, [=](long k) { return in[k]; }, [=](long k) { return in[n - k]; }, out);
         case 2:
             return hartley_sum(n, in, out);
         default:
