@@ -42,6 +42,9 @@ struct guru_arguments {
 // The first documented demand that the arguments fail, or null when the call may go on.
 const char* guru_refusal(const guru_arguments& arguments);
 
+// A record that holds the problem, unplanned. Null when the arguments are refused or memory is short.
+fft_plan* guru_record(const guru_arguments& arguments);
+
 // True when no dimensions, and no batch dimensions, interleave in a way that the 32-bit complex calls refuse.
 bool guru_shape_test(int rank, const dim_list& dims, int howmany_rank, const dim_list& howmany_dims);
 

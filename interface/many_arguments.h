@@ -26,6 +26,9 @@ struct many_arguments {
 // The first documented demand that the arguments fail, or null when the call may go on.
 const char* many_refusal(const many_arguments& arguments);
 
+// A record that holds the problem, unplanned. Null when the arguments are refused or memory is short.
+fft_plan* many_record(const many_arguments& arguments);
+
 // Sizes and strides of the transform dimensions. `plan` has `kind`, `in` and `out`; the arguments have passed.
 void fft_plan_fill_dims(fft_plan* plan, int rank, const int* n, const int* inembed, int istride, const int* onembed,
                         int ostride);

@@ -36,6 +36,7 @@ fft_plan* new_problem(uint32_t kind, int64_t sign, int64_t split, unsigned flags
 }
 
 fft_plan* finish_plan_call(fft_plan* record) {
+    if (!record) return nullptr;
     if (!layout_is_addressable(*record) || plan_problem(&record) != accepted) {
         fft_plan_free(record);
         return nullptr;

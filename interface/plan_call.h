@@ -25,7 +25,8 @@ const char* first_failed(std::span<const argument_check<Arguments>> checks, cons
 // null.
 fft_plan* new_problem(uint32_t kind, int64_t sign, int64_t split, unsigned flags);
 
-// Plans the record and returns the plan, which may be another record. On failure releases it and returns null.
+// Plans the record and returns the plan, which may be another record. On failure releases it and returns null, as it
+// does for a null record.
 fft_plan* finish_plan_call(fft_plan* record);
 
 // False for a layout that no address space holds. It keeps the solvers' products of sizes and strides within 64 bits.

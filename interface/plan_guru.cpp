@@ -4,9 +4,7 @@
 #include "interface/guru_arguments.h"
 #include "interface/plan_call.h"
 
-namespace {
-
-fft_plan* plan_guru(const guru_arguments& a) {
+fft_plan* guru_record(const guru_arguments& a) {
     if (guru_refusal(a)) return nullptr;
     fft_plan* record = new_problem(a.kind, a.sign, a.split, a.flags);
     if (!record) return nullptr;
@@ -19,8 +17,12 @@ fft_plan* plan_guru(const guru_arguments& a) {
     record->howmany_rank = a.howmany_rank;
     for (int k = 0; k < a.howmany_rank; ++k) record->howmany[k] = a.howmany_dims[k];
     if (a.kind == kind_r2r) fft_plan_copy_r2r_kinds(record->r2r_kind, a.r2r_kinds, record->rank);
-    return finish_plan_call(record);
+    return record;
 }
+
+namespace {
+
+fft_plan* plan_guru(const guru_arguments& a) { return finish_plan_call(guru_record(a)); }
 
 template <class Dim>
 constexpr width width_of = sizeof(Dim) == sizeof(fft_iodim) ? width::narrow : width::wide;

@@ -3,9 +3,7 @@
 #include "interface/many_arguments.h"
 #include "interface/plan_call.h"
 
-namespace {
-
-fft_plan* plan_many(const many_arguments& a) {
+fft_plan* many_record(const many_arguments& a) {
     if (many_refusal(a)) return nullptr;
     fft_plan* record = new_problem(a.kind, a.sign, interleaved_arrays, a.flags);
     if (!record) return nullptr;
@@ -17,8 +15,12 @@ fft_plan* plan_many(const many_arguments& a) {
         record->howmany[0] = {a.howmany, a.idist, a.odist};
     }
     if (a.kind == kind_r2r) fft_plan_copy_r2r_kinds(record->r2r_kind, a.r2r_kinds, a.rank);
-    return finish_plan_call(record);
+    return record;
 }
+
+namespace {
+
+fft_plan* plan_many(const many_arguments& a) { return finish_plan_call(many_record(a)); }
 
 }  // namespace
 

@@ -1,38 +1,48 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/planned_problem.h"
 
-#include <vector>
+#include "interface/guru_arguments.h"
+#include "interface/plan_call.h"
 
 namespace {
 
-uint32_t kind_of(bench::family family) {
-    switch (family) {
+struct family_terms {
+    uint32_t kind;
+    int sign;
+};
+
+family_terms terms_of(const bench::problem& p) {
+    switch (p.kind) {
         case bench::family::r2c:
-            return kind_r2c;
+            return {kind_r2c, -1};
         case bench::family::c2r:
-            return kind_c2r;
+            return {kind_c2r, +1};
         case bench::family::r2r:
-            return kind_r2r;
+            return {kind_r2r, 0};
         default:
-            return kind_c2c;
+            return {kind_c2c, p.sign};
     }
 }
 
-qsl_fftf_complex* pairs(float* array) { return reinterpret_cast<qsl_fftf_complex*>(array); }
+unsigned flags_of(const bench::problem& p) { return p.measured ? QSL_FFTF_MEASURED : QSL_FFTF_RULES; }
 
-qsl_fftf_plan plan_movement(const bench::problem& p, float* in, float* out, unsigned flags) {
+bool moves_data(const bench::problem& p) { return p.kind == bench::family::transpose || p.kind == bench::family::copy; }
+
+// A transform of rank 0 over a batch of rows and columns.
+fft_plan* movement_record(const bench::problem& p, float* in, float* out) {
     fft_iodim64 batch[2];
     for (int d : {0, 1}) batch[d] = {p.n[d], p.in.row_stride[d], p.out.row_stride[d]};
-    return qsl_fftf_plan_guru64_dft(0, batch, 2, batch, pairs(in), pairs(out), QSL_FFTF_FORWARD, flags);
+    return guru_record({width::wide, kind_c2c, sign_forward, interleaved_arrays, flags_of(p), 0, batch, 2, batch, in,
+                        nullptr, out, nullptr, nullptr});
 }
 
 }  // namespace
 
 many_arguments arguments_of(const bench::problem& p, float* in, float* out) {
-    const unsigned flags = p.measured ? QSL_FFTF_MEASURED : QSL_FFTF_RULES;
-    return {kind_of(p.kind),
-            p.sign,
-            flags,
+    const auto [kind, sign] = terms_of(p);
+    return {kind,
+            sign,
+            flags_of(p),
             static_cast<int>(p.n.size()),
             p.n.data(),
             p.batch,
@@ -47,23 +57,15 @@ many_arguments arguments_of(const bench::problem& p, float* in, float* out) {
             reinterpret_cast<const uint32_t*>(p.r2r_kinds.data())};
 }
 
-qsl_fftf_plan plan_problem_text(const bench::problem& p, float* in, float* out) {
-    const many_arguments a = arguments_of(p, in, out);
+const char* refusal_of(const bench::problem& p, float* in, float* out) {
+    return moves_data(p) ? nullptr : many_refusal(arguments_of(p, in, out));
+}
+
+fft_plan* record_of(const bench::problem& p, float* in, float* out) {
     qsl_fftf_plan_with_nthreads(p.threads);
-    const auto many = [&](auto call, auto* from, auto* to, auto... tail) {
-        return call(a.rank, a.n, a.howmany, from, a.inembed, a.istride, a.idist, to, a.onembed, a.ostride, a.odist,
-                    tail..., a.flags);
-    };
-    switch (p.kind) {
-        case bench::family::c2c:
-            return many(qsl_fftf_plan_many_dft, pairs(in), pairs(out), a.sign);
-        case bench::family::r2c:
-            return many(qsl_fftf_plan_many_dft_r2c, in, pairs(out));
-        case bench::family::c2r:
-            return many(qsl_fftf_plan_many_dft_c2r, pairs(in), out);
-        case bench::family::r2r:
-            return many(qsl_fftf_plan_many_r2r, in, out, a.r2r_kinds);
-        default:
-            return plan_movement(p, in, out, a.flags);
-    }
+    return moves_data(p) ? movement_record(p, in, out) : many_record(arguments_of(p, in, out));
+}
+
+qsl_fftf_plan plan_problem_text(const bench::problem& p, float* in, float* out) {
+    return finish_plan_call(record_of(p, in, out));
 }

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// A problem of the problem language (bench/problem.h), planned in this process.
+// A problem of the problem language (bench/problem.h) as the call that plans it.
 #pragma once
 #include "bench/problem.h"
 #include "include/qfftf.h"
@@ -8,5 +8,11 @@
 // The arguments of the many call that plans the problem. They point into `problem`, which must stay.
 many_arguments arguments_of(const bench::problem& problem, float* in, float* out);
 
-// Plans the problem on these arrays with the threads and flags that it asks for. Null when it is refused.
+// The first documented demand that the problem fails, or null. Movements of data fail none.
+const char* refusal_of(const bench::problem& problem, float* in, float* out);
+
+// The unplanned record, with the threads and flags that the problem asks for, or null.
+fft_plan* record_of(const bench::problem& problem, float* in, float* out);
+
+// Plans the problem on these arrays. Null when it is refused.
 qsl_fftf_plan plan_problem_text(const bench::problem& problem, float* in, float* out);
