@@ -1,0 +1,32 @@
+# SPDX-License-Identifier: Apache-2.0
+# host_program(NAME SOURCES...) builds a program that runs during the build, with the build host's own compiler when
+# cross compiling. Sets NAME_command and NAME_depends for custom commands.
+find_program(HOST_CXX NAMES clang++-19 c++ g++ clang++ REQUIRED DOC "C++20 compiler for programs run during the build")
+
+function(host_program name)
+  if(NOT CMAKE_CROSSCOMPILING)
+    add_executable(${name} ${ARGN})
+    target_compile_features(${name} PRIVATE cxx_std_20)
+    target_compile_options(${name} PRIVATE -Wall -Wextra)
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+    set(${name}_command ${name} PARENT_SCOPE)
+    set(${name}_depends ${name} PARENT_SCOPE)
+    return()
+  endif()
+  set(dir ${CMAKE_BINARY_DIR}/host/${name})
+  file(MAKE_DIRECTORY ${dir})
+  set(objects "")
+  foreach(source IN LISTS ARGN)
+    get_filename_component(stem ${source} NAME_WE)
+    set(object ${dir}/${stem}.o)
+    add_custom_command(OUTPUT ${object}
+      COMMAND ${CMAKE_CXX_COMPILER_LAUNCHER} ${HOST_CXX} -std=c++20 -O1 -Wall -Wextra -I${PROJECT_SOURCE_DIR}
+              -MD -MF ${object}.d -c ${source} -o ${object}
+      DEPENDS ${source} DEPFILE ${object}.d COMMENT "Building ${name}/${stem}.o for the build host" VERBATIM)
+    list(APPEND objects ${object})
+  endforeach()
+  add_custom_command(OUTPUT ${dir}/${name} COMMAND ${HOST_CXX} ${objects} -o ${dir}/${name} DEPENDS ${objects}
+                     COMMENT "Linking ${name} for the build host" VERBATIM)
+  set(${name}_command ${dir}/${name} PARENT_SCOPE)
+  set(${name}_depends ${dir}/${name} PARENT_SCOPE)
+endfunction()

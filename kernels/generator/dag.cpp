@@ -1,0 +1,29 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kernels/generator/dag.h"
+
+namespace generator {
+
+int dag::intern(const node& n) {
+    const auto [it, fresh] = known_.try_emplace(n.key(), int(nodes_.size()));
+    if (fresh) nodes_.push_back(n);
+    return it->second;
+}
+
+int dag::sum(int a, int b, int quarters) {
+    constexpr op plain[] = {op::add, op::add_i, op::sub, op::sub_i};
+    constexpr op with_scale[] = {op::fma, op::fma_i, op::fms, op::fms_i};
+    const node nb = nodes_[b], na = nodes_[a];
+    if (nb.what == op::scale) {
+        if (na.what == op::scale && na.k == nb.k) return scale(sum(na.a, nb.a, quarters), na.k);
+        // A rotated product takes its constant from the sine's place.
+        const long double value = pool_.value(nb.k);
+        const constant odd{nb.k.entry, 1};
+        if (quarters % 2 == 0) return fused(with_scale[quarters], a, nb.a, nb.k);
+        if (pool_.value(odd) == value) return fused(with_scale[quarters], a, nb.a, odd);
+        if (pool_.value(odd) == -value) return fused(with_scale[quarters ^ 2], a, nb.a, odd);
+    }
+    if (na.what == op::scale && quarters == 0) return sum(b, a, 0);
+    return binary(plain[quarters], a, b);
+}
+
+}  // namespace generator

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: Apache-2.0
+// The arithmetic of one kernel body as a graph of operations on vectors. Nodes are numbered in the order in which
+// they were first asked for; an equal operation on equal operands is one node. A vector holds complex numbers for the
+// complex families and plain numbers for the real ones: the operations with _i exist for complex vectors only.
+#pragma once
+#include <map>
+#include <vector>
+
+#include "kernels/generator/pool.h"
+
+namespace generator {
+
+enum class op {
+    load,        // input `slot`
+    twiddle,     // twiddle `slot`, from the table of the stage
+    mul,         // a b, complex
+    add,         // a + b
+    sub,         // a - b
+    add_i,       // a + i b
+    sub_i,       // a - i b
+    scale,       // k a
+    fma,         // a + k b
+    fms,         // a - k b
+    fma_i,       // a + i k b
+    fms_i,       // a - i k b
+    zip_lo,      // lanes of a and b in turn, from their lower halves
+    zip_hi,      // from their upper halves
+    unzip_even,  // even lanes of a, then of b
+    unzip_odd,   // odd lanes
+    store,       // a to output `slot`
+};
+
+constexpr int none = -1;
+
+struct node {
+    op what;
+    int a = none, b = none;
+    int slot = none;
+    constant k{};
+    auto key() const { return std::tuple(int(what), a, b, slot, k.entry, k.lane); }
+};
+
+class dag {
+public:
+    explicit dag(pool constants) : pool_(std::move(constants)) {}
+
+    int load(int slot) { return intern({op::load, none, none, slot}); }
+    int twiddle(int slot) { return intern({op::twiddle, none, none, slot}); }
+    void store(int slot, int a) { intern({op::store, a, none, slot}); }
+    int binary(op what, int a, int b) { return intern({what, a, b}); }
+    int scale(int a, constant k) { return intern({op::scale, a, none, none, k}); }
+    int fused(op what, int a, int b, constant k) { return intern({what, a, b, none, k}); }
+
+    // a + b, a - b, a + i b, a - i b (turned by 0, 2, 1 and 3 quarters), taking a scaled b into a fused operation.
+    int sum(int a, int b, int quarters);
+
+    const pool& constants() const { return pool_; }
+    const std::vector<node>& nodes() const { return nodes_; }
+
+private:
+    int intern(const node& n);
+
+    pool pool_;
+    std::vector<node> nodes_;
+    std::map<std::tuple<int, int, int, int, int, int>, int> known_;
+};
+
+}  // namespace generator

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kernels/generator/forms.h"
+
+namespace generator {
+
+namespace {
+
+constexpr int kernel_sizes[] = {2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14, 15,
+                                16, 17, 18, 19, 20, 21, 23, 24, 29, 31, 32, 37, 64};
+constexpr int direct_sve_sizes[] = {2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14,
+                                    15, 16, 17, 18, 19, 20, 21, 23, 24, 29, 31, 37, 64};
+constexpr int scalar_sizes[] = {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 15, 16, 17, 21, 24};
+
+using enum instruction_set;
+using enum shape;
+using enum layout;
+
+// clang-format off
+constexpr form table[] = {
+    {"direct_contig_neon",   neon,   direct,   contig,  kernel_sizes},
+    {"direct_strided_neon",  neon,   direct,   strided, kernel_sizes},
+    {"direct_contig_sve",    sve,    direct,   contig,  direct_sve_sizes},
+    {"direct_scalar",        scalar, direct,   contig,  scalar_sizes},
+
+    {"many_pair_neon",       neon,   many,     batch,   kernel_sizes},
+    {"many_assemble_neon",   neon,   assemble, batch,   kernel_sizes},
+    {"many_quad_sve",        sve,    many,     batch,   kernel_sizes},
+
+    {"first_contig_neon",    neon,   first,    contig,  kernel_sizes},
+    {"first_strided_neon",   neon,   first,    strided, kernel_sizes},
+    {"first_pair_neon",      neon,   first,    batch,   kernel_sizes},
+    {"first_contig_sve",     sve,    first,    contig,  kernel_sizes},
+    {"first_strided_sve",    sve,    first,    strided, kernel_sizes},
+    {"first_quad_sve",       sve,    first,    batch,   kernel_sizes},
+
+    {"other_plain_neon",     neon,   other,    contig,  kernel_sizes},
+    {"other_pair_neon",      neon,   other,    batch,   kernel_sizes},
+    {"other_plain_sve",      sve,    other,    contig,  kernel_sizes},
+    {"other_quad_sve",       sve,    other,    batch,   kernel_sizes},
+
+    {"last_contig_neon",     neon,   last,     contig,  kernel_sizes},
+    {"last_strided_neon",    neon,   last,     strided, kernel_sizes},
+    {"last_pair_neon",       neon,   last,     batch,   kernel_sizes},
+    {"last_contig_sve",      sve,    last,     contig,  kernel_sizes},
+    {"last_strided_sve",     sve,    last,     strided, kernel_sizes},
+    {"last_quad_sve",        sve,    last,     batch,   kernel_sizes},
+};
+// clang-format on
+
+}  // namespace
+
+std::span<const form> forms() { return table; }
+
+}  // namespace generator

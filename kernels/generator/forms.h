@@ -1,0 +1,38 @@
+// SPDX-License-Identifier: Apache-2.0
+// THE TABLE of kernel families. Pointer tables, declarations, tests and benchmarks are derived from it.
+#pragma once
+#include <cstdint>
+#include <span>
+
+namespace generator {
+
+enum class instruction_set { neon, sve, scalar };
+
+// Which arguments a kernel takes and over what it loops.
+enum class shape {
+    direct,    // one transform
+    many,      // one transform in every lane of a vector
+    assemble,  // likewise, each lane at its own address
+    first,     // stages: over the columns l < L; m is 1 and there are no twiddles
+    other,     // over the rows i < m and the columns l < L
+    last,      // over the rows i < m; L is 1
+};
+
+// Where the elements lie and what the lanes of a vector are.
+enum class layout {
+    contig,   // unit strides; in stages the lanes are adjacent columns (first, other) or rows (last)
+    strided,  // strides from the arguments or the record, one complex number per vector
+    batch,    // the lanes are adjacent transforms: two in NEON, four in SVE
+};
+
+struct form {
+    const char* name;
+    instruction_set isa;
+    shape loop;
+    layout data;
+    std::span<const int> sizes;
+};
+
+std::span<const form> forms();
+
+}  // namespace generator

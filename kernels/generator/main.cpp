@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+// kernel_generator DIR: writes DIR/<family>/nNN.cpp and unit.cpp for every family of the forms table, the constant
+// pools, the declarations, the pointer tables and the registry of them all.
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+
+#include "kernels/generator/loops.h"
+#include "kernels/generator/tables.h"
+#include "kernels/generator/text.h"
+
+namespace generator {
+
+void write_if_changed(const std::string& path, const std::string& content) {
+    std::ifstream old(path, std::ios::binary);
+    const std::string had{std::istreambuf_iterator<char>(old), {}};
+    if (old && had == content) return;
+    std::ofstream(path, std::ios::binary) << content;
+}
+
+void write_family(const std::string& dir, const form& f) {
+    std::filesystem::create_directories(dir + "/" + f.name);
+    std::string unit =
+        "// Written by kernels/generator.\n#include \"kernels/ops/ops.h\"\n#include \"../declarations.h\"\n";
+    for (int size : f.sizes) {
+        const std::string file = (size < 10 ? "n0" : "n") + std::to_string(size) + ".cpp";
+        write_if_changed(dir + "/" + f.name + "/" + file, kernel_source(f, size));
+        unit += "#include \"" + file + "\"\n";
+    }
+    write_if_changed(dir + "/" + f.name + "/unit.cpp", unit);
+}
+
+}  // namespace generator
+
+int main(int argc, char** argv) {
+    using namespace generator;
+    if (argc != 2) return std::fprintf(stderr, "usage: kernel_generator DIR\n"), 2;
+    const std::string dir = argv[1];
+    for (const form& f : forms()) write_family(dir, f);
+    write_if_changed(dir + "/declarations.h", declarations_text());
+    write_if_changed(dir + "/tables.h", tables_header_text());
+    write_if_changed(dir + "/tables.cpp", tables_text());
+    write_if_changed(dir + "/registry.cpp", registry_text());
+    write_if_changed(dir + "/pools.cpp", pools_text());
+}

@@ -1,0 +1,76 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kernels/generator/order.h"
+
+namespace generator {
+
+namespace {
+
+// The butterflies ask for their operations sub-transform by sub-transform, which is the order that keeps few values
+// alive. What isn't part of it: loads, permutations and twiddle multiplications wait until they are needed, and a
+// store follows its value at once.
+class printer_order {
+public:
+    printer_order(const dag& graph, bool loads_first)
+        : nodes_(graph.nodes()),
+          done_(nodes_.size()),
+          live_(nodes_.size()),
+          store_of_(nodes_.size(), none),
+          loads_first_(loads_first) {
+        mark_live();
+    }
+
+    std::vector<int> run() {
+        for (int n = 0; n < int(nodes_.size()); ++n)
+            if (live_[n] && !waits(nodes_[n].what)) visit(n);
+        for (int n : held_back_) order_.push_back(n);
+        return order_;
+    }
+
+private:
+    static bool waits(op what) {
+        return what == op::load || what == op::twiddle || what == op::mul || what == op::zip_lo || what == op::zip_hi ||
+               what == op::unzip_even || what == op::unzip_odd || what == op::store;
+    }
+
+    void mark_live() {
+        for (int n = int(nodes_.size()) - 1; n >= 0; --n) {
+            const node& v = nodes_[n];
+            if (v.what == op::store) {
+                live_[n] = true;
+                store_of_[v.a] = n;
+            }
+            if (!live_[n]) continue;
+            if (v.what == op::load) ++loads_left_;
+            for (int operand : {v.a, v.b})
+                if (operand != none) live_[operand] = true;
+        }
+    }
+
+    void visit(int n) {
+        if (n == none || done_[n]) return;
+        done_[n] = true;
+        visit(nodes_[n].a);
+        visit(nodes_[n].b);
+        if (nodes_[n].what == op::twiddle) return;
+        order_.push_back(n);
+        if (nodes_[n].what == op::load) --loads_left_;
+        if (store_of_[n] == none) return;
+        if (loads_first_ && loads_left_ > 0)
+            held_back_.push_back(store_of_[n]);
+        else
+            order_.push_back(store_of_[n]);
+    }
+
+    const std::vector<node>& nodes_;
+    std::vector<bool> done_, live_;
+    std::vector<int> store_of_;
+    bool loads_first_;
+    int loads_left_ = 0;
+    std::vector<int> order_, held_back_;
+};
+
+}  // namespace
+
+std::vector<int> print_order(const dag& graph, bool loads_first) { return printer_order(graph, loads_first).run(); }
+
+}  // namespace generator

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: Apache-2.0
+// The constants of a kernel: pairs (cosine, sine), sines negated in forward kernels. A butterfly asks for a real
+// number by its value and gets the place where the pool keeps it, up to sign.
+#pragma once
+#include <string>
+#include <vector>
+
+#include "kernels/generator/turn.h"
+
+namespace generator {
+
+struct constant {
+    int entry = -1;
+    int lane = 0;
+    bool operator==(const constant&) const = default;
+};
+
+struct pool_entry {
+    long double value[2];
+    std::string meaning;  // what the pair is, for the comment in the generated text
+};
+
+struct found_constant {
+    constant where;
+    bool negative;  // the pool holds the negated value
+};
+
+class pool {
+public:
+    pool(int size, int sign);
+
+    const std::vector<pool_entry>& entries() const { return entries_; }
+    long double value(constant k) const { return entries_[k.entry].value[k.lane]; }
+    found_constant find(long double value) const;
+    // The entry whose lane 0 is +-c and whose lane 1 is +-s, or -1.
+    int find_pair(long double c, long double s) const;
+
+private:
+    void add_angle(turn angle);
+    void add_pair(long double c, long double s, std::string meaning);
+
+    int sign_;
+    std::vector<pool_entry> entries_;
+};
+
+}  // namespace generator

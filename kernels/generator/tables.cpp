@@ -1,0 +1,120 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kernels/generator/tables.h"
+
+#include <cstdio>
+
+#include "kernels/generator/loops.h"
+#include "kernels/generator/pool.h"
+
+namespace generator {
+
+namespace {
+
+constexpr int table_slots = 64;
+constexpr int signs[] = {-1, 1};
+
+const char* direction(int sign) { return sign < 0 ? "fwd" : "bwd"; }
+
+std::string pool_name(int size, int sign) {
+    return std::string("pool_") + direction(sign) + (size < 10 ? "_n0" : "_n") + std::to_string(size);
+}
+
+const char* pointer_type(const form& f) {
+    switch (f.loop) {
+        case shape::direct:
+            return f.data == layout::contig ? "direct_contig_kernel" : "direct_strided_kernel";
+        case shape::many:
+            return "many_kernel";
+        case shape::assemble:
+            return "many_assemble_kernel";
+        default:
+            return "stage_kernel";
+    }
+}
+
+std::string table_declaration(const form& f, int sign) {
+    return std::string("extern const ") + pointer_type(f) + " " + f.name + "_" + direction(sign) + "[" +
+           std::to_string(table_slots) + "]";
+}
+
+// Enough digits for the float nearest to the exact number to be read back.
+std::string float_text(long double v) {
+    char s[40];
+    std::snprintf(s, sizeof s, "%.9gf", double(float(v)));
+    std::string t = s;
+    if (t.find_first_of(".e") == std::string::npos) t.insert(t.size() - 1, ".0");
+    return t;
+}
+
+}  // namespace
+
+std::string declarations_text() {
+    std::string s =
+        "// Written by kernels/generator.\n#pragma once\n#include \"kernels/kernel_types.h\"\n"
+        "#pragma GCC visibility push(hidden)\n";
+    for (int size = 2; size <= table_slots; ++size)
+        for (int sign : signs)
+            if (!pool(size, sign).entries().empty()) s += "extern const float " + pool_name(size, sign) + "[];\n";
+    for (const form& f : forms())
+        for (int size : f.sizes)
+            for (int sign : signs) s += "void " + kernel_name(f, size, sign) + kernel_parameters(f) + ";\n";
+    return s + "#pragma GCC visibility pop\n";
+}
+
+std::string tables_header_text() {
+    std::string s =
+        "// Written by kernels/generator.\n#pragma once\n#include \"kernels/kernel_types.h\"\n"
+        "#pragma GCC visibility push(hidden)\n";
+    for (const form& f : forms())
+        for (int sign : signs) s += table_declaration(f, sign) + ";\n";
+    return s + "#pragma GCC visibility pop\n";
+}
+
+std::string tables_text() {
+    std::string s =
+        "// Written by kernels/generator. Slot s - 1 holds the kernel of size s.\n"
+        "#include \"tables.h\"\n#include \"declarations.h\"\n";
+    for (const form& f : forms())
+        for (int sign : signs) {
+            s += "\n" + table_declaration(f, sign) + " = {\n";
+            size_t next = 0;
+            for (int size = 1; size <= table_slots; ++size) {
+                const bool has = next < f.sizes.size() && f.sizes[next] == size;
+                s += "    " + (has ? kernel_name(f, size, sign) : "nullptr") + ",\n";
+                next += has;
+            }
+            s += "};\n";
+        }
+    return s;
+}
+
+std::string registry_text() {
+    std::string s =
+        "// Written by kernels/generator.\n#include \"kernels/registry.h\"\n\n#include \"tables.h\"\n\n"
+        "const kernel_family kernel_families[] = {\n";
+    const auto pointer = [](const form& f, int sign) {
+        return std::string("reinterpret_cast<const any_kernel*>(") + f.name + "_" + direction(sign) + ")";
+    };
+    for (const form& f : forms())
+        s += std::string("    {\"") + f.name + "\", {" + pointer(f, -1) + ", " + pointer(f, 1) + "}},\n";
+    return s + "};\nconst int kernel_family_count = " + std::to_string(forms().size()) + ";\n";
+}
+
+std::string pools_text() {
+    std::string s =
+        "// Written by kernels/generator. Pairs (cos, sin) of 2 pi k / n; sines negated in forward pools.\n"
+        "// In a unit of their own, so that kernels load them as vectors, not each number by itself.\n"
+        "#include \"declarations.h\"\n";
+    for (int size = 2; size <= table_slots; ++size)
+        for (int sign : signs) {
+            const pool p(size, sign);
+            if (p.entries().empty()) continue;
+            s += "\nalignas(16) const float " + pool_name(size, sign) + "[] = {\n";
+            for (const pool_entry& e : p.entries())
+                s += "    " + float_text(e.value[0]) + ", " + float_text(e.value[1]) + ",  // " + e.meaning + "\n";
+            s += "};\n";
+        }
+    return s;
+}
+
+}  // namespace generator

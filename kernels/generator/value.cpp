@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kernels/generator/value.h"
+
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+namespace generator {
+
+namespace {
+
+bool is_scaled(value a) { return a.graph->nodes()[a.n].what == op::scale; }
+
+}  // namespace
+
+// The sum inherits the pending rotation of one operand: of the one whose scaling can't be fused, else of the one
+// without a rotation.
+value operator+(value a, value b) {
+    const bool prefer_b = is_scaled(a) != is_scaled(b) ? is_scaled(a) : a.quarters != 0 && b.quarters == 0;
+    if (prefer_b) std::swap(a, b);
+    return {a.graph, a.graph->sum(a.n, b.n, (b.quarters - a.quarters + 4) % 4), a.quarters};
+}
+
+// a exp(2 pi i angle). Eighths of a turn cost one rotated addition, whose scaling the next addition takes in.
+value times_root(value a, turn angle) {
+    const int64_t den = angle.den, num = ((angle.num % den) + den) % den;
+    if (4 * num % den == 0) return rotated(a, int(4 * num / den));
+    if (8 * num % den == 0) return cosine({1, 8}) * rotated(a + times_i(a), int(8 * num / den) / 2);
+    for (int quarters = 0; quarters < 4; ++quarters) {
+        const turn rest{4 * num - quarters * den, 4 * den};
+        const long double c = cosine(rest), s = sine(rest);
+        const int e = a.graph->constants().find_pair(c, s);
+        if (e < 0 || c * a.graph->constants().value({e, 0}) < 0) continue;
+        const bool negative = s * a.graph->constants().value({e, 1}) < 0;
+        const int real = a.graph->scale(a.n, {e, 0});
+        const int both = a.graph->fused(negative ? op::fms_i : op::fma_i, real, a.n, {e, 1});
+        return rotated({a.graph, both, a.quarters}, quarters);
+    }
+    std::fprintf(stderr, "generator: the pool holds no root %ld/%ld\n", long(num), long(den));
+    std::abort();
+}
+
+}  // namespace generator

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+// A number of a butterfly under construction. Its operators record the graph, so that butterflies read like formulas.
+// A rotation by a quarter turn is remembered, not computed: the next addition takes it in.
+#pragma once
+#include <vector>
+
+#include "kernels/generator/dag.h"
+
+namespace generator {
+
+struct value {
+    dag* graph;
+    int n;             // node
+    int quarters = 0;  // the number is the node's times i to this power
+};
+
+using values = std::vector<value>;
+
+inline value rotated(value a, int quarters) { return {a.graph, a.n, ((a.quarters + quarters) % 4 + 4) % 4}; }
+inline value operator-(value a) { return rotated(a, 2); }
+inline value times_i(value a) { return rotated(a, 1); }
+
+value operator+(value a, value b);
+inline value operator-(value a, value b) { return a + (-b); }
+
+// A real factor, which the pool must hold up to its sign.
+inline value operator*(long double c, value a) {
+    const found_constant k = a.graph->constants().find(c);
+    const value scaled{a.graph, a.graph->scale(a.n, k.where), a.quarters};
+    return k.negative ? -scaled : scaled;
+}
+
+value times_root(value a, turn angle);
+
+}  // namespace generator

@@ -1,0 +1,55 @@
+// SPDX-License-Identifier: Apache-2.0
+// One complex number in a 64-bit NEON vector.
+#pragma once
+#include "kernels/ops/inline.h"
+
+#if defined(__aarch64__)
+#include <arm_neon.h>
+
+namespace neon_one {
+
+using vec = float32x2_t;
+using row_twiddle = float32x2_t;
+
+OPS_INLINE vec load(const float* p) { return vld1_f32(p); }
+OPS_INLINE void store(float* p, vec a) { vst1_f32(p, a); }
+OPS_INLINE vec constant(const float* p) { return vld1_f32(p); }
+OPS_INLINE row_twiddle load_row(const float* p) { return vld1_f32(p); }
+
+OPS_INLINE vec mul(vec a, vec w) { return vcmla_rot90_f32(vcmla_f32(vdup_n_f32(0), a, w), a, w); }
+OPS_INLINE vec add(vec a, vec b) { return vadd_f32(a, b); }
+OPS_INLINE vec sub(vec a, vec b) { return vsub_f32(a, b); }
+OPS_INLINE vec add_i(vec a, vec b) { return vcadd_rot90_f32(a, b); }
+OPS_INLINE vec sub_i(vec a, vec b) { return vcadd_rot270_f32(a, b); }
+template <int lane>
+OPS_INLINE vec scale(vec a, vec k) {
+    return vmul_lane_f32(a, k, lane);
+}
+template <int lane>
+OPS_INLINE vec fma(vec a, vec b, vec k) {
+    return vfma_lane_f32(a, b, k, lane);
+}
+template <int lane>
+OPS_INLINE vec fms(vec a, vec b, vec k) {
+    return vfms_lane_f32(a, b, k, lane);
+}
+OPS_INLINE vec fma_i(vec a, vec b, vec k) { return vcmla_rot90_f32(a, k, b); }
+OPS_INLINE vec fms_i(vec a, vec b, vec k) { return vcmla_rot270_f32(a, k, b); }
+
+}  // namespace neon_one
+
+#else
+#include "kernels/ops/portable.h"
+
+namespace neon_one {
+
+using namespace portable;
+using vec = vector<1>;
+using row_twiddle = vec;
+OPS_INLINE vec load(const float* p) { return portable::load<1>(p); }
+OPS_INLINE vec constant(const float* p) { return portable::constant<1>(p); }
+OPS_INLINE row_twiddle load_row(const float* p) { return load(p); }
+
+}  // namespace neon_one
+
+#endif

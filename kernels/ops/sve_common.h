@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: Apache-2.0
+// What both SVE vocabularies share: arithmetic on all lanes of a 256-bit vector.
+#pragma once
+#include "kernels/ops/inline.h"
+
+#if defined(__aarch64__)
+#include <arm_sve.h>
+
+namespace sve_common {
+
+using vec = svfloat32_t;
+using row_twiddle = svfloat32_t;
+using mask = svbool_t;
+
+OPS_INLINE mask all() { return svptrue_b32(); }
+OPS_INLINE vec replicate(const float* p) {
+    return svreinterpret_f32_u64(svdup_n_u64(*reinterpret_cast<const uint64_t*>(p)));
+}
+
+OPS_INLINE vec mul(vec a, vec w) { return svcmla_f32_x(all(), svcmla_f32_x(all(), svdup_n_f32(0), a, w, 0), a, w, 90); }
+OPS_INLINE vec add(vec a, vec b) { return svadd_f32_x(all(), a, b); }
+OPS_INLINE vec sub(vec a, vec b) { return svsub_f32_x(all(), a, b); }
+OPS_INLINE vec add_i(vec a, vec b) { return svcadd_f32_x(all(), a, b, 90); }
+OPS_INLINE vec sub_i(vec a, vec b) { return svcadd_f32_x(all(), a, b, 270); }
+template <int lane>
+OPS_INLINE vec scale(vec a, vec k) {
+    return svmul_lane_f32(a, k, lane);
+}
+template <int lane>
+OPS_INLINE vec fma(vec a, vec b, vec k) {
+    return svmla_lane_f32(a, b, k, lane);
+}
+template <int lane>
+OPS_INLINE vec fms(vec a, vec b, vec k) {
+    return svmls_lane_f32(a, b, k, lane);
+}
+OPS_INLINE vec fma_i(vec a, vec b, vec k) { return svcmla_f32_x(all(), a, k, b, 90); }
+OPS_INLINE vec fms_i(vec a, vec b, vec k) { return svcmla_f32_x(all(), a, k, b, 270); }
+
+}  // namespace sve_common
+
+#endif

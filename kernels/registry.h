@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: Apache-2.0
+// Every generated kernel, for tests and benchmarks: one row for each row of the forms table, in its order.
+#pragma once
+
+using any_kernel = void (*)();
+
+struct kernel_family {
+    const char* name;
+    const any_kernel* tables[2];  // forward, backward: slot s - 1 holds the kernel of size s
+};
+
+extern const kernel_family kernel_families[];
+extern const int kernel_family_count;

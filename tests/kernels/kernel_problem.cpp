@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kernel_problem.h"
+
+#include <cmath>
+#include <cstring>
+#include <limits>
+#include <sstream>
+
+#include "kernels/kernel_types.h"
+
+namespace {
+
+using namespace generator;
+using cfloat = std::complex<float>;
+
+constexpr double tolerance = 3e-7;
+constexpr size_t guard = 64;  // complex elements on either side of an array
+
+// Lane c holds lane 0 times i to the power c, so that lanes are told apart.
+template <class T>
+std::complex<T> turned(std::complex<T> x, int lane) {
+    constexpr T re[] = {1, 0, -1, 0}, im[] = {0, 1, 0, -1};
+    return {x.real() * re[lane] - x.imag() * im[lane], x.real() * im[lane] + x.imag() * re[lane]};
+}
+
+// Quiet NaNs: whoever reads one spoils the result.
+std::vector<cfloat> poisoned(size_t count) {
+    const float nan = std::numeric_limits<float>::quiet_NaN();
+    return std::vector<cfloat>(count, {nan, nan});
+}
+
+// Twiddles in the layout that the form reads. What it must not read stays poisoned.
+std::vector<cfloat> twiddle_table(const kernel_problem& p, const transform_grid& grid) {
+    const int r = p.radix, m = p.done;
+    auto table = poisoned(size_t(m) * (r - 1));
+    const form& f = *p.form;
+    int group = 1;
+    if (f.loop == shape::last && f.data == layout::contig) group = f.isa == instruction_set::neon ? 2 : 4;
+    for (int i = f.loop == shape::other ? 1 : 0; i < m; ++i)
+        for (int j = 1; j < r; ++j) {
+            const int g = i / group;
+            const bool full = group * g + group <= m;
+            table[full ? group * (g * (r - 1) + j - 1) + i % group : i * (r - 1) + j - 1] = grid.twiddle(i, j);
+        }
+    return table;
+}
+
+void call(const kernel_problem& p, const cfloat* in_data, cfloat* out_data, std::vector<cfloat>& table) {
+    const float* in = reinterpret_cast<const float*>(in_data);
+    float* out = reinterpret_cast<float*>(out_data);
+    switch (p.form->loop) {
+        case shape::direct:
+            if (p.form->data == layout::contig)
+                reinterpret_cast<direct_contig_kernel>(p.kernel)(out, in, nullptr, nullptr);
+            else
+                reinterpret_cast<direct_strided_kernel>(p.kernel)(out, in, p.is, p.os, nullptr);
+            return;
+        case shape::many:
+            reinterpret_cast<many_kernel>(p.kernel)(out, in, p.is, p.os);
+            return;
+        case shape::assemble:
+            reinterpret_cast<many_assemble_kernel>(p.kernel)(out, in, p.is, p.os, p.idist, p.odist);
+            return;
+        default:
+            break;
+    }
+    stage_record record{};
+    record.rest = p.rest;
+    record.done = p.done;
+    record.is = p.is;
+    record.os = p.os;
+    record.radix = p.radix;
+    record.sign = p.sign;
+    record.twiddles = reinterpret_cast<float*>(table.data());
+    reinterpret_cast<stage_kernel>(p.kernel)(&record, in, out);
+}
+
+std::string compare(const std::vector<cfloat>& got, const std::vector<cfloat>& before,
+                    const std::vector<std::complex<double>>& want) {
+    double error = 0, norm = 0;
+    for (size_t e = 0; e < got.size(); ++e) {
+        if (std::isnan(want[e].real())) {
+            if (std::memcmp(&got[e], &before[e], sizeof got[e]) != 0)
+                return "wrote outside its outputs, at " + std::to_string(ptrdiff_t(e) - ptrdiff_t(guard));
+            continue;
+        }
+        error += std::norm(std::complex<double>(got[e]) - want[e]);
+        norm += std::norm(want[e]);
+    }
+    const double relative = std::sqrt(error / norm);
+    if (relative < tolerance) return {};
+    return "relative error " + std::to_string(relative);
+}
+
+}  // namespace
+
+int lanes_of(const form& f) {
+    if (f.data != layout::batch) return 1;
+    return f.isa == instruction_set::neon ? 2 : 4;
+}
+
+std::string describe(const kernel_problem& p) {
+    std::ostringstream s;
+    s << p.form->name << " n=" << p.radix << " sign=" << p.sign << " m=" << p.done << " L=" << p.rest << " is=" << p.is
+      << " os=" << p.os << " idist=" << p.idist << " odist=" << p.odist << (p.in_place ? " in place" : "");
+    return s.str();
+}
+
+std::string check(const kernel_problem& p, const transform_grid& grid) {
+    const int lanes = lanes_of(*p.form), r = p.radix, m = p.done, columns = p.rest;
+    const size_t last = size_t(r) * m * columns - 1;
+    auto in = poisoned(last * p.is + size_t(lanes - 1) * p.idist + 1 + 2 * guard);
+    auto out = poisoned(last * p.os + size_t(lanes - 1) * p.odist + 1 + 2 * guard);
+    std::vector<std::complex<double>> want(out.size(), std::numeric_limits<double>::quiet_NaN());
+    for (int i = 0; i < m; ++i)
+        for (int l = 0; l < columns; ++l)
+            for (int j = 0; j < r; ++j)
+                for (int c = 0; c < lanes; ++c) {
+                    const size_t from = (size_t(i) * r + j) * columns + l, to = (size_t(j) * m + i) * columns + l;
+                    in[guard + from * p.is + c * p.idist] = turned(grid.in(i, j, l), c);
+                    want[guard + to * p.os + c * p.odist] = turned(grid.out(i, j, l), c);
+                }
+    auto table = twiddle_table(p, grid);
+    const auto in_before = in, out_before = p.in_place ? in : out;
+    auto& target = p.in_place ? in : out;
+    call(p, in.data() + guard, target.data() + guard, table);
+    if (!p.in_place && std::memcmp(in.data(), in_before.data(), in.size() * sizeof in[0]) != 0)
+        return "wrote to its input";
+    return compare(target, out_before, want);
+}

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: Apache-2.0
+// One call of one kernel on padded, poisoned arrays, checked against the reference.
+#pragma once
+#include <string>
+
+#include "kernels/generator/forms.h"
+#include "kernels/registry.h"
+#include "reference.h"
+
+struct kernel_problem {
+    const generator::form* form;
+    any_kernel kernel;
+    int radix, sign;
+    int done, rest;            // m rows, L columns
+    int is = 1, os = 1;        // complex elements
+    int idist = 1, odist = 1;  // between lanes; other than 1 in the assemble form only
+    bool in_place = false;
+};
+
+int lanes_of(const generator::form& f);  // independent transforms in a call
+std::string describe(const kernel_problem& p);
+// Runs the kernel. Returns an empty text, or what went wrong.
+std::string check(const kernel_problem& p, const transform_grid& grid);
