@@ -60,17 +60,28 @@ template <class element>
         }
 }
 
-// The narrow edges beside the blocks. The longer side is walked inside.
-template <class element>
-void transpose_edge(const element* source, element* destination, int64_t rows, int64_t columns, int64_t source_ld,
-                    int64_t destination_ld) {
-    if (rows < columns) {
-        for (int64_t i = 0; i < rows; ++i)
-            for (int64_t j = 0; j < columns; ++j) destination[j * destination_ld + i] = source[i * source_ld + j];
-    } else {
-        for (int64_t j = 0; j < columns; ++j)
-            for (int64_t i = 0; i < rows; ++i) destination[j * destination_ld + i] = source[i * source_ld + j];
+// Element k < width of step i goes from i * source_step + k * source_lane to i * destination_step + k *
+// destination_lane. All of a step are read before one is written.
+template <int width, class element>
+void copy_narrow(const element* source, element* destination, int64_t n, int64_t source_step, int64_t source_lane,
+                 int64_t destination_step, int64_t destination_lane) {
+    for (int64_t i = 0; i < n; ++i, source += source_step, destination += destination_step) {
+        element step[width];
+        for (int k = 0; k < width; ++k) step[k] = source[k * source_lane];
+        for (int k = 0; k < width; ++k) destination[k * destination_lane] = step[k];
     }
+}
+
+// What is left beside whole blocks: `width` of 0 to 3.
+template <class element>
+void transpose_edge(const element* source, element* destination, int64_t width, int64_t n, int64_t source_step,
+                    int64_t source_lane, int64_t destination_step, int64_t destination_lane) {
+    if (width == 3)
+        copy_narrow<3>(source, destination, n, source_step, source_lane, destination_step, destination_lane);
+    else if (width == 2)
+        copy_narrow<2>(source, destination, n, source_step, source_lane, destination_step, destination_lane);
+    else if (width == 1)
+        copy_narrow<1>(source, destination, n, source_step, source_lane, destination_step, destination_lane);
 }
 
 // Whole blocks, then the columns right of them, then the rows below.
@@ -79,8 +90,8 @@ void transpose_with_edges(const element* source, element* destination, int64_t r
                           int64_t destination_ld) {
     const int64_t block_rows = rows & ~int64_t{3}, block_columns = columns & ~int64_t{3};
     transpose_blocks(source, destination, block_rows, block_columns, source_ld, destination_ld);
-    transpose_edge(source + block_columns, destination + block_columns * destination_ld, block_rows,
-                   columns - block_columns, source_ld, destination_ld);
-    transpose_edge(source + block_rows * source_ld, destination + block_rows, rows - block_rows, columns, source_ld,
-                   destination_ld);
+    transpose_edge(source + block_columns, destination + block_columns * destination_ld, columns - block_columns,
+                   block_rows, source_ld, 1, 1, destination_ld);
+    transpose_edge(source + block_rows * source_ld, destination + block_rows, rows - block_rows, columns, 1, source_ld,
+                   destination_ld, 1);
 }
