@@ -65,13 +65,15 @@ using namespace portable;
 using vec = vector<2>;
 using row_twiddle = vector<1>;
 OPS_INLINE vec load(const float* p) { return portable::load<2>(p); }
-OPS_INLINE vec load(const float* p, int64_t distance) { return {p[0], p[1], p[distance], p[distance + 1]}; }
+OPS_INLINE vec load(const float* p, int64_t distance) { return {{p[0], p[1], p[distance], p[distance + 1]}}; }
 OPS_INLINE void store(float* p, int64_t distance, vec a) {
     p[0] = a.v[0], p[1] = a.v[1], p[distance] = a.v[2], p[distance + 1] = a.v[3];
 }
 OPS_INLINE vec constant(const float* p) { return portable::constant<2>(p); }
 OPS_INLINE row_twiddle load_row(const float* p) { return portable::load<1>(p); }
-OPS_INLINE vec mul(vec a, row_twiddle w) { return portable::mul(a, portable::constant<2>(w.v)); }
+OPS_INLINE vec mul(vec a, row_twiddle w) {
+    return portable::mul(a, vec{__builtin_shufflevector(w.v, w.v, 0, 1, 0, 1)});
+}
 
 }  // namespace neon_pair
 

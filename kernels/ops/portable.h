@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// The vocabulary in plain C++ over vectors of any number of complex lanes: lets every kernel run on any host.
+// The vocabulary in compiler vectors of any number of complex lanes: lets every kernel run on any host, and under the
+// sanitizers. Products aren't fused here.
 #pragma once
 #include <cstdint>
+#include <cstring>
 
 #include "kernels/ops/inline.h"
 
@@ -9,18 +11,29 @@ namespace portable {
 
 template <int lanes>
 struct vector {
-    float v[2 * lanes];
+    typedef float floats __attribute__((vector_size(8 * lanes)));
+    floats v;
 };
 
 template <int lanes>
-OPS_INLINE vector<lanes> load(const float* p, int64_t floats = 2 * lanes) {
-    vector<lanes> r{};
-    for (int i = 0; i < floats; ++i) r.v[i] = p[i];
+OPS_INLINE vector<lanes> load(const float* p) {
+    vector<lanes> r;
+    std::memcpy(&r.v, p, sizeof r.v);
     return r;
 }
 template <int lanes>
-OPS_INLINE void store(float* p, vector<lanes> a, int64_t floats = 2 * lanes) {
-    for (int i = 0; i < floats; ++i) p[i] = a.v[i];
+OPS_INLINE void store(float* p, vector<lanes> a) {
+    std::memcpy(p, &a.v, sizeof a.v);
+}
+template <int lanes>
+[[gnu::noinline]] vector<lanes> load(const float* p, int64_t floats) {
+    vector<lanes> r{};
+    std::memcpy(&r.v, p, floats * sizeof *p);
+    return r;
+}
+template <int lanes>
+[[gnu::noinline]] void store(float* p, vector<lanes> a, int64_t floats) {
+    std::memcpy(p, &a.v, floats * sizeof *p);
 }
 template <int lanes>
 OPS_INLINE vector<lanes> constant(const float* p) {
@@ -28,30 +41,20 @@ OPS_INLINE vector<lanes> constant(const float* p) {
     for (int i = 0; i < 2 * lanes; ++i) r.v[i] = p[i % 2];
     return r;
 }
-template <int lanes>
-OPS_INLINE vector<lanes> mul(vector<lanes> a, vector<lanes> w) {
-    vector<lanes> r;
-    for (int i = 0; i < 2 * lanes; i += 2) {
-        r.v[i] = __builtin_fmaf(-a.v[i + 1], w.v[i + 1], a.v[i] * w.v[i]);
-        r.v[i + 1] = __builtin_fmaf(a.v[i + 1], w.v[i], a.v[i] * w.v[i + 1]);
-    }
-    return r;
-}
-template <int lanes>
-OPS_INLINE vector<lanes> times_i(vector<lanes> a) {
-    vector<lanes> r;
-    for (int i = 0; i < 2 * lanes; i += 2) r.v[i] = -a.v[i + 1], r.v[i + 1] = a.v[i];
-    return r;
-}
+
 template <int lanes>
 OPS_INLINE vector<lanes> add(vector<lanes> a, vector<lanes> b) {
-    for (int i = 0; i < 2 * lanes; ++i) a.v[i] += b.v[i];
-    return a;
+    return {a.v + b.v};
 }
 template <int lanes>
 OPS_INLINE vector<lanes> sub(vector<lanes> a, vector<lanes> b) {
-    for (int i = 0; i < 2 * lanes; ++i) a.v[i] -= b.v[i];
-    return a;
+    return {a.v - b.v};
+}
+template <int lanes>
+OPS_INLINE vector<lanes> times_i(vector<lanes> a) {
+    if constexpr (lanes == 1) return {__builtin_shufflevector(-a.v, a.v, 1, 2)};
+    if constexpr (lanes == 2) return {__builtin_shufflevector(-a.v, a.v, 1, 4, 3, 6)};
+    if constexpr (lanes == 4) return {__builtin_shufflevector(-a.v, a.v, 1, 8, 3, 10, 5, 12, 7, 14)};
 }
 template <int lanes>
 OPS_INLINE vector<lanes> add_i(vector<lanes> a, vector<lanes> b) {
@@ -63,18 +66,15 @@ OPS_INLINE vector<lanes> sub_i(vector<lanes> a, vector<lanes> b) {
 }
 template <int lane, int lanes>
 OPS_INLINE vector<lanes> scale(vector<lanes> a, vector<lanes> k) {
-    for (int i = 0; i < 2 * lanes; ++i) a.v[i] *= k.v[lane];
-    return a;
+    return {a.v * k.v[lane]};
 }
 template <int lane, int lanes>
 OPS_INLINE vector<lanes> fma(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
-    for (int i = 0; i < 2 * lanes; ++i) a.v[i] = __builtin_fmaf(b.v[i], k.v[lane], a.v[i]);
-    return a;
+    return {a.v + b.v * k.v[lane]};
 }
 template <int lane, int lanes>
 OPS_INLINE vector<lanes> fms(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
-    for (int i = 0; i < 2 * lanes; ++i) a.v[i] = __builtin_fmaf(-b.v[i], k.v[lane], a.v[i]);
-    return a;
+    return {a.v - b.v * k.v[lane]};
 }
 template <int lanes>
 OPS_INLINE vector<lanes> fma_i(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
@@ -84,33 +84,38 @@ template <int lanes>
 OPS_INLINE vector<lanes> fms_i(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
     return fms<1>(a, times_i(b), k);
 }
-
-// Lane by lane: result lane i is the complex number that `from` names, counting the lanes of a, then those of b.
-template <int lanes, class Index>
-OPS_INLINE vector<lanes> pick(vector<lanes> a, vector<lanes> b, Index from) {
-    vector<lanes> r;
-    for (int i = 0; i < lanes; ++i)
-        for (int part = 0; part < 2; ++part) {
-            const int c = from(i);
-            r.v[2 * i + part] = (c < lanes ? a : b).v[2 * (c % lanes) + part];
-        }
-    return r;
+template <int lanes>
+OPS_INLINE vector<lanes> mul(vector<lanes> a, vector<lanes> w) {
+    const auto b = times_i(a).v;
+    if constexpr (lanes == 1)
+        return {a.v * __builtin_shufflevector(w.v, w.v, 0, 0) + b * __builtin_shufflevector(w.v, w.v, 1, 1)};
+    if constexpr (lanes == 2)
+        return {a.v * __builtin_shufflevector(w.v, w.v, 0, 0, 2, 2) +
+                b * __builtin_shufflevector(w.v, w.v, 1, 1, 3, 3)};
+    if constexpr (lanes == 4)
+        return {a.v * __builtin_shufflevector(w.v, w.v, 0, 0, 2, 2, 4, 4, 6, 6) +
+                b * __builtin_shufflevector(w.v, w.v, 1, 1, 3, 3, 5, 5, 7, 7)};
 }
+
 template <int lanes>
 OPS_INLINE vector<lanes> zip_lo(vector<lanes> a, vector<lanes> b) {
-    return pick(a, b, [](int i) { return i / 2 + i % 2 * lanes; });
+    if constexpr (lanes == 2) return {__builtin_shufflevector(a.v, b.v, 0, 1, 4, 5)};
+    if constexpr (lanes == 4) return {__builtin_shufflevector(a.v, b.v, 0, 1, 8, 9, 2, 3, 10, 11)};
 }
 template <int lanes>
 OPS_INLINE vector<lanes> zip_hi(vector<lanes> a, vector<lanes> b) {
-    return pick(a, b, [](int i) { return lanes / 2 + i / 2 + i % 2 * lanes; });
+    if constexpr (lanes == 2) return {__builtin_shufflevector(a.v, b.v, 2, 3, 6, 7)};
+    if constexpr (lanes == 4) return {__builtin_shufflevector(a.v, b.v, 4, 5, 12, 13, 6, 7, 14, 15)};
 }
 template <int lanes>
 OPS_INLINE vector<lanes> unzip_even(vector<lanes> a, vector<lanes> b) {
-    return pick(a, b, [](int i) { return 2 * i; });
+    static_assert(lanes == 4);
+    return {__builtin_shufflevector(a.v, b.v, 0, 1, 4, 5, 8, 9, 12, 13)};
 }
 template <int lanes>
 OPS_INLINE vector<lanes> unzip_odd(vector<lanes> a, vector<lanes> b) {
-    return pick(a, b, [](int i) { return 2 * i + 1; });
+    static_assert(lanes == 4);
+    return {__builtin_shufflevector(a.v, b.v, 2, 3, 6, 7, 10, 11, 14, 15)};
 }
 
 }  // namespace portable
