@@ -11,6 +11,12 @@ install(TARGETS qfftf EXPORT qfftf-targets
 install(FILES include/qfftf.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
 
+# All that has to be built before "cmake --install"; "all" also builds the tests.
+add_custom_target(installable DEPENDS qfftf qfftf_plan)
+if(TARGET qfftf_info)
+  add_dependencies(installable qfftf_info)
+endif()
+
 # find_package(qfftf) gives the target qfftf::qfftf. The targets file needs no companion: the library has no
 # dependency that a program must link.
 install(EXPORT qfftf-targets NAMESPACE qfftf:: FILE qfftf-config.cmake

@@ -1,6 +1,6 @@
 # SPDX-License-Identifier: Apache-2.0
 # "cpack" in the build folder of an Arm preset: one .tar.gz that can be unpacked anywhere, and two Debian packages,
-# libqfftf1 (the shared object) and libqfftf-dev (everything that a compiler needs).
+# libqfftf1 (the shared object) and libqfftf-dev (what a compiler needs, and the tools).
 set(CPACK_PACKAGE_NAME qfftf)
 set(CPACK_PACKAGE_VENDOR "the qfftf developers")
 set(CPACK_PACKAGE_CONTACT "the qfftf developers")
@@ -21,7 +21,7 @@ file(WRITE ${PROJECT_BINARY_DIR}/debian/triggers "activate-noawait ldconfig\n")
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${PROJECT_BINARY_DIR}/debian/triggers)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_NAME libqfftf-dev)
 set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libqfftf1 (= ${PROJECT_VERSION})")
+set(CPACK_DEBIAN_DEVELOPMENT_PACKAGE_DEPENDS "libqfftf1 (= ${PROJECT_VERSION}), libstdc++6")
 
 include(CPack)
 cpack_add_component(runtime DESCRIPTION "Single-precision FFT library for 64-bit Arm servers with 256-bit SVE")

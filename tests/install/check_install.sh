@@ -25,7 +25,9 @@ echo "--- the installed files, relocated"
 "$CMAKE" --install "$BUILD" --prefix "$work/installed_here" >install.log
 mv installed_here prefix
 expect_same "the installed files" \
-"include/qfftf.h
+"bin/qfftf-info
+bin/qfftf-plan
+include/qfftf.h
 lib/cmake/qfftf/qfftf-config-release.cmake
 lib/cmake/qfftf/qfftf-config-version.cmake
 lib/cmake/qfftf/qfftf-config.cmake
@@ -55,6 +57,10 @@ exported=$(awk '$7 != "UND" && ($5 == "GLOBAL" || $5 == "WEAK") && $8 != "QFFTF_
 expect_same "exported names with their version" "$(sed 's/$/@@QFFTF_1/' <<<"$listed")" "$exported"
 declared=$(grep -v '^#' prefix/include/qfftf.h | grep -oE 'qsl_fftf_[a-z0-9_]+\(|QFFTGetVersion\(' | tr -d '(' | sort -u)
 expect_same "names that the header declares and the library lacks" "" "$(comm -23 <(echo "$declared") <(echo "$listed"))"
+
+echo "--- the tools"
+expect_same "what qfftf-info says at its end" "The library can run here." "$($EMULATOR prefix/bin/qfftf-info | tail -n 1)"
+$EMULATOR prefix/bin/qfftf-plan "c2c 1024" || fail "qfftf-plan"
 
 echo "--- programs, by pkg-config"
 export PKG_CONFIG_LIBDIR=$work/prefix/lib/pkgconfig
