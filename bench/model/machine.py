@@ -15,7 +15,8 @@ BASE = re.compile(r"\[(sp|x\d+)")
 WRITTEN = re.compile(r"(\w+)\s+(x\d+)(?:, (sp|x\d+))?")
 NOT_MODELLED = re.compile(r"(svc|mrs|msr|hint|bti|udf|yield|(pac|aut|xpac)\w*)\b")
 KINDS = ("fp", "loads", "stores", "spill_loads", "spill_stores", "pointer_loads")
-STEADY = (20, 40)       # steady state: the cycles between this many runs and that many
+SHORT = 100             # instructions
+STEADY = {True: (20, 40), False: (4, 12)}  # short code or not: the cycles between this many runs and that many
 BATCH = 3000            # instructions per call of llvm-mca
 
 
@@ -104,17 +105,20 @@ class Machine:
     def steady_prices(self, codes: list[list[str]]) -> list[Price]:
         keys = [tuple(code) for code in codes]
         unknown = list(dict.fromkeys(key for key in keys if key not in self._steady))
-        while unknown:
-            batch, size = [], 0
-            while unknown and (not batch or size + len(unknown[-1]) <= BATCH):
-                batch.append(unknown.pop())
-                size += len(batch[-1])
-            few, many = (self._simulate(batch, iterations) for iterations in STEADY)
-            for key, short, long in zip(batch, few, many):
-                runs = STEADY[1] - STEADY[0]
-                cycles = (long["SummaryView"]["TotalCycles"] - short["SummaryView"]["TotalCycles"]) / runs
-                self._steady[key] = Price(cycles, self._bounds(long))
+        for short in (True, False):
+            self._learn([key for key in unknown if (len(key) <= SHORT) == short], STEADY[short])
         return [self._steady[key] for key in keys]
+
+    def _learn(self, keys: list[tuple[str, ...]], iterations: tuple[int, int]) -> None:
+        while keys:
+            batch, size = [], 0
+            while keys and (not batch or size + len(keys[-1]) <= BATCH):
+                batch.append(keys.pop())
+                size += len(batch[-1])
+            few, many = (self._simulate(batch, count) for count in iterations)
+            for key, short, long in zip(batch, few, many):
+                cycles = long["SummaryView"]["TotalCycles"] - short["SummaryView"]["TotalCycles"]
+                self._steady[key] = Price(cycles / (iterations[1] - iterations[0]), self._bounds(long))
 
     def cycles_once(self, code: list[str]) -> int:
         report = self._run_mca([code], ["-iterations=1", "-instruction-info=0", "-resource-pressure=0"])
