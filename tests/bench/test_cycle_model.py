@@ -34,6 +34,7 @@ class KnownProgram(unittest.TestCase):
     def test_loop(self):
         self.assertEqual(self.counts(0, "instructions", "loads", "stores", "fp"), [8000, 2000, 1000, 2000])
         self.assertEqual(self.counts(0, "spill_loads", "spill_stores"), [0, 0])
+        self.assertEqual(self.counts(0, "loaded_bytes", "stored_bytes"), [32000, 16000])
 
     def test_straight_code_is_one_block(self):
         self.assertEqual(self.counts(1, "instructions", "loads", "stores", "fp"), [3000, 0, 0, 0])
@@ -101,6 +102,16 @@ class Kinds(unittest.TestCase):
                 "ldr z1, [x10]": ["loads"]}
         for instruction, kinds in code.items():
             self.assertEqual(classifier.kinds(instruction), kinds, instruction)
+
+
+    def test_bytes(self):
+        for instruction, moved in {
+                "ld1w { z0.s }, p0/z, [x0, x1, lsl #2]": 32, "ldr z0, [x1]": 32, "ldp q0, q1, [x0]": 32,
+                "str d0, [x0]": 8, "ld1rd { z0.d }, p0/z, [x0]": 8, "ld1rqw { z0.s }, p0/z, [x0]": 16,
+                "ld1 { v0.d }[1], [x0]": 8, "st2 { v0.4s, v1.4s }, [x1]": 32, "ld1 { v0.2s }, [x0]": 8,
+                "st2d { z0.d, z1.d }, p0, [x0]": 64, "ldr x0, [x1, x2]": 8, "stp w0, w1, [x2, #8]": 8,
+                "st1d { z0.d }, p0, [x1, z2.d]": 32}.items():
+            self.assertEqual(machine.bytes_moved(instruction), moved, instruction)
 
 
 class Prices(unittest.TestCase):
