@@ -4,9 +4,6 @@
 #include "planner/solver.h"
 #include "planner/solvers.h"
 
-int solve_problem_c2c_many_direct_parallel_sve(fft_plan*) { return refused; }
-int solve_problem_c2c_many_direct_parallel_neon(fft_plan*) { return refused; }
-int solve_problem_c2c_many_direct_assemble_neon(fft_plan*) { return refused; }
 int solve_problem_c2c_1d_direct_discrete_neon(fft_plan*) { return refused; }
 int solve_problem_c2c_1d_direct_neon(fft_plan*) { return refused; }
 int solve_problem_c2c_1d_direct_sve(fft_plan*) { return refused; }
