@@ -8,21 +8,26 @@ from machine import KINDS, Classifier, Disassembler, Machine
 from symbols import Symbols
 
 
+BYTES = ("loaded_bytes", "stored_bytes")  # the stack left out
+
+
 @dataclass
 class Figures:
     """Per execution. `limits` are the cycles that each resource alone would need; `limited` tells how the cycles
     divide by what bounds the blocks; `waiting` are those in which no resource was full: results were awaited."""
     cycles: float = 0
     instructions: float = 0
-    counts: dict[str, float] = field(default_factory=lambda: dict.fromkeys(KINDS, 0.0))
+    counts: dict[str, float] = field(default_factory=lambda: dict.fromkeys(KINDS + BYTES, 0.0))
     limited: dict[str, float] = field(default_factory=dict)
 
-    def add(self, times: float, code_kinds: list[list[str]], price) -> None:
+    def add(self, times: float, classified: list[tuple[list[str], int]], price) -> None:
         self.cycles += times * price.cycles
-        self.instructions += times * len(code_kinds)
-        for kinds in code_kinds:
+        self.instructions += times * len(classified)
+        for kinds, moved in classified:
             for kind in kinds:
                 self.counts[kind] += times
+            if moved:
+                self.counts[BYTES["stores" in kinds]] += times * moved
         bound = max(price.bounds, key=price.bounds.get)
         full = min(price.bounds[bound], price.cycles)
         self.limited[bound] = self.limited.get(bound, 0) + times * full
@@ -62,9 +67,9 @@ class Analysis:
             times = block.count / executions
             name = self._symbols.name(block.address)
             classifier = classifiers.setdefault(name, Classifier())
-            code_kinds = [classifier.kinds(instruction) for instruction in code]
+            classified = [classifier.kinds_and_bytes(instruction) for instruction in code]
             for figures in (total, functions.setdefault(name, Figures())):
-                figures.add(times, code_kinds, price)
+                figures.add(times, classified, price)
             priced.append((block, times * price.cycles, name))
         return RegionFigures(total, functions, priced, self._traced(region, executions))
 

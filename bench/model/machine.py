@@ -14,8 +14,11 @@ VECTOR_OPERAND = re.compile(r"\w+\s+[{\s]*[qzvd]\d")
 BASE = re.compile(r"\[(sp|x\d+)")
 WRITTEN = re.compile(r"(\w+)\s+(x\d+)(?:, (sp|x\d+))?")
 NOT_MODELLED = re.compile(r"(svc|mrs|msr|hint|bti|udf|yield|(pac|aut|xpac)\w*)\b")
+REGISTER = re.compile(r"\b([bhsdqxwzpv])\d+(?:\.(\d*)([bhsd]))?")
+REGISTER_BYTES = {"b": 1, "h": 2, "s": 4, "d": 8, "q": 16, "x": 8, "w": 4, "z": 32, "p": 4}
 KINDS = ("fp", "loads", "stores", "spill_loads", "spill_stores", "pointer_loads")
-STEADY = (20, 40)       # steady state: the cycles between this many runs and that many
+SHORT = 100             # instructions
+STEADY = {True: (20, 40), False: (4, 12)}  # short code or not: the cycles between this many runs and that many
 BATCH = 3000            # instructions per call of llvm-mca
 
 
@@ -36,15 +39,21 @@ class Classifier:
         self._stack = {"sp"}
 
     def kinds(self, instruction: str) -> list[str]:
+        return self.kinds_and_bytes(instruction)[0]
+
+    def kinds_and_bytes(self, instruction: str) -> tuple[list[str], int]:
+        """The bytes are those of memory other than the stack."""
         base = BASE.search(instruction)
         on_stack = bool(base and base[1] in self._stack)
         vector = bool(VECTOR_OPERAND.match(instruction))
         self._follow(instruction)
         if LOAD.match(instruction):
-            return ["loads"] + (["spill_loads" if vector else "pointer_loads"] if on_stack else [])
+            if on_stack:
+                return ["loads", "spill_loads" if vector else "pointer_loads"], 0
+            return ["loads"], 0 if instruction.startswith("prf") else bytes_moved(instruction)
         if STORE.match(instruction):
-            return ["stores"] + (["spill_stores"] if on_stack and vector else [])
-        return ["fp"] if FLOATING.match(instruction) else []
+            return (["stores"] + ["spill_stores"] * vector, 0) if on_stack else (["stores"], bytes_moved(instruction))
+        return ["fp"] if FLOATING.match(instruction) else [], 0
 
     def _follow(self, instruction: str) -> None:
         written = WRITTEN.match(instruction)
@@ -57,6 +66,22 @@ class Classifier:
             self._stack.discard(register)
             if operation == "ldp":
                 self._stack.discard(source)
+
+
+def bytes_moved(instruction: str) -> int:
+    """What a load or store moves with all lanes active, 256-bit vectors assumed."""
+    operands = instruction.split("[")[0].split("}")[0].split(None, 1)[1]  # the registers in front of the address
+    replicated = re.match(r"ld1r(q?)([bhwd])", instruction)  # one element, or 16 bytes, to all lanes
+    if replicated:
+        return 16 if replicated[1] else {"b": 1, "h": 2, "w": 4, "d": 8}[replicated[2]]
+    one_lane = re.search(r"}\[\d+\]", instruction)
+    total = 0
+    for kind, lanes, element in REGISTER.findall(operands):
+        if kind == "v":
+            total += REGISTER_BYTES[element] * (1 if one_lane or not lanes else int(lanes))
+        else:
+            total += REGISTER_BYTES[kind]
+    return total
 
 
 class Disassembler:
@@ -104,17 +129,20 @@ class Machine:
     def steady_prices(self, codes: list[list[str]]) -> list[Price]:
         keys = [tuple(code) for code in codes]
         unknown = list(dict.fromkeys(key for key in keys if key not in self._steady))
-        while unknown:
-            batch, size = [], 0
-            while unknown and (not batch or size + len(unknown[-1]) <= BATCH):
-                batch.append(unknown.pop())
-                size += len(batch[-1])
-            few, many = (self._simulate(batch, iterations) for iterations in STEADY)
-            for key, short, long in zip(batch, few, many):
-                runs = STEADY[1] - STEADY[0]
-                cycles = (long["SummaryView"]["TotalCycles"] - short["SummaryView"]["TotalCycles"]) / runs
-                self._steady[key] = Price(cycles, self._bounds(long))
+        for short in (True, False):
+            self._learn([key for key in unknown if (len(key) <= SHORT) == short], STEADY[short])
         return [self._steady[key] for key in keys]
+
+    def _learn(self, keys: list[tuple[str, ...]], iterations: tuple[int, int]) -> None:
+        while keys:
+            batch, size = [], 0
+            while keys and (not batch or size + len(keys[-1]) <= BATCH):
+                batch.append(keys.pop())
+                size += len(batch[-1])
+            few, many = (self._simulate(batch, count) for count in iterations)
+            for key, short, long in zip(batch, few, many):
+                cycles = long["SummaryView"]["TotalCycles"] - short["SummaryView"]["TotalCycles"]
+                self._steady[key] = Price(cycles / (iterations[1] - iterations[0]), self._bounds(long))
 
     def cycles_once(self, code: list[str]) -> int:
         report = self._run_mca([code], ["-iterations=1", "-instruction-info=0", "-resource-pressure=0"])
