@@ -4,9 +4,6 @@
 #include "planner/solver.h"
 #include "planner/solvers.h"
 
-int solve_problem_c2c_1d_direct_discrete_neon(fft_plan*) { return refused; }
-int solve_problem_c2c_1d_direct_neon(fft_plan*) { return refused; }
-int solve_problem_c2c_1d_direct_sve(fft_plan*) { return refused; }
 int solve_problem_r2c_1d_direct(fft_plan*) { return refused; }
 int solve_problem_r2c_many_direct(fft_plan*) { return refused; }
 int solve_problem_c2r_1d_direct(fft_plan*) { return refused; }
@@ -18,9 +15,3 @@ int solve_problem_hc2r_direct(fft_plan*) { return refused; }
 int solve_problem_c2r_1d_sorensen_neon(fft_plan*) { return refused; }
 int solve_problem_dht_direct(fft_plan*) { return refused; }
 int solve_problem_redft00_direct(fft_plan*) { return refused; }
-int solve_problem_c2c_1d_rader_sve(fft_plan*) { return refused; }
-int solve_problem_c2c_1d_bluestein_sve(fft_plan*) { return refused; }
-int solve_problem_c2c_1d_rader_neon(fft_plan*) { return refused; }
-int solve_problem_c2c_1d_large(fft_plan*) { return refused; }
-int solve_problem_c2c_1d_sve(fft_plan*) { return refused; }
-int solve_problem_c2c_1d_neon(fft_plan*) { return refused; }

@@ -27,6 +27,9 @@ inline complex4 mul_conjugate(complex4 a, complex4 b) {
     return svcmla_f32_x(svptrue_b32(), first, a, b, 270);
 }
 inline complex4 pairs_of(float re, float im) { return svtrn1_f32(svdup_n_f32(re), svdup_n_f32(im)); }
+inline complex4 swap_parts(complex4 v) {
+    return svreinterpret_f32_u64(svrevw_u64_x(svptrue_b64(), svreinterpret_u64_f32(v)));
+}
 // the four complex numbers in reverse order
 inline complex4 reverse4(complex4 v) { return svreinterpret_f32_f64(svrev_f64(svreinterpret_f64_f32(v))); }
 // the eight floats in reverse order
@@ -77,6 +80,7 @@ inline complex4 mul_conjugate(complex4 a, complex4 b) {
     return mul(a, b);
 }
 inline complex4 pairs_of(float re, float im) { return complex4{re, im, re, im, re, im, re, im}; }
+inline complex4 swap_parts(complex4 v) { return complex4{v[1], v[0], v[3], v[2], v[5], v[4], v[7], v[6]}; }
 inline complex4 reverse4(complex4 v) { return complex4{v[6], v[7], v[4], v[5], v[2], v[3], v[0], v[1]}; }
 inline complex4 reverse8(complex4 v) { return complex4{v[7], v[6], v[5], v[4], v[3], v[2], v[1], v[0]}; }
 inline complex4 zip_low(complex4 a, complex4 b) { return complex4{a[0], b[0], a[1], b[1], a[2], b[2], a[3], b[3]}; }

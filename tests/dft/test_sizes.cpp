@@ -101,7 +101,9 @@ TEST(Primes, PowersOfTwo) {
     EXPECT_EQ(is_power_of_two(0), 1);
     for (int e = 0; e < 64; ++e) {
         EXPECT_EQ(is_power_of_two(uint64_t{1} << e), 1) << e;
-        if (e > 1) EXPECT_EQ(is_power_of_two((uint64_t{1} << e) - 1), 0) << e;
+        if (e > 1) {
+            EXPECT_EQ(is_power_of_two((uint64_t{1} << e) - 1), 0) << e;
+        }
     }
 }
 
@@ -251,7 +253,9 @@ TEST(Schedule, EachConditionOfTheFourBatchCounts) {
 TEST(Schedule, TheFirstRowOfASizeWins) {
     std::set<uint64_t> seen;
     for (const schedule_row& row : schedule_table_main)
-        if (seen.insert(row.size).second) EXPECT_EQ(schedule_of(row.size), row_radices(row)) << row.size;
+        if (seen.insert(row.size).second) {
+            EXPECT_EQ(schedule_of(row.size), row_radices(row)) << row.size;
+        }
     for (const schedule_row& row : schedule_table_sorensen)
         EXPECT_EQ(sorensen_schedule_of(row.size), row_radices(row)) << row.size;
 }
@@ -261,9 +265,12 @@ TEST(Schedule, SizesInNoTableAreCutGreedily) {
     for (const schedule_row& row : schedule_table_main) main_sizes.insert(row.size);
     for (const schedule_row& row : schedule_table_sorensen) sorensen_sizes.insert(row.size);
     for (uint64_t n = 1; n < 20000; ++n) {
-        if (!main_sizes.count(n)) EXPECT_EQ(schedule_of(n), greedy(n)) << n;
-        if (!sorensen_sizes.count(n))
+        if (!main_sizes.count(n)) {
+            EXPECT_EQ(schedule_of(n), greedy(n)) << n;
+        }
+        if (!sorensen_sizes.count(n)) {
             EXPECT_EQ(sorensen_schedule_of(n), greedy(n, radix_order_sorensen, radix_order_sorensen_count)) << n;
+        }
     }
 }
 

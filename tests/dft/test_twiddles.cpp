@@ -56,7 +56,9 @@ TEST(Unit, MultiplesOfARightAngleAreExact) {
         EXPECT_TRUE(is_root(unit(0, n), {1, 0})) << n;
         EXPECT_TRUE(is_root(unit(n, n), {1, 0})) << n;
         EXPECT_TRUE(is_root(unit(-n, n), {1, 0})) << n;
-        if (n % 2 == 0) EXPECT_TRUE(is_root(unit(n / 2, n), {-1, 0})) << n;
+        if (n % 2 == 0) {
+            EXPECT_TRUE(is_root(unit(n / 2, n), {-1, 0})) << n;
+        }
         if (n % 4 == 0) {
             EXPECT_TRUE(is_root(unit(n / 4, n), {0, 1})) << n;
             EXPECT_TRUE(is_root(unit(-n / 4, n), {0, -1})) << n;
@@ -100,7 +102,9 @@ TEST(Unit, EveryRootAgreesWithTheOctantTable) {
         }
     for (int64_t n : {1009, 4096, 10007, 65536, 1 << 20, 1 << 24})
         for (int64_t k = 1; k < n; k += 1 + n / 5000)
-            if (8 * k % n != 0) EXPECT_TRUE(is_root(unit(k, n), unit_by_octants(k, n))) << k << " of " << n;
+            if (8 * k % n != 0) {
+                EXPECT_TRUE(is_root(unit(k, n), unit_by_octants(k, n))) << k << " of " << n;
+            }
 }
 
 TEST(Unit, CloseToTheTrueRoot) {

@@ -11,6 +11,8 @@ class guarded_floats {
 public:
     explicit guarded_floats(size_t count) : count_(count), floats_(count + 2 * zone, pattern()) {}
 
+    void reset() { floats_.assign(floats_.size(), pattern()); }
+
     float* data() { return floats_.data() + zone; }
     float& operator[](size_t i) { return floats_[zone + i]; }
     size_t size() const { return count_; }

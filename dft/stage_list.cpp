@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "dft/stage_list.h"
+
+#include "dft/problem.h"
+#include "dft/twiddles.h"
+#include "kernels/lookup.h"
+
+constinit const stage_isa stages_neon = {2,
+                                         stage_lookup_first_neon,
+                                         stage_lookup_other_neon,
+                                         stage_lookup_last_neon,
+                                         stage_lookup_other_plain_neon,
+                                         stage_lookup_last_plain_neon,
+                                         twiddle_fill_last_neon,
+                                         false};
+constinit const stage_isa stages_sve = {4,
+                                        stage_lookup_first_sve,
+                                        stage_lookup_other_sve,
+                                        stage_lookup_last_sve,
+                                        stage_lookup_other_plain_sve,
+                                        stage_lookup_last_plain_sve,
+                                        twiddle_fill_last_sve,
+                                        true};
+
+namespace {
+
+constexpr uint64_t table_alignment = 64;
+
+// Counts, strides and switches of every stage. Between the stages the lanes of an element stand side by side.
+void fill_records(const fft_plan* plan, const stage_isa& isa, stage_record* stages, uint64_t count,
+                  const uint64_t* radices, int64_t lanes) {
+    uint64_t done = 1, rest = plan->dims[0].n;
+    for (uint64_t q = 0; q < count; ++q) {
+        rest /= radices[q];
+        stages[q] = {};
+        stages[q].rest = rest;
+        stages[q].done = done;
+        stages[q].is = stages[q].os = lanes;
+        stages[q].radix = radices[q];
+        stages[q].sign = plan->sign;
+        done *= radices[q];
+    }
+    stage_record& first = stages[0];
+    stage_record& last = stages[count - 1];
+    first.is = plan->dims[0].is;
+    last.os = plan->dims[0].os;
+    if (isa.copies_switches) {
+        first.double_is = plan->double_is;
+        last.double_os = plan->double_os;
+    }
+}
+
+// Kernels and tables of the stages behind the first. `across_rows` tells that the last stage's kernel runs along the
+// rows, several at a time, and wants their entries interleaved.
+void fill_later_stages(const fft_plan* plan, stage_isa::lookup other, stage_isa::lookup last,
+                       decltype(stage_isa::fill_last) fill_last, stage_record* stages, uint64_t count, float* table) {
+    stages[0].twiddles = table;
+    for (uint64_t q = 1; q < count; ++q) {
+        stage_record& s = stages[q];
+        s.twiddles = table;
+        const bool is_last = q + 1 == count;
+        (is_last ? last : other)(&s, plan);
+        (is_last ? fill_last : twiddle_fill_rows)(table, plan->dims[0].n, s.radix, s.done, s.rest, s.sign);
+        table += 2 * (s.radix - 1) * s.done;
+    }
+}
+
+void fill_stages(const fft_plan* plan, const stage_isa& isa, uint64_t count, const uint64_t* radices) {
+    const stage_list list = multi_stage_list(plan->aux, count);
+    if (count != 2) stage_count_of(plan->aux) = count;
+    const bool batched = is_batch_of_lanes(*plan, isa.lanes);
+    fill_records(plan, isa, list.stages, count, radices, batched ? isa.lanes : 1);
+    isa.first(&list.stages[0], plan);
+    const bool across_rows = !batched && has_unit_strides(*plan);
+    fill_later_stages(plan, isa.other, isa.last, across_rows ? isa.fill_last : twiddle_fill_rows, list.stages, count,
+                      list.tables);
+}
+
+}  // namespace
+
+stage_list multi_stage_list(void* aux, uint64_t stage_count) {
+    stage_record* stages = stage_count == 2 ? two_stages(aux) : counted_stages(aux);
+    const uintptr_t behind = reinterpret_cast<uintptr_t>(stages + stage_count);
+    return {stages, reinterpret_cast<float*>((behind + table_alignment - 1) & ~(table_alignment - 1))};
+}
+
+bool find_radix_order(const fft_plan* plan, radix_order& order) {
+    radix_schedule_result result = {};
+    radix_schedule(plan, &result, plan->dims[0].n, order.radices);
+    order.stage_count = result.stage_count;
+    return result.stage_count > 0 && result.list_count > 0;
+}
+
+void build_stages(fft_plan* plan, const radix_order& order, apply_radices fill, uint64_t argument,
+                  uint64_t first_free) {
+    radix_order chosen = order;
+    if (is_measured(*plan) && order.stage_count > first_free) {
+        radix_order tried = order;
+        search_radix_orders(plan, tried.radices, 1, chosen.radices, order.stage_count, fill, argument, first_free);
+    }
+    fill(plan, chosen.stage_count, chosen.radices, argument);
+}
+
+void stage_fill_neon(fft_plan* plan, uint64_t stage_count, const uint64_t* radices, uint64_t) {
+    fill_stages(plan, stages_neon, stage_count, radices);
+}
+
+void stage_fill_sve(fft_plan* plan, uint64_t stage_count, const uint64_t* radices, uint64_t) {
+    fill_stages(plan, stages_sve, stage_count, radices);
+}
+
+void fill_convolution_stages(const fft_plan* plan, const stage_isa& isa, const stage_list& list, uint64_t count,
+                             const uint64_t* radices) {
+    fill_records(plan, isa, list.stages, count, radices, 1);
+    fill_later_stages(plan, isa.other_plain, isa.last_plain,
+                      has_unit_strides(*plan) ? isa.fill_last : twiddle_fill_rows, list.stages, count, list.tables);
+}

@@ -1,0 +1,10 @@
+// SPDX-License-Identifier: Apache-2.0
+// A plan as a line of text, so that a route through solver_table can be compared and read.
+#pragma once
+#include "interface/fft_plan.h"
+
+#include <string>
+
+// "row execute_name [radices] (subplan; subplan)", row being the number of the winning row of solver_table. Radices are
+// given where `aux` is a stage list.
+std::string plan_tree(const fft_plan* plan);
