@@ -24,26 +24,44 @@ struct row4_of<float> {
 };
 
 template <class element>
+using row4 = typename row4_of<element>::type;
+
+template <class element>
+[[gnu::always_inline]] inline void load_row(row4<element>& row, const element* source) {
+    memcpy(&row, source, sizeof row);
+}
+template <class element>
+[[gnu::always_inline]] inline void store_row(const row4<element>& row, element* destination) {
+    memcpy(destination, &row, sizeof row);
+}
+
+// Four rows by name: in an array and a loop, gcc keeps them in memory.
+template <class element>
 struct block4 {
-    using row = typename row4_of<element>::type;
-    row rows[4];
+    row4<element> a, b, c, d;
 
     [[gnu::always_inline]] void load(const element* source, int64_t ld) {
-        for (int i = 0; i < 4; ++i) memcpy(&rows[i], source + i * ld, sizeof(row));
+        load_row(a, source);
+        load_row(b, source + ld);
+        load_row(c, source + 2 * ld);
+        load_row(d, source + 3 * ld);
     }
     [[gnu::always_inline]] void store(element* destination, int64_t ld) const {
-        for (int i = 0; i < 4; ++i) memcpy(destination + i * ld, &rows[i], sizeof(row));
+        store_row(a, destination);
+        store_row(b, destination + ld);
+        store_row(c, destination + 2 * ld);
+        store_row(d, destination + 3 * ld);
     }
     // Two rounds: the first separates even from odd columns, the second does so once more.
     [[gnu::always_inline]] void transpose() {
-        const row ab_even = __builtin_shufflevector(rows[0], rows[1], 0, 2, 4, 6),
-                  ab_odd = __builtin_shufflevector(rows[0], rows[1], 1, 3, 5, 7),
-                  cd_even = __builtin_shufflevector(rows[2], rows[3], 0, 2, 4, 6),
-                  cd_odd = __builtin_shufflevector(rows[2], rows[3], 1, 3, 5, 7);
-        rows[0] = __builtin_shufflevector(ab_even, cd_even, 0, 2, 4, 6);
-        rows[1] = __builtin_shufflevector(ab_odd, cd_odd, 0, 2, 4, 6);
-        rows[2] = __builtin_shufflevector(ab_even, cd_even, 1, 3, 5, 7);
-        rows[3] = __builtin_shufflevector(ab_odd, cd_odd, 1, 3, 5, 7);
+        const row4<element> ab_even = __builtin_shufflevector(a, b, 0, 2, 4, 6),
+                            ab_odd = __builtin_shufflevector(a, b, 1, 3, 5, 7),
+                            cd_even = __builtin_shufflevector(c, d, 0, 2, 4, 6),
+                            cd_odd = __builtin_shufflevector(c, d, 1, 3, 5, 7);
+        a = __builtin_shufflevector(ab_even, cd_even, 0, 2, 4, 6);
+        b = __builtin_shufflevector(ab_odd, cd_odd, 0, 2, 4, 6);
+        c = __builtin_shufflevector(ab_even, cd_even, 1, 3, 5, 7);
+        d = __builtin_shufflevector(ab_odd, cd_odd, 1, 3, 5, 7);
     }
 };
 

@@ -47,7 +47,10 @@ template <class unit_mover>
     for (; g + strip <= g_end; g += strip)
         for (int64_t r = r0; r < r_end; ++r) {
             mover.prefetch_strip(l.strided_at(g, r));
-            for (int64_t k = 0; k < strip; ++k) mover.move(l.grouped_at(g + k, r), l.strided_at(g + k, r));
+            mover.move(l.grouped_at(g, r), l.strided_at(g, r));
+            mover.move(l.grouped_at(g + 1, r), l.strided_at(g + 1, r));
+            mover.move(l.grouped_at(g + 2, r), l.strided_at(g + 2, r));
+            mover.move(l.grouped_at(g + 3, r), l.strided_at(g + 3, r));
         }
     for (; g < g_end; ++g)
         for (int64_t r = r0; r < r_end; ++r) mover.move(l.grouped_at(g, r), l.strided_at(g, r));

@@ -12,6 +12,11 @@ constexpr int64_t part_side = 64;
 constexpr int64_t tile_rows = 8;
 constexpr int64_t tile_columns = 16;
 
+void store_rows(const row4<float>& left, const row4<float>& right, float* destination) {
+    store_row(left, destination);
+    store_row(right, destination + 4);
+}
+
 // Eight rows of a cache line each become sixteen rows of 8.
 void transpose_tile(const float* source, float* destination, int64_t source_ld, int64_t destination_ld) {
     for (int64_t i = 0; i < tile_rows; ++i) __builtin_prefetch(source + i * source_ld + tile_columns);
@@ -21,11 +26,11 @@ void transpose_tile(const float* source, float* destination, int64_t source_ld, 
         lower.load(source + 4 * source_ld + j, source_ld);
         upper.transpose();
         lower.transpose();
-        for (int64_t k = 0; k < 4; ++k) {
-            float* row = destination + (j + k) * destination_ld;
-            memcpy(row, &upper.rows[k], sizeof upper.rows[k]);
-            memcpy(row + 4, &lower.rows[k], sizeof lower.rows[k]);
-        }
+        float* rows = destination + j * destination_ld;
+        store_rows(upper.a, lower.a, rows);
+        store_rows(upper.b, lower.b, rows + destination_ld);
+        store_rows(upper.c, lower.c, rows + 2 * destination_ld);
+        store_rows(upper.d, lower.d, rows + 3 * destination_ld);
     }
 }
 
