@@ -1,6 +1,6 @@
 /* SPDX-License-Identifier: Apache-2.0 */
-/* Fourier interpolation of a small image to twice its size, moved by half a sample of the new one. A wave stays a wave:
- * the values between the samples are those of the function. examples/upsampling does this to a photograph. */
+/* Fourier interpolation of a small image to twice its size, taken half a new sample further on. A wave stays a wave: the
+ * values between the samples are those of the function. examples/upsampling does this to a photograph. */
 #include <math.h>
 #include <qfftf.h>
 #include <stdio.h>
@@ -29,7 +29,7 @@ int main(void) {
     double worst = 0;
     for (int r = 0; r < factor * rows; r++) {
         for (int c = 0; c < factor * columns; c++) {
-            const double expected = wave((double)(r - shift) / factor, (double)(c - shift) / factor);
+            const double expected = wave((double)(r + shift) / factor, (double)(c + shift) / factor);
             worst = fmax(worst, fabs(larger[r][c] * factor * factor - expected));
         }
     }

@@ -190,9 +190,9 @@ QFFTF_API qsl_fftf_plan qsl_fftf_plan_many_r2r(int rank, const int* n, int howma
 /* ---- Upsampling -------------------------------------------------------------------------------------------------- */
 
 /* Fourier interpolation of a real image of n0 x n1 samples to m0 x m1 samples, m0 >= n0 and m1 >= n1, both contiguous
- * and apart. The image moves by shift_x target samples along the first axis and shift_y along the second, and its
- * amplitude is multiplied by n0 n1 / (m0 m1). Only the first execution by a thread that has made a plan is exact: make
- * a new plan for another image, or execute on a thread that has made none. */
+ * and apart. Output (p, q) is the image at row (p + shift_x) n0 / m0 and column (q + shift_y) n1 / m1, continued
+ * periodically, times n0 n1 / (m0 m1). Only the first execution by a thread that has made a plan is exact: make a new
+ * plan for another image, or execute on a thread that has made none. */
 QFFTF_API qsl_fftf_plan qsl_fftf_plan_upsampling_2d(int n0, int n1, int m0, int m1, float* in, float* out,
                                                     unsigned flags, float shift_x, float shift_y);
 

@@ -21,9 +21,9 @@ constexpr int zoom = 2;    // of the result, to see more of it
 constexpr int gap = 12, heading = 34;
 constexpr colour ink = {40, 40, 40}, paper = {255, 255, 255};
 
-// Pixel j of the photograph becomes the `factor` pixels from factor * j on. Its centre lies in their middle, so the
-// result has to move by less than a pixel of the photograph.
-constexpr float shift = (factor - 1) / 2.0F;
+// Pixel j of the photograph becomes the `factor` pixels from factor * j on, and its centre lies in their middle. So the
+// pixel that begins such a group is taken from a place in front of that centre, by less than a pixel of the photograph.
+constexpr float shift = -(factor - 1) / 2.0F;
 
 [[noreturn]] void fail(const std::string& reason) {
     std::fprintf(stderr, "upsampling: %s\n", reason.c_str());
@@ -93,7 +93,7 @@ int main(int argument_count, char** arguments) {
     }
     std::printf("read     %d x %d pixels\n", photograph->width(), photograph->height());
     const picture enlarged = enlarge(*photograph);
-    std::printf("enlarged %d x %d pixels, moved by %g\n", enlarged.width(), enlarged.height(), shift);
+    std::printf("enlarged %d x %d pixels, taken %g further on\n", enlarged.width(), enlarged.height(), shift);
     if (!compare(*photograph, enlarged).write_png(arguments[1])) {
         fail(std::string("cannot write ") + arguments[1]);
     }
