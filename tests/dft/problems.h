@@ -9,6 +9,14 @@
 
 #include <string>
 
+// The emulator runs vector code a hundred times slower. The long sweeps are thinned there; the portable build, whose
+// kernels come from the same source, runs all of them.
+#if TESTS_ARE_EMULATED
+constexpr bool is_emulated = true;
+#else
+constexpr bool is_emulated = false;
+#endif
+
 struct complex_problem {
     int64_t n;
     int64_t sign = sign_forward;
