@@ -8,19 +8,18 @@ namespace generator {
 
 struct body_kind {
     int size, sign;
-    bool twiddled = false;  // elements 1 and up are multiplied by twiddles
-    // Lanes that are rows of the input, each row contiguous: vectors are loaded along the rows and transposed.
-    // 1 where vectors are loaded as they are needed.
-    int transposed_rows = 1;
+    bool twiddled = false;    // elements 1 and up are multiplied by twiddles
+    bool transposed = false;  // the two lanes are rows: vectors are loaded along the rows and transposed
     // Loads must all stand before the first store, since input and output may be one array.
     bool in_place = false;
+    bool overwrites = false;  // see dag
 };
 
-// Slot of a load along the rows: `count` complex numbers at `column` of `row`.
+// Slot of a load along the rows: two complex numbers at `column` of `row`.
 struct row_slot {
-    int row, column, count;
-    int pack() const { return (row * 64 + column) * 8 + count; }
-    static row_slot unpack(int slot) { return {slot / 8 / 64, slot / 8 % 64, slot % 8}; }
+    int row, column;
+    int pack() const { return row * 64 + column; }
+    static row_slot unpack(int slot) { return {slot / 64, slot % 64}; }
 };
 
 struct body {

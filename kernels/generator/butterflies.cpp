@@ -56,7 +56,8 @@ values folded_three_butterfly(const values& x, int b, int sign) {
     values out(n, x[0]);
     for (int o = 0; o < n; ++o) {
         const int k = o % b;
-        out[o] = o % 3 == 0 ? y0[k] : o % 3 == 1 ? h[k] + times_i(d[k]) : h[k] - times_i(d[k]);
+        const auto [plus, minus] = sum_and_difference(h[k], times_i(d[k]));
+        out[o] = o % 3 == 0 ? y0[k] : o % 3 == 1 ? plus : minus;
     }
     return out;
 }

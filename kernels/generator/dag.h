@@ -11,23 +11,22 @@
 namespace generator {
 
 enum class op {
-    load,        // input `slot`
-    twiddle,     // twiddle `slot`, from the table of the stage
-    mul,         // a b, complex
-    add,         // a + b
-    sub,         // a - b
-    add_i,       // a + i b
-    sub_i,       // a - i b
-    scale,       // k a
-    fma,         // a + k b
-    fms,         // a - k b
-    fma_i,       // a + i k b
-    fms_i,       // a - i k b
-    zip_lo,      // lanes of a and b in turn, from their lower halves
-    zip_hi,      // from their upper halves
-    unzip_even,  // even lanes of a, then of b
-    unzip_odd,   // odd lanes
-    store,       // a to output `slot`
+    load,         // input `slot`
+    twiddle,      // twiddle `slot`, from the table of the stage
+    mul,          // a b, complex
+    add,          // a + b
+    sub,          // a - b
+    add_i,        // a + i b
+    sub_i,        // a - i b
+    scale,        // k a
+    fma,          // a + k b
+    fms,          // a - k b
+    fma_i,        // a + i k b
+    fms_i,        // a - i k b
+    twice_minus,  // 2 a - b
+    zip_lo,       // lanes of a and b in turn, from their lower halves
+    zip_hi,       // from their upper halves
+    store,        // a to output `slot`
 };
 
 constexpr int none = -1;
@@ -37,12 +36,16 @@ struct node {
     int a = none, b = none;
     int slot = none;
     constant k{};
-    auto key() const { return std::tuple(int(what), a, b, slot, k.entry, k.lane); }
+    auto key() const { return std::tuple(int(what), a, b, slot, k.entry, k.lane, k.everywhere, k.twice); }
 };
 
 class dag {
 public:
-    explicit dag(pool constants) : pool_(std::move(constants)) {}
+    // On a machine that overwrites, multiply-adds and rotated additions have no free result register: one of the
+    // operands gives its own, and whoever still needs that operand pays for a copy.
+    dag(pool constants, bool overwrites) : pool_(std::move(constants)), overwrites_(overwrites) {}
+
+    bool overwrites() const { return overwrites_; }
 
     int load(int slot) { return intern({op::load, none, none, slot}); }
     int twiddle(int slot) { return intern({op::twiddle, none, none, slot}); }
@@ -61,8 +64,9 @@ private:
     int intern(const node& n);
 
     pool pool_;
+    bool overwrites_;
     std::vector<node> nodes_;
-    std::map<std::tuple<int, int, int, int, int, int>, int> known_;
+    std::map<std::tuple<int, int, int, int, int, int, bool, bool>, int> known_;
 };
 
 }  // namespace generator

@@ -23,31 +23,32 @@ void print_single_rows(text& out, const body& b, int size, const std::string& in
     out.line("for (; i < stage->done; ++i, a += ", size, " * ", in_stride, ", b += os, w += ", 2 * (size - 1), ") {");
     if (!contiguous) input.declare_bases(out);
     output.declare_bases(out);
-    print_twiddles(out, b, a);
     print_operations(out, b, a);
     out.line("}");
 }
 
-// Groups of `rows` rows, loaded along the rows. Vectors of the full vocabulary hold `rows` complex numbers.
-void print_groups(text& out, const form& f, const body& b, int size, int rows) {
+// Groups of two or four rows, one row in every lane: NEON transposes pairs of columns, SVE gathers.
+void print_groups(text& out, const form& f, const body& b, int size) {
+    const bool sve = f.isa == instruction_set::sve;
+    const int rows = sve ? 4 : 2;
     const strided_address output("b", "out_step", size);
     access a;
     a.twiddle = [&](int j) { return "load(w + " + std::to_string(2 * rows * (j - 1)) + ")"; };
     a.load = [&](int slot) {
+        if (sve) return "load(a + " + std::to_string(2 * slot) + ", rows)";
         const row_slot s = row_slot::unpack(slot);
-        const std::string mask = s.count < rows ? "first_lanes(" + std::to_string(s.count) + "), " : "";
-        return "load(" + mask + "a + " + std::to_string(2 * (s.row * size + s.column)) + ")";
+        return "load(a + " + std::to_string(2 * (s.row * size + s.column)) + ")";
     };
     a.store = [&](int k, std::string v) { return "store(" + output.at(k) + ", " + v + ")"; };
     out.line("using namespace ", full_vocabulary(f), ";");
     print_constants(out, b);
+    if (sve) out.line("const lane_offsets rows = lanes_apart(", 2 * size, ");");
     out.line("const float* a = in;");
     out.line("float* b = out;");
     out.line("const float* w = stage->twiddles;");
     out.line("for (; i + ", rows, " <= stage->done; i += ", rows, ", a += ", 2 * rows * size, ", b += ", 2 * rows,
              ", w += ", 2 * rows * (size - 1), ") {");
     output.declare_bases(out);
-    print_twiddles(out, b, a);
     print_operations(out, b, a);
     out.line("}");
 }
@@ -55,8 +56,8 @@ void print_groups(text& out, const form& f, const body& b, int size, int rows) {
 }  // namespace
 
 void print_last_stage(text& out, const form& f, int size, int sign) {
-    const body single = make_body({.size = size, .sign = sign, .twiddled = true});
-    const bool contiguous = f.data == layout::contig;
+    const bool contiguous = f.data == layout::contig, sve = f.isa == instruction_set::sve;
+    const body single = make_body({.size = size, .sign = sign, .twiddled = true, .overwrites = sve && !contiguous});
     out.line("{");
     if (contiguous)
         out.line("constexpr int64_t os = 2;");
@@ -67,10 +68,10 @@ void print_last_stage(text& out, const form& f, int size, int sign) {
     strided_address("b", "out_step", size).declare_steps(out);
     out.line("uint64_t i = 0;");
     if (contiguous) {
-        const int rows = f.isa == instruction_set::neon ? 2 : 4;
         out.line("{");
-        print_groups(out, f, make_body({.size = size, .sign = sign, .twiddled = true, .transposed_rows = rows}), size,
-                     rows);
+        print_groups(out, f,
+                     make_body({.size = size, .sign = sign, .twiddled = true, .transposed = !sve, .overwrites = sve}),
+                     size);
         out.line("}");
         out.line("if (i == stage->done) return;");
         out.line("using namespace neon_one;");

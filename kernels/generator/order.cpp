@@ -29,7 +29,7 @@ public:
 private:
     static bool waits(op what) {
         return what == op::load || what == op::twiddle || what == op::mul || what == op::zip_lo || what == op::zip_hi ||
-               what == op::unzip_even || what == op::unzip_odd || what == op::store;
+               what == op::store;
     }
 
     void mark_live() {
@@ -51,7 +51,6 @@ private:
         done_[n] = true;
         visit(nodes_[n].a);
         visit(nodes_[n].b);
-        if (nodes_[n].what == op::twiddle) return;
         order_.push_back(n);
         if (nodes_[n].what == op::load) --loads_left_;
         if (store_of_[n] == none) return;
@@ -59,6 +58,9 @@ private:
             held_back_.push_back(store_of_[n]);
         else
             order_.push_back(store_of_[n]);
+        // What is made from a stored value overwrites it.
+        for (int user = n + 1; user < int(nodes_.size()); ++user)
+            if (nodes_[user].a == n && nodes_[user].what != op::store) visit(user);
     }
 
     const std::vector<node>& nodes_;

@@ -5,7 +5,7 @@
 
 namespace generator {
 
-// Twiddle loads are left to the loop that holds the body. With `loads_first` no load follows a store.
+// With `loads_first` no load follows a store.
 std::vector<int> print_order(const dag& graph, bool loads_first);
 
 }  // namespace generator

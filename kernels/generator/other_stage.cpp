@@ -8,29 +8,37 @@ namespace generator {
 
 namespace {
 
+// Twiddles of a row stay in registers while there are enough; else a replicating load costs what a spill would.
+bool twiddles_held(int size) { return size <= 10; }
+
+access row_access(int size) {
+    access a;
+    a.twiddle = [](int j) { return "load_row(w + " + std::to_string(2 * (j - 1)) + ")"; };
+    a.twiddle_type = "row_twiddle";
+    a.twiddles_held = twiddles_held(size);
+    return a;
+}
+
 void print_column(text& out, const body& b, int size, const std::string& mask) {
     const strided_address input("a", "in_step", size), output("b", "out_step", size);
     input.declare_bases(out);
     output.declare_bases(out);
-    access a;
+    access a = row_access(size);
     a.load = [&](int j) { return "load(" + mask + input.at(j) + ")"; };
     a.store = [&](int k, std::string v) { return "store(" + mask + output.at(k) + ", " + v + ")"; };
     print_operations(out, b, a);
 }
 
-void print_row_constants(text& out, const body& b) {
-    access a;
-    a.twiddle = [](int j) { return "load_row(w + " + std::to_string(2 * (j - 1)) + ")"; };
-    a.twiddle_type = "row_twiddle";
+void print_row_constants(text& out, const body& b, int size) {
     print_constants(out, b);
-    print_twiddles(out, b, a);
+    if (twiddles_held(size)) print_twiddles(out, b, row_access(size));
 }
 
 // All columns of one row, which starts at `row_in` and `row_out`.
 void print_row(text& out, const form& f, const body& b, int size) {
     if (f.data == layout::batch) {
         out.line("using namespace ", full_vocabulary(f), ";");
-        print_row_constants(out, b);
+        print_row_constants(out, b, size);
         out.line("const float* a = row_in;");
         out.line("float* b = row_out;");
         out.line("for (uint64_t l = 0; l < stage->rest; ++l, a += is, b += os) {");
@@ -44,7 +52,7 @@ void print_row(text& out, const form& f, const body& b, int size) {
         out.line("{");
     }
     out.line("using namespace ", full_vocabulary(f), ";");
-    print_row_constants(out, b);
+    print_row_constants(out, b, size);
     out.line(neon ? "for (; l + 4 <= in_step; l += 4) {" : "for (int64_t l = 0; l < in_step; l += 8) {");
     if (!neon) out.line("const mask p = lanes_left(l, in_step);");
     out.line("const float* const a = row_in + l;");
@@ -55,7 +63,7 @@ void print_row(text& out, const form& f, const body& b, int size) {
     out.line("}");
     out.line("if (l < in_step) {");
     out.line("using namespace neon_one;");
-    print_row_constants(out, b);
+    print_row_constants(out, b, size);
     out.line("const float* const a = row_in + l;");
     out.line("float* const b = row_out + l;");
     print_column(out, b, size, "");
@@ -65,8 +73,9 @@ void print_row(text& out, const form& f, const body& b, int size) {
 }  // namespace
 
 void print_other_stage(text& out, const form& f, int size, int sign) {
-    const body first = make_body({.size = size, .sign = sign});
-    const body twiddled = make_body({.size = size, .sign = sign, .twiddled = true});
+    const bool sve = f.isa == instruction_set::sve;
+    const body first = make_body({.size = size, .sign = sign, .overwrites = sve});
+    const body twiddled = make_body({.size = size, .sign = sign, .twiddled = true, .overwrites = sve});
     out.line("{");
     if (f.data == layout::contig)
         out.line("constexpr int64_t is = 2, os = 2;");

@@ -56,6 +56,11 @@ void pool::add_pair(long double c, long double s, std::string meaning) {
     entries_.push_back({{c, s}, std::move(meaning)});
 }
 
+long double pool::value(constant k) const {
+    if (k.entry == constant::literal_two) return 2;
+    return (k.twice ? 2 : 1) * entries_[k.entry].value[k.lane];
+}
+
 found_constant pool::find(long double value) const {
     for (size_t e = 0; e < entries_.size(); ++e)
         for (int lane = 0; lane < 2; ++lane) {

@@ -9,11 +9,16 @@
 
 namespace generator {
 
+// Where a kernel finds a real number: in one lane of a pair of the pool, or in a register that holds it everywhere.
 struct constant {
-    int entry = -1;
+    static constexpr int none = -1, literal_two = -2;
+    int entry = none;
     int lane = 0;
+    bool everywhere = false;
+    bool twice = false;  // the number is twice the pool's
     bool operator==(const constant&) const = default;
 };
+constexpr constant two{constant::literal_two, 0, true};
 
 struct pool_entry {
     long double value[2];
@@ -30,7 +35,7 @@ public:
     pool(int size, int sign);
 
     const std::vector<pool_entry>& entries() const { return entries_; }
-    long double value(constant k) const { return entries_[k.entry].value[k.lane]; }
+    long double value(constant k) const;
     found_constant find(long double value) const;
     // The entry whose lane 0 is +-c and whose lane 1 is +-s, or -1.
     int find_pair(long double c, long double s) const;

@@ -9,7 +9,10 @@ namespace generator {
 
 values prime_butterfly(const values& x, int sign, long double scale) {
     const int p = int(x.size()), h = (p - 1) / 2;
-    if (p == 2) return {x[0] + x[1], x[0] - x[1]};
+    if (p == 2) {
+        const auto [sum, difference] = sum_and_difference(x[0], x[1]);
+        return {sum, difference};
+    }
     const auto scaled = [&](value v) { return scale == 1 ? v : scale * v; };
     values s(h + 1, x[0]), d(h + 1, x[0]), out(p, x[0]);
     value total = x[0];
@@ -24,8 +27,9 @@ values prime_butterfly(const values& x, int sign, long double scale) {
         value a = first, b = scale * sign * sine({k, p}) * d[1];
         for (int j = 1; j <= h; ++j) a = a + scale * cosine({j * k, p}) * s[j];
         for (int j = 2; j <= h; ++j) b = b + scale * sign * sine({j * k, p}) * d[j];
-        out[k] = a + times_i(b);
-        out[p - k] = a - times_i(b);
+        const auto [plus, minus] = sum_and_difference(a, times_i(b));
+        out[k] = plus;
+        out[p - k] = minus;
     }
     return out;
 }

@@ -14,6 +14,7 @@ struct access {
     std::function<std::string(int slot, std::string)> store;  // the statement that stores an output
     std::function<std::string(int slot)> twiddle;             // the expression that loads a twiddle
     std::string twiddle_type = "vec";
+    bool twiddles_held = false;  // print_twiddles has loaded them, outside of the loop
 };
 
 void print_constants(text& out, const body& b);

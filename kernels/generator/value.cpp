@@ -21,6 +21,25 @@ value operator+(value a, value b) {
     return {a.graph, a.graph->sum(a.n, b.n, (b.quarters - a.quarters + 4) % 4), a.quarters};
 }
 
+pair_of_values sum_and_difference(value a, value b) {
+    dag& g = *a.graph;
+    if (!g.overwrites() || !is_scaled(b) || is_scaled(a)) return {a + b, a - b};
+    // A sum with a product ends either operand, so that the sum and the difference together would need a copy. But
+    // a - k b may overwrite b, and 2 a - (a - k b) may overwrite a.
+    const node product = g.nodes()[b.n];
+    constant k = product.k;
+    k.everywhere = true;
+    const int quarters = (b.quarters - a.quarters + 4) % 4;
+    if (quarters % 2 == 0) {
+        const int less = g.fused(op::fms, a.n, product.a, k), more = g.binary(op::twice_minus, a.n, less);
+        const value plus{&g, more, a.quarters}, minus{&g, less, a.quarters};
+        return quarters == 0 ? pair_of_values{plus, minus} : pair_of_values{minus, plus};
+    }
+    const value plus{&g, g.fused(op::fma_i, a.n, product.a, k), a.quarters};
+    const value minus{&g, g.fused(op::fms_i, a.n, product.a, k), a.quarters};
+    return quarters == 1 ? pair_of_values{plus, minus} : pair_of_values{minus, plus};
+}
+
 // a exp(2 pi i angle). Eighths of a turn cost one rotated addition, whose scaling the next addition takes in.
 value times_root(value a, turn angle) {
     const int64_t den = angle.den, num = ((angle.num % den) + den) % den;

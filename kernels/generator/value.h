@@ -23,6 +23,12 @@ inline value times_i(value a) { return rotated(a, 1); }
 value operator+(value a, value b);
 inline value operator-(value a, value b) { return a + (-b); }
 
+struct pair_of_values {
+    value sum, difference;
+};
+// a + b and a - b, in the cheapest way to get both.
+pair_of_values sum_and_difference(value a, value b);
+
 // A real factor, which the pool must hold up to its sign.
 inline value operator*(long double c, value a) {
     const found_constant k = a.graph->constants().find(c);

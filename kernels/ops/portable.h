@@ -43,6 +43,11 @@ OPS_INLINE vector<lanes> constant(const float* p) {
 }
 
 template <int lanes>
+OPS_INLINE vector<lanes> same(float k) {
+    return {vector<lanes>{}.v + k};
+}
+
+template <int lanes>
 OPS_INLINE vector<lanes> add(vector<lanes> a, vector<lanes> b) {
     return {a.v + b.v};
 }
@@ -84,6 +89,19 @@ template <int lanes>
 OPS_INLINE vector<lanes> fms_i(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
     return fms<1>(a, times_i(b), k);
 }
+// The constant is the same in all lanes.
+template <int lanes>
+OPS_INLINE vector<lanes> fma(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
+    return {a.v + b.v * k.v};
+}
+template <int lanes>
+OPS_INLINE vector<lanes> fms(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
+    return {a.v - b.v * k.v};
+}
+template <int lanes>
+OPS_INLINE vector<lanes> twice_minus(vector<lanes> a, vector<lanes> b, vector<lanes>) {
+    return {a.v + a.v - b.v};
+}
 template <int lanes>
 OPS_INLINE vector<lanes> mul(vector<lanes> a, vector<lanes> w) {
     const auto b = times_i(a).v;
@@ -106,16 +124,6 @@ template <int lanes>
 OPS_INLINE vector<lanes> zip_hi(vector<lanes> a, vector<lanes> b) {
     if constexpr (lanes == 2) return {__builtin_shufflevector(a.v, b.v, 2, 3, 6, 7)};
     if constexpr (lanes == 4) return {__builtin_shufflevector(a.v, b.v, 4, 5, 12, 13, 6, 7, 14, 15)};
-}
-template <int lanes>
-OPS_INLINE vector<lanes> unzip_even(vector<lanes> a, vector<lanes> b) {
-    static_assert(lanes == 4);
-    return {__builtin_shufflevector(a.v, b.v, 0, 1, 4, 5, 8, 9, 12, 13)};
-}
-template <int lanes>
-OPS_INLINE vector<lanes> unzip_odd(vector<lanes> a, vector<lanes> b) {
-    static_assert(lanes == 4);
-    return {__builtin_shufflevector(a.v, b.v, 2, 3, 6, 7, 10, 11, 14, 15)};
 }
 
 }  // namespace portable

@@ -27,6 +27,7 @@ using vec = vector<1>;
 using row_twiddle = vec;
 OPS_INLINE vec load(const float* p) { return portable::load<1>(p); }
 OPS_INLINE vec constant(const float* p) { return portable::constant<1>(p); }
+OPS_INLINE vec same(float k) { return portable::same<1>(k); }
 OPS_INLINE row_twiddle load_row(const float* p) { return load(p); }
 
 }  // namespace sve_one
