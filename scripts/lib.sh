@@ -163,8 +163,9 @@ compile() {
     NINJA_STATUS="  [%f/%t, %es] " cmake --build "build/$1" ${2:+--target "${@:2}"}
 }
 
+# run_tests PRESET [OPTION OF CTEST...]
 run_tests() {
-    ctest --test-dir "build/$1" -j "$(nproc)" --output-on-failure --no-tests=error --timeout 900
+    ctest --test-dir "build/$1" "${@:2}" -j "$(nproc)" --output-on-failure --no-tests=error --timeout 900
 }
 
 # The hand-written C and C++ files, each name ended by a zero byte.

@@ -49,8 +49,8 @@ TEST_P(Pool, NoItemsAndOnePartitionTouchNoLock) {
 
 TEST_P(Pool, EveryPartitionRunsOnce) {
     for (uint64_t multiple : {1, 4, 16})
-        for (uint64_t count : {1, 2, 3, 5, 7, 16, 63, 100, 1000})
-            for (uint64_t chunks : {1, 2, 3, 5}) loop.run_and_check(count, chunks, multiple);
+        for (uint64_t count : {1, 2, 5, 16, 63, 1000})
+            for (uint64_t chunks : {1, 3, 5}) loop.run_and_check(count, chunks, multiple);
     EXPECT_EQ(threads_made, 4);  // never more than the widest loop needs
 }
 

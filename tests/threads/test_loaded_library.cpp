@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: Apache-2.0
+// The shared object as a program meets that loads it by name: where it looks for libtarn.so, what it prints, and the
+// same transforms on every back-end.
+#include "installed_tree.h"
+#include "support/start_program.h"
+
+namespace {
+
+const std::string cannot_find_tarn =
+    "QSL_FFT THREAD TYPE ERROR: Cannot find tarn_so. Use pthread in later calculation.\n";
+const std::string too_long = "FFT Lib path is too long, must less than 2048 characters\n";
+
+program_result load(const std::string& environment, const std::string& library, int batch = 0) {
+    return start_program(environment, std::string(LOAD_LIBRARY " ") + library + " " + std::to_string(batch));
+}
+
+TEST(LoadedLibrary, LooksForTarnBesideItself) {
+    const installed_tree with_tarn(LIBRARY, STANDIN);
+    program_result got = load("QSL_FFT_THREAD_TYPE=TARN", with_tarn.ours());
+    EXPECT_EQ(got.exit_code, 0);
+    EXPECT_EQ(got.out + got.err, "");
+    got = load("QSL_FFT_THREAD_TYPE=TARN", with_tarn.ours_by_a_name_of(2003));
+    EXPECT_EQ(got.exit_code, 0);
+    EXPECT_EQ(got.out + got.err, "");
+    got = load("QSL_FFT_THREAD_TYPE=TARN", with_tarn.ours_by_a_name_of(2004));
+    EXPECT_EQ(got.exit_code, 0);
+    EXPECT_EQ(got.out, too_long);
+    EXPECT_EQ(got.err, cannot_find_tarn);
+}
+
+TEST(LoadedLibrary, SaysThatTarnIsMissing) {
+    for (const char* incomplete : {"", STANDIN_WITHOUT_A_FUNCTION}) {
+        const installed_tree tree(LIBRARY, incomplete);
+        const program_result got = load("QSL_FFT_THREAD_TYPE=TARN", tree.ours());
+        EXPECT_EQ(got.exit_code, 0);
+        EXPECT_EQ(got.out, "");
+        EXPECT_EQ(got.err, cannot_find_tarn);
+    }
+}
+
+TEST(LoadedLibrary, ComputesTheSameOnEveryBackend) {
+    const installed_tree tree(LIBRARY, STANDIN);
+    for (const char* backend : {"QSL_FFT_THREAD_TYPE=POOL", "QSL_FFT_THREAD_TYPE=OMP", "QSL_FFT_THREAD_TYPE=TARN"}) {
+        SCOPED_TRACE(backend);
+        const program_result got = load(backend, tree.ours(), 40);
+        EXPECT_EQ(got.exit_code, 0);
+        EXPECT_EQ(got.err, "");
+        EXPECT_NE(got.out.find("0 lengths differ\n"), std::string::npos) << got.out;
+        EXPECT_EQ(got.out.find("loop flags 15") != std::string::npos, strstr(backend, "TARN") != nullptr) << got.out;
+    }
+}
+
+}  // namespace
