@@ -1,5 +1,5 @@
 # SPDX-License-Identifier: Apache-2.0
-"""Joins the emulator's pieces to basic blocks."""
+"""Basic blocks from the emulator's pieces."""
 from dataclasses import dataclass
 
 from emulation import Profile, Region
@@ -20,22 +20,22 @@ def is_branch(word: int) -> bool:
 
 
 def basic_blocks(profile: Profile, region: Region) -> list[Block]:
-    """The emulator cuts straight code at pages and after some hundred instructions. A piece that ends in no branch is
-    joined with the piece behind it where both ran equally often."""
-    at = {}
+    """The emulator cuts code where a page ends or a piece gets long, and pieces overlap where code is entered at several
+    points. So the pieces are first dissolved into the count of each instruction; a block is then a longest run of
+    instructions that follow each other, ran equally often and have no branch before the last."""
+    words, counts = {}, {}
     for number, count in region.counts.items():
         piece = profile.pieces[number]
-        at[piece.address] = Block(piece.address, count, tuple(piece.words))
-    joined = []
-    for address in sorted(at):
-        if address not in at:
-            continue  # it was joined to an earlier one
-        block = at.pop(address)
-        words = list(block.words)
-        while not is_branch(words[-1]):
-            follower = at.get(address + 4 * len(words))
-            if follower is None or follower.count != block.count:
-                break
-            words += at.pop(follower.address).words
-        joined.append(Block(address, block.count, tuple(words)))
-    return joined
+        for index, word in enumerate(piece.words):
+            address = piece.address + 4 * index
+            words[address] = word
+            counts[address] = counts.get(address, 0) + count
+    blocks, run = [], []
+    for address in sorted(words):
+        if run and (address != run[-1] + 4 or counts[address] != counts[run[-1]] or is_branch(words[run[-1]])):
+            blocks.append(run)
+            run = []
+        run.append(address)
+    if run:
+        blocks.append(run)
+    return [Block(run[0], counts[run[0]], tuple(words[address] for address in run)) for run in blocks]

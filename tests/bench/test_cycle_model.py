@@ -78,6 +78,11 @@ class Blocks(unittest.TestCase):
     def test_a_join_from_elsewhere_begins_a_block(self):
         self.assertEqual(self.joined((0, 5, [self.NOP]), (4, 6, [self.RET])), [(0, 5, 1), (4, 6, 1)])
 
+    def test_a_loop_that_is_entered_from_above_is_one_block(self):
+        # the code above the loop at 4 runs once and on into its first round; a page ends behind 8
+        self.assertEqual(self.joined((0, 1, [self.NOP] * 3), (4, 3, [self.NOP] * 2), (12, 4, [self.RET])),
+                         [(0, 1, 1), (4, 4, 3)])
+
     def test_gaps_stay(self):
         self.assertEqual(self.joined((0, 5, [self.NOP]), (8, 5, [self.RET])), [(0, 5, 1), (8, 5, 1)])
 
