@@ -3,6 +3,7 @@
 // the lengths don't matter.
 #include "include/qfftf.h"
 #include "planner/solvers.h"
+#include "support/start_program.h"
 #include "tests/batch/reshape_support.h"
 #include "threads/partition.h"
 #include "threads/threads.h"
@@ -131,7 +132,7 @@ TEST_F(Routes, SpareThreadsGoDownWithoutPlacement) {
     const auto sub = [](int64_t items, int64_t nthreads) {
         return taken(numbers(items, 1024, nthreads))->subplans[0]->nthreads;
     };
-    EXPECT_EQ(sub(8, 64), 32);
+    EXPECT_EQ(sub(8, 64), static_cast<int64_t>(thread_limit_nthreads(64) / 2));
     EXPECT_EQ(sub(100, 4), 1);
     EXPECT_EQ(sub(10, 5), 1);
     EXPECT_EQ(sub(12, 8), 2);
@@ -173,6 +174,33 @@ TEST_F(Routes, PartsWorkOnTheirOwnItems) {
             plan->execute(plan.get(), in.data(), out.data());
             EXPECT_EQ(out, expected) << p.text() << " on " << nthreads << " threads";
         }
+}
+
+// The first plan that could use several threads decides for the process: close below 8192 elements per thread.
+TEST(PlannedMode, ByTheWorkPerThread) {
+    struct {
+        const char* threads_and_problems;
+        const char* modes;
+    } const cases[] = {
+        {"4 64 40", "1\n"},
+        {"4 1023 32", "1\n"},  // 8184
+        {"4 1024 32", "0\n"},  // 8192
+        {"4 64 40 1024 64", "1\n1\n"},
+        {"4 1024 64 64 40", "0\n0\n"},
+        {"1 64 40", "0\n"},              // one thread: nobody asks
+        {"2 16384 0", "1\n"},            // r2c: half of its length counts, 4096 per thread
+        {"2 32768 0", "0\n"},            // 8192
+        {"2 8190 0 32768 0", "0\n0\n"},  // too short for several threads
+    };
+    for (const auto& c : cases) {
+        const program_result got = start_program("-u QSL_FFT_AFFINITY -u QSL_FFT_THREAD_TYPE",
+                                                 std::string(PLANNED_MODE " ") + c.threads_and_problems);
+        EXPECT_EQ(got.exit_code, 0) << got.err;
+        EXPECT_EQ(got.out, c.modes) << c.threads_and_problems;
+    }
+    EXPECT_EQ(start_program("QSL_FFT_AFFINITY=SPREAD", PLANNED_MODE " 4 64 40").out, "0\n");
+    EXPECT_EQ(start_program("QSL_FFT_AFFINITY=NO", PLANNED_MODE " 4 64 40").out, "2\n");
+    EXPECT_EQ(start_program("QSL_FFT_THREAD_TYPE=OMP", PLANNED_MODE " 4 64 40").out, "2\n");
 }
 
 }  // namespace
