@@ -53,11 +53,27 @@ void copy_rows(const element* source, element* destination, int64_t rows, int64_
         copy_contiguous(source + i * source_ld, destination + i * destination_ld, columns);
 }
 
+void transpose(const cpx* source, cpx* destination, int64_t rows, int64_t columns, int64_t source_ld,
+               int64_t destination_ld) {
+    transpose_cpx(reinterpret_cast<const float*>(source), reinterpret_cast<float*>(destination), rows, columns,
+                  source_ld, destination_ld);
+}
+
+void transpose(const float* source, float* destination, int64_t rows, int64_t columns, int64_t source_ld,
+               int64_t destination_ld) {
+    transpose_fp(source, destination, rows, columns, source_ld, destination_ld);
+}
+
+// With unit strides in one direction on each side the copy is one of rows or a transpose, both in vectors.
 template <class element>
 void copy_matrix(const element* source, element* destination, int64_t rows, int64_t columns, fft_dim column_strides,
                  fft_dim row_strides) {
     if (column_strides.is == 1 && column_strides.os == 1)
         return copy_rows(source, destination, rows, columns, row_strides.is, row_strides.os);
+    if (row_strides.is == 1 && column_strides.os == 1)
+        return transpose(source, destination, columns, rows, column_strides.is, row_strides.os);
+    if (column_strides.is == 1 && row_strides.os == 1)
+        return transpose(source, destination, rows, columns, row_strides.is, column_strides.os);
     if (columns < 1) return;
     for (int64_t i = 0; i < rows; ++i)
         copy_strided(source + i * row_strides.is, destination + i * row_strides.os, columns, column_strides.is,

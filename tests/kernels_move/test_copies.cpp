@@ -86,6 +86,13 @@ TEST(Copies, RowsOfStridedElements) {
                 for (int64_t os : {1, 3}) {
                     const std::vector<fft_dim> wide = {{rows, is * columns + 1, os * columns + 2}, {columns, is, os}};
                     const std::vector<fft_dim> tall = {{rows, 1, 1}, {columns, rows + is, rows + os}};
+                    // rows of one side are columns of the other: a transpose
+                    const std::vector<fft_dim> gathered = {{rows, 1, columns + os}, {columns, rows + is, 1}};
+                    const std::vector<fft_dim> scattered = {{rows, columns + is, 1}, {columns, 1, rows + os}};
+                    for (const std::vector<fft_dim>& m : {gathered, scattered}) {
+                        check_copy("copy_matrix_cpx", 2, cpx, m);
+                        check_copy("copy_matrix_fp", 1, fp, m);
+                    }
                     check_copy("copy_matrix_cpx", 2, cpx, wide);
                     check_copy("copy_matrix_cpx", 2, cpx, tall);
                     check_copy("copy_matrix_fp", 1, fp, wide);
