@@ -9,9 +9,9 @@
 TEST(ManyTranspose, AllCounts) {
     for (int64_t count = 5; count <= 20; ++count)
         for (int64_t n : {2, 16, 30})
-            check(solve_problem_dft_many_transpose,
-                  batch_of({n, count + 3, count + 1}, {count, 1, 1}, false, plan_flag_measured),
-                  "execute_many_transpose");
+            check_both_directions(solve_problem_dft_many_transpose,
+                                  batch_of({n, count + 3, count + 1}, {count, 1, 1}, false, plan_flag_measured),
+                                  "execute_many_transpose");
 }
 
 TEST(ManyTranspose, BlocksOf64) {
