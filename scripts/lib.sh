@@ -76,7 +76,10 @@ run_packages() {
     [ "$machine" = aarch64 ] || echo qemu-user libc6:arm64 libstdc++6:arm64 libgomp1:arm64
 }
 
-test_packages() { echo libclang-rt-19-dev llvm-19 pkgconf python3; }
+test_packages() {
+    echo libclang-rt-19-dev llvm-19 pkgconf python3
+    [ "$machine" = aarch64 ] && echo gfortran || echo gfortran-aarch64-linux-gnu
+}
 demo_packages() { echo pkgconf "libsndfile1-dev$foreign" "libpng-dev$foreign"; }
 format_packages() { echo clang-format-19; }
 tidy_packages() { echo clang-tidy-19; }

@@ -27,7 +27,9 @@ mv installed_here prefix
 expect_same "the installed files" \
 "bin/qfftf-info
 bin/qfftf-plan
+include/qfftf.f90
 include/qfftf.h
+include/qfftf.hpp
 lib/cmake/qfftf/qfftf-config-release.cmake
 lib/cmake/qfftf/qfftf-config-version.cmake
 lib/cmake/qfftf/qfftf-config.cmake

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/planner/failing_memory.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <mutex>
 #include <unordered_set>
@@ -13,6 +14,7 @@ namespace {
 
 thread_local bool watching = false;  // off inside this file's own bookkeeping
 long failing_number, number;
+size_t largest_block = SIZE_MAX;
 
 std::mutex& lock() {
     static std::mutex mutex;
@@ -24,7 +26,7 @@ std::unordered_set<void*>& alive() {
     return blocks;
 }
 
-bool fails() { return watching && number++ == failing_number; }
+bool fails(size_t bytes) { return watching && (number++ == failing_number || bytes > largest_block); }
 
 void* watched(void* block) {
     if (!watching || !block) return block;
@@ -40,10 +42,10 @@ void* watched(void* block) {
 }  // namespace
 
 extern "C" void* __wrap_calloc(size_t count, size_t size) {
-    return fails() ? nullptr : watched(__real_calloc(count, size));
+    return fails(count * size) ? nullptr : watched(__real_calloc(count, size));
 }
 
-extern "C" void* __wrap_malloc(size_t size) { return fails() ? nullptr : watched(__real_malloc(size)); }
+extern "C" void* __wrap_malloc(size_t size) { return fails(size) ? nullptr : watched(__real_malloc(size)); }
 
 extern "C" void __wrap_free(void* block) {
     const bool was_watching = watching;
@@ -65,4 +67,5 @@ memory_watch::memory_watch(long failing) {
 memory_watch::~memory_watch() { stop(); }
 void memory_watch::stop() { watching = false; }
 long memory_watch::allocations() const { return number; }
+void memory_watch::set_largest_block(size_t bytes) { largest_block = bytes; }
 size_t memory_watch::blocks_alive() { return alive().size(); }

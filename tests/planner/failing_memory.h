@@ -16,6 +16,9 @@ public:
     void stop();
     long allocations() const;
 
+    // Under every watch from now on, larger blocks fail.
+    static void set_largest_block(size_t bytes);
+
     // Blocks that were allocated under some watch and have not been freed.
     static size_t blocks_alive();
 };
