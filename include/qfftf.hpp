@@ -66,7 +66,7 @@ private:
 // How the transforms of a batch lie in the arrays of one side; the distance counts only with more than one.
 struct layout {
     int stride = 1;
-    int distance = 0;            // 0: one transform directly behind the other
+    int distance = 0;             // 0: one transform directly behind the other
     std::vector<int> embed = {};  // sizes of the array that holds each transform; empty: those of the transform
 };
 
@@ -78,7 +78,7 @@ struct batch {
 namespace detail {
 
 inline void demand(bool holds, const char* what) {
-    if (!holds) throw refused(std::string("qfftf: ") + what);
+    if (!holds) throw refused(std::string("qfftf demands: ") + what);
 }
 
 template <class Element>
