@@ -18,7 +18,8 @@ public:
         for (int j = 2; j < count_ && j <= 8; ++j) out.line("const int64_t ", step_, j, " = ", j, " * ", step_, ";");
     }
     void declare_bases(text& out) const {
-        for (int j = 8; j < count_; j += 8) out.line("auto* const ", base(j), " = ", base(j - 8), " + ", step_, 8, ";");
+        for (int j = 8; j < count_; j += 8)
+            out.line("auto* const ", base(j), " = base(", base(j - 8), " + ", step_, 8, ");");
     }
     std::string at(int j) const {
         if (j % 8 == 0) return base(j);

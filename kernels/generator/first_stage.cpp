@@ -28,16 +28,16 @@ void print_contig_neon(text& out, const body& b, int size) {
     out.line("using namespace neon_pair;");
     print_constants(out, b);
     out.line("for (; l + 4 <= in_step; l += 4) {");
-    out.line("const float* const a = in + l;");
-    out.line("float* const b = out + l;");
+    out.line("const float* const a = base(in + l);");
+    out.line("float* const b = base(out + l);");
     print_columns(out, b, size, "");
     out.line("}");
     out.line("}");
     out.line("if (l < in_step) {");
     out.line("using namespace neon_one;");
     print_constants(out, b);
-    out.line("const float* const a = in + l;");
-    out.line("float* const b = out + l;");
+    out.line("const float* const a = base(in + l);");
+    out.line("float* const b = base(out + l);");
     print_columns(out, b, size, "");
     out.line("}");
 }
@@ -47,8 +47,8 @@ void print_contig_sve(text& out, const body& b, int size) {
     print_constants(out, b);
     out.line("for (int64_t l = 0; l < in_step; l += 8) {");
     out.line("const mask p = lanes_left(l, in_step);");
-    out.line("const float* const a = in + l;");
-    out.line("float* const b = out + l;");
+    out.line("const float* const a = base(in + l);");
+    out.line("float* const b = base(out + l);");
     print_columns(out, b, size, "p, ");
     out.line("}");
 }

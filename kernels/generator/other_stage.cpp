@@ -55,8 +55,8 @@ void print_row(text& out, const form& f, const body& b, int size) {
     print_row_constants(out, b, size);
     out.line(neon ? "for (; l + 4 <= in_step; l += 4) {" : "for (int64_t l = 0; l < in_step; l += 8) {");
     if (!neon) out.line("const mask p = lanes_left(l, in_step);");
-    out.line("const float* const a = row_in + l;");
-    out.line("float* const b = row_out + l;");
+    out.line("const float* const a = base(row_in + l);");
+    out.line("float* const b = base(row_out + l);");
     print_column(out, b, size, neon ? "" : "p, ");
     out.line("}");
     if (!neon) return;
@@ -64,8 +64,8 @@ void print_row(text& out, const form& f, const body& b, int size) {
     out.line("if (l < in_step) {");
     out.line("using namespace neon_one;");
     print_row_constants(out, b, size);
-    out.line("const float* const a = row_in + l;");
-    out.line("float* const b = row_out + l;");
+    out.line("const float* const a = base(row_in + l);");
+    out.line("float* const b = base(row_out + l);");
     print_column(out, b, size, "");
     out.line("}");
 }

@@ -27,7 +27,7 @@ std::string expression(const dag& g, int n, const access& a) {
     if (v.what == op::load) return a.load(v.slot);
     std::string s = words[int(v.what)];
     const bool has_lane = v.what == op::scale || v.what == op::fma || v.what == op::fms;
-    if (has_lane && !v.k.everywhere) s += "<" + std::to_string(v.k.lane) + ">";
+    if (has_lane) s += v.k.everywhere ? "_all" : "<" + std::to_string(v.k.lane) + ">";
     s += "(" + name(g, v.a);
     if (v.b != none) s += ", " + name(g, v.b);
     if (v.k.entry != constant::none) s += ", " + name(v.k);

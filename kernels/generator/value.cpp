@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kernels/generator/value.h"
 
-#include <cstdio>
-#include <cstdlib>
 #include <utility>
 
 namespace generator {
@@ -40,23 +38,32 @@ pair_of_values sum_and_difference(value a, value b) {
     return quarters == 1 ? pair_of_values{plus, minus} : pair_of_values{minus, plus};
 }
 
-// a exp(2 pi i angle). Eighths of a turn cost one rotated addition, whose scaling the next addition takes in.
+namespace {
+
+// a (c + i s) with both parts from the pool.
+value times_parts(value a, long double c, long double s) {
+    const found_constant real = a.graph->constants().find(c);
+    found_constant imaginary = a.graph->constants().find(s);
+    imaginary.where.everywhere = imaginary.where.lane == 0;  // the rotated product reads odd lanes
+    const op what = real.negative == imaginary.negative ? op::fma_i : op::fms_i;
+    const int n = a.graph->fused(what, a.graph->scale(a.n, real.where), a.n, imaginary.where);
+    return rotated({a.graph, n, a.quarters}, real.negative ? 2 : 0);
+}
+
+}  // namespace
+
+// a exp(2 pi i angle). Eighths of a turn cost one rotated addition, whose scaling the next addition takes in. What is
+// left to be rotated is half a turn at most: the sum and the difference of rotated values would cost a copy on
+// machines that overwrite.
 value times_root(value a, turn angle) {
     const int64_t den = angle.den, num = ((angle.num % den) + den) % den;
     if (4 * num % den == 0) return rotated(a, int(4 * num / den));
-    if (8 * num % den == 0) return cosine({1, 8}) * rotated(a + times_i(a), int(8 * num / den) / 2);
-    for (int quarters = 0; quarters < 4; ++quarters) {
-        const turn rest{4 * num - quarters * den, 4 * den};
-        const long double c = cosine(rest), s = sine(rest);
-        const int e = a.graph->constants().find_pair(c, s);
-        if (e < 0 || c * a.graph->constants().value({e, 0}) < 0) continue;
-        const bool negative = s * a.graph->constants().value({e, 1}) < 0;
-        const int real = a.graph->scale(a.n, {e, 0});
-        const int both = a.graph->fused(negative ? op::fms_i : op::fma_i, real, a.n, {e, 1});
-        return rotated({a.graph, both, a.quarters}, quarters);
+    if (8 * num % den == 0) {
+        const int64_t eighth = 8 * num / den;
+        const value sum = eighth % 4 == 1 ? a + times_i(a) : a - times_i(a);
+        return cosine({1, 8}) * rotated(sum, eighth == 3 || eighth == 5 ? 2 : 0);
     }
-    std::fprintf(stderr, "generator: the pool holds no root %ld/%ld\n", long(num), long(den));
-    std::abort();
+    return times_parts(a, cosine({num, den}), sine({num, den}));
 }
 
 }  // namespace generator

@@ -14,6 +14,7 @@ using row_twiddle = float32x2_t;
 OPS_INLINE vec load(const float* p) { return vld1_f32(p); }
 OPS_INLINE void store(float* p, vec a) { vst1_f32(p, a); }
 OPS_INLINE vec constant(const float* p) { return vld1_f32(p); }
+OPS_INLINE vec same(float k) { return vdup_n_f32(k); }
 OPS_INLINE row_twiddle load_row(const float* p) { return vld1_f32(p); }
 
 OPS_INLINE vec mul(vec a, vec w) { return vcmla_rot90_f32(vcmla_f32(vdup_n_f32(0), a, w), a, w); }
@@ -48,6 +49,7 @@ using vec = vector<1>;
 using row_twiddle = vec;
 OPS_INLINE vec load(const float* p) { return portable::load<1>(p); }
 OPS_INLINE vec constant(const float* p) { return portable::constant<1>(p); }
+OPS_INLINE vec same(float k) { return portable::same<1>(k); }
 OPS_INLINE row_twiddle load_row(const float* p) { return load(p); }
 
 }  // namespace neon_one

@@ -22,6 +22,7 @@ OPS_INLINE vec constant(const float* p) {
     const float32x2_t k = vld1_f32(p);
     return vcombine_f32(k, k);
 }
+OPS_INLINE vec same(float k) { return vdupq_n_f32(k); }
 OPS_INLINE row_twiddle load_row(const float* p) { return vld1_f32(p); }
 
 OPS_INLINE vec mul(vec a, vec w) { return vcmlaq_rot90_f32(vcmlaq_f32(vdupq_n_f32(0), a, w), a, w); }
@@ -70,6 +71,7 @@ OPS_INLINE void store(float* p, int64_t distance, vec a) {
     p[0] = a.v[0], p[1] = a.v[1], p[distance] = a.v[2], p[distance + 1] = a.v[3];
 }
 OPS_INLINE vec constant(const float* p) { return portable::constant<2>(p); }
+OPS_INLINE vec same(float k) { return portable::same<2>(k); }
 OPS_INLINE row_twiddle load_row(const float* p) { return portable::load<1>(p); }
 OPS_INLINE vec mul(vec a, row_twiddle w) {
     return portable::mul(a, vec{__builtin_shufflevector(w.v, w.v, 0, 1, 0, 1)});

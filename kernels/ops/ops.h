@@ -10,7 +10,7 @@
 //   load_row(p)                  the twiddle of a whole row; mul(a, w) multiplies by it or by a vector
 //   add sub add_i sub_i          a + b, a - b, a + i b, a - i b
 //   scale<L>(a, k)               k[L] a
-//   fma<L> fms<L>                a + k[L] b, a - k[L] b; without L, k is the same everywhere
+//   fma<L> fms<L>                a + k[L] b, a - k[L] b; fma_all fms_all: k is the same everywhere
 //   fma_i fms_i                  a + i k[1] b, a - i k[1] b
 //   twice_minus(a, b, two)       2 a - b
 //   zip_lo zip_hi                complex numbers of a and b in turn (pairs)

@@ -91,11 +91,11 @@ OPS_INLINE vector<lanes> fms_i(vector<lanes> a, vector<lanes> b, vector<lanes> k
 }
 // The constant is the same in all lanes.
 template <int lanes>
-OPS_INLINE vector<lanes> fma(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
+OPS_INLINE vector<lanes> fma_all(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
     return {a.v + b.v * k.v};
 }
 template <int lanes>
-OPS_INLINE vector<lanes> fms(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
+OPS_INLINE vector<lanes> fms_all(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
     return {a.v - b.v * k.v};
 }
 template <int lanes>

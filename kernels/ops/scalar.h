@@ -12,6 +12,7 @@ struct vec {
 OPS_INLINE vec load(const float* p) { return {p[0], p[1]}; }
 OPS_INLINE void store(float* p, vec a) { p[0] = a.re, p[1] = a.im; }
 OPS_INLINE vec constant(const float* p) { return {p[0], p[1]}; }
+OPS_INLINE vec same(float k) { return {k, k}; }
 
 OPS_INLINE vec add(vec a, vec b) { return {a.re + b.re, a.im + b.im}; }
 OPS_INLINE vec sub(vec a, vec b) { return {a.re - b.re, a.im - b.im}; }
