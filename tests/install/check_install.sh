@@ -86,10 +86,22 @@ check_example() {
     diff <(echo "$2") - >differences <<<"$($EMULATOR ./by_pkg_config)" || { cat differences; fail "$1 (< told, > printed)"; }
     echo "ok: $1"
 }
-for file in "$SOURCE"/examples/[0-9]*.c; do
-    $C -std=c99 $strict -o by_pkg_config "$file" $flags -lm
-    check_example "$(basename "$file")" "$(sed '1,/^\/\* Prints:$/d; /^\*\/$/d' "$file")"
+told_by() { sed '1,/^\(\/\*\|!\) Prints:$/d; /^\*\/$/d; s/^! //' "$1"; }
+for file in "$SOURCE"/examples/[0-9]*.{c,cpp}; do
+    case $file in
+        *.c) $C -std=c99 $strict -o by_pkg_config "$file" $flags -lm ;;
+        *.cpp) $CXX -std=c++20 $strict -o by_pkg_config "$file" $flags -pthread ;;
+    esac
+    check_example "$(basename "$file")" "$(told_by "$file")"
 done
+if command -v "${FORTRAN%% *}" >/dev/null; then
+    for file in "$SOURCE"/examples/[0-9]*.f90; do
+        $FORTRAN -O1 -Wall -o by_pkg_config prefix/include/qfftf.f90 "$file" $flags
+        check_example "$(basename "$file")" "$(told_by "$file")"
+    done
+else
+    echo "skipped: there is no Fortran compiler"
+fi
 sed '1,/^```c$/d; /^```$/,$d' "$SOURCE/README.md" >readme.c
 $C $strict -o by_pkg_config readme.c $flags
 check_example README.md "$(sed '1,/^```text$/d; /^```$/,$d' "$SOURCE/README.md")"
