@@ -52,7 +52,7 @@ void offer(std::vector<transform_problem>& list, const transform_problem& p, Cha
 }
 
 void offer_shorter(std::vector<transform_problem>& list, const transform_problem& p,
-                   std::vector<fft_dim> transform_problem::*axes) {
+                   std::vector<fft_dim> transform_problem::* axes) {
     for (size_t i = 0; i < (p.*axes).size(); ++i) {
         const int64_t n = (p.*axes)[i].n;
         for (int64_t shorter : {int64_t{1}, n / 2, n - 1})
