@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
 """The documents must stay true: links lead somewhere, named files exist, and the road in ARCHITECTURE.md tells the
-lengths of its files within a tenth and stays readable in an hour (under 900 lines).
+lengths of its files about right and stays readable in an hour (under 900 lines).
 
   check_documents.py ROOT
 """
@@ -40,7 +40,7 @@ def road_complaints(root: pathlib.Path) -> list[str]:
             continue  # the link is complained about already
         lines = len(file.read_text().splitlines())
         total += told
-        if abs(lines - told) > max(told // 10, 2):
+        if abs(lines - told) > max(told // 10, 5):
             found.append(f"ARCHITECTURE.md: {row[1]} has {lines} lines, not {told}")
     if not 0 < total < LONGEST_ROAD:
         found.append(f"ARCHITECTURE.md: the road has {total} lines")
