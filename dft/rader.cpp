@@ -12,7 +12,8 @@
 
 namespace {
 
-using packed_complex = uint64_t __attribute__((may_alias));  // a complex number that is only moved
+// A complex number that is only moved; the caller's arrays need be aligned to a float alone.
+typedef uint64_t packed_complex __attribute__((may_alias, aligned(4)));
 constexpr packed_complex sign_of_imaginary_part = packed_complex{1} << 63;
 
 struct rader_tables {
