@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // kernel_generator DIR: writes DIR/<family>/nNN.cpp and unit.cpp for every family of the forms table, the constant
 // pools, the declarations, the pointer tables and the registry of them all.
+#include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
@@ -19,14 +20,26 @@ void write_if_changed(const std::string& path, const std::string& content) {
     std::ofstream(path, std::ios::binary) << content;
 }
 
+// FNV-1a: tells one text from another.
+std::string fingerprint(const std::string& content) {
+    uint64_t h = 0xcbf29ce484222325u;
+    for (unsigned char c : content) h = (h ^ c) * 0x100000001b3u;
+    char s[20];
+    std::snprintf(s, sizeof s, "%016llx", static_cast<unsigned long long>(h));
+    return s;
+}
+
+// The unit names its texts' fingerprints, so that it changes with each of them: the build knows units as outputs of
+// the generator, but learns of the included texts only from the compiler, too late to see them change in this run.
 void write_family(const std::string& dir, const form& f) {
     std::filesystem::create_directories(dir + "/" + f.name);
     std::string unit =
         "// Written by kernels/generator.\n#include \"kernels/ops/ops.h\"\n#include \"../declarations.h\"\n";
     for (int size : f.sizes) {
         const std::string file = (size < 10 ? "n0" : "n") + std::to_string(size) + ".cpp";
-        write_if_changed(dir + "/" + f.name + "/" + file, kernel_source(f, size));
-        unit += "#include \"" + file + "\"\n";
+        const std::string source = kernel_source(f, size);
+        write_if_changed(dir + "/" + f.name + "/" + file, source);
+        unit += "#include \"" + file + "\"  // " + fingerprint(source) + "\n";
     }
     write_if_changed(dir + "/" + f.name + "/unit.cpp", unit);
 }

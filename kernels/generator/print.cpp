@@ -2,6 +2,7 @@
 #include "kernels/generator/print.h"
 
 #include <map>
+#include <set>
 
 namespace generator {
 
@@ -15,22 +16,79 @@ std::string name(const dag& g, int n) {
     return (g.nodes()[n].what == op::twiddle ? "w" + std::to_string(g.nodes()[n].slot) : "t" + std::to_string(n));
 }
 
-std::string name(const constant& k) {
-    if (k == two) return "two";
-    std::string s = (k.everywhere ? "u" : "k") + std::to_string(k.entry);
-    if (k.everywhere) s += k.lane ? "s" : "c";
-    return k.twice ? s + "_twice" : s;
-}
+bool takes_lane(op what) { return what == op::scale || what == op::fma || what == op::fms; }
+bool takes_rotated(op what) { return what == op::fma_i || what == op::fms_i; }
 
-std::string expression(const dag& g, int n, const access& a) {
+// Registers of constants: a pair of the pool in every complex place, or, where lanes are all that is asked for, two
+// pairs in one register; or one number everywhere.
+class constant_registers {
+public:
+    explicit constant_registers(const body& b) : body_(b) {
+        for (int n : b.order) {
+            const node& v = b.graph.nodes()[n];
+            if (takes_rotated(v.what) && !v.k.everywhere) pairs_.insert(v.k.entry);
+        }
+        for (int n : b.order) use(b.graph.nodes()[n]);
+    }
+
+    bool in_quad(const constant& k) const { return !k.everywhere && !pairs_.contains(k.entry); }
+    int lane(const constant& k) const { return in_quad(k) ? k.entry % 2 * 2 + k.lane : k.lane; }
+
+    std::string name(const constant& k) const {
+        if (k == two) return "two";
+        if (in_quad(k)) return "q" + std::to_string(k.entry / 2);
+        std::string s = (k.everywhere ? "u" : "k") + std::to_string(k.entry);
+        if (k.everywhere) s += k.lane ? "s" : "c";
+        return k.twice ? s + "_twice" : s;
+    }
+
+    void declare(text& out) const {
+        for (const auto& [text_name, k] : used_) {
+            if (k == two)
+                out.line("const vec two = same(2.0f);");
+            else if (k.twice)
+                out.line("const vec ", text_name, " = add(", name(once(k)), ", ", name(once(k)), ");");
+            else if (k.everywhere)
+                out.line("const vec ", text_name, " = same(pool[", 2 * k.entry + k.lane, "]);  // ", meaning(k.entry));
+            else if (in_quad(k))
+                out.line("const quad ", text_name, " = two_constants(pool + ", k.entry / 2 * 4, ");  // ",
+                         meaning(k.entry / 2 * 2), ", ", meaning(k.entry / 2 * 2 + 1));
+            else
+                out.line("const vec ", text_name, " = constant(pool + ", 2 * k.entry, ");  // ", meaning(k.entry));
+        }
+    }
+
+private:
+    static constant once(constant k) {
+        k.twice = false;
+        return k;
+    }
+
+    void use(const node& v) {
+        if (v.what == op::twice_minus) used_.emplace("two", two);
+        if (v.k.entry == constant::none) return;
+        used_.emplace(name(once(v.k)), once(v.k));
+        used_.emplace(name(v.k), v.k);
+    }
+
+    std::string meaning(int entry) const {
+        const auto& entries = body_.graph.constants().entries();
+        return entry < int(entries.size()) ? entries[entry].meaning : "-";
+    }
+
+    const body& body_;
+    std::set<int> pairs_;
+    std::map<std::string, constant> used_;
+};
+
+std::string expression(const dag& g, int n, const access& a, const constant_registers& constants) {
     const node& v = g.nodes()[n];
     if (v.what == op::load) return a.load(v.slot);
     std::string s = words[int(v.what)];
-    const bool has_lane = v.what == op::scale || v.what == op::fma || v.what == op::fms;
-    if (has_lane) s += v.k.everywhere ? "_all" : "<" + std::to_string(v.k.lane) + ">";
+    if (takes_lane(v.what)) s += v.k.everywhere ? "_all" : "<" + std::to_string(constants.lane(v.k)) + ">";
     s += "(" + name(g, v.a);
     if (v.b != none) s += ", " + name(g, v.b);
-    if (v.k.entry != constant::none) s += ", " + name(v.k);
+    if (v.k.entry != constant::none) s += ", " + constants.name(v.k);
     if (v.what == op::twice_minus) s += ", two";
     return s + ")";
 }
@@ -41,32 +99,7 @@ void print_twiddle(text& out, int slot, const access& a) {
 
 }  // namespace
 
-void print_constants(text& out, const body& b) {
-    std::map<std::string, constant> used;
-    for (int n : b.order) {
-        const node& v = b.graph.nodes()[n];
-        if (v.k.entry != constant::none) used.emplace(name(v.k), v.k);
-        if (v.what == op::twice_minus) used.emplace("two", two);
-    }
-    for (auto [text_name, k] : used) {
-        if (k.twice) {
-            k.twice = false;
-            used.emplace(name(k), k);
-        }
-    }
-    for (const auto& [text_name, k] : used) {
-        constant once = k;
-        once.twice = false;
-        if (k == two)
-            out.line("const vec two = same(2.0f);");
-        else if (k.twice)
-            out.line("const vec ", text_name, " = add(", name(once), ", ", name(once), ");");
-        else
-            out.line("const vec ", text_name, k.everywhere ? " = same(pool[" : " = constant(pool + ",
-                     2 * k.entry + (k.everywhere ? k.lane : 0), k.everywhere ? "]);  // " : ");  // ",
-                     b.graph.constants().entries()[k.entry].meaning);
-    }
-}
+void print_constants(text& out, const body& b) { constant_registers(b).declare(out); }
 
 void print_twiddles(text& out, const body& b, const access& a) {
     for (const node& v : b.graph.nodes())
@@ -74,6 +107,7 @@ void print_twiddles(text& out, const body& b, const access& a) {
 }
 
 void print_operations(text& out, const body& b, const access& a) {
+    const constant_registers constants(b);
     for (int n : b.order) {
         const node& v = b.graph.nodes()[n];
         if (v.what == op::twiddle) {
@@ -81,7 +115,7 @@ void print_operations(text& out, const body& b, const access& a) {
         } else if (v.what == op::store)
             out.line(a.store(v.slot, name(b.graph, v.a)), ";");
         else
-            out.line("const vec ", name(b.graph, n), " = ", expression(b.graph, n, a), ";");
+            out.line("const vec ", name(b.graph, n), " = ", expression(b.graph, n, a, constants), ";");
     }
 }
 

@@ -112,6 +112,7 @@ std::string pools_text() {
             s += "\nalignas(16) const float " + pool_name(size, sign) + "[] = {\n";
             for (const pool_entry& e : p.entries())
                 s += "    " + float_text(e.value[0]) + ", " + float_text(e.value[1]) + ",  // " + e.meaning + "\n";
+            if (p.entries().size() % 2) s += "    0, 0,  // pairs are loaded by twos\n";
             s += "};\n";
         }
     return s;

@@ -10,10 +10,12 @@ namespace neon_one {
 
 using vec = float32x2_t;
 using row_twiddle = float32x2_t;
+using quad = float32x4_t;
 
 OPS_INLINE vec load(const float* p) { return vld1_f32(p); }
 OPS_INLINE void store(float* p, vec a) { vst1_f32(p, a); }
 OPS_INLINE vec constant(const float* p) { return vld1_f32(p); }
+OPS_INLINE quad two_constants(const float* p) { return vld1q_f32(p); }
 OPS_INLINE vec same(float k) { return vdup_n_f32(k); }
 OPS_INLINE row_twiddle load_row(const float* p) { return vld1_f32(p); }
 
@@ -27,12 +29,24 @@ OPS_INLINE vec scale(vec a, vec k) {
     return vmul_lane_f32(a, k, lane);
 }
 template <int lane>
+OPS_INLINE vec scale(vec a, quad k) {
+    return vmul_laneq_f32(a, k, lane);
+}
+template <int lane>
 OPS_INLINE vec fma(vec a, vec b, vec k) {
     return vfma_lane_f32(a, b, k, lane);
 }
 template <int lane>
+OPS_INLINE vec fma(vec a, vec b, quad k) {
+    return vfma_laneq_f32(a, b, k, lane);
+}
+template <int lane>
 OPS_INLINE vec fms(vec a, vec b, vec k) {
     return vfms_lane_f32(a, b, k, lane);
+}
+template <int lane>
+OPS_INLINE vec fms(vec a, vec b, quad k) {
+    return vfms_laneq_f32(a, b, k, lane);
 }
 OPS_INLINE vec fma_i(vec a, vec b, vec k) { return vcmla_rot90_f32(a, k, b); }
 OPS_INLINE vec fms_i(vec a, vec b, vec k) { return vcmla_rot270_f32(a, k, b); }
@@ -47,6 +61,8 @@ namespace neon_one {
 using namespace portable;
 using vec = vector<1>;
 using row_twiddle = vec;
+using quad = vector<2>;
+OPS_INLINE quad two_constants(const float* p) { return portable::load<2>(p); }
 OPS_INLINE vec load(const float* p) { return portable::load<1>(p); }
 OPS_INLINE vec constant(const float* p) { return portable::constant<1>(p); }
 OPS_INLINE vec same(float k) { return portable::same<1>(k); }

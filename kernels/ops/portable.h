@@ -69,16 +69,16 @@ template <int lanes>
 OPS_INLINE vector<lanes> sub_i(vector<lanes> a, vector<lanes> b) {
     return sub(a, times_i(b));
 }
-template <int lane, int lanes>
-OPS_INLINE vector<lanes> scale(vector<lanes> a, vector<lanes> k) {
+template <int lane, int lanes, int constant_lanes>
+OPS_INLINE vector<lanes> scale(vector<lanes> a, vector<constant_lanes> k) {
     return {a.v * k.v[lane]};
 }
-template <int lane, int lanes>
-OPS_INLINE vector<lanes> fma(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
+template <int lane, int lanes, int constant_lanes>
+OPS_INLINE vector<lanes> fma(vector<lanes> a, vector<lanes> b, vector<constant_lanes> k) {
     return {a.v + b.v * k.v[lane]};
 }
-template <int lane, int lanes>
-OPS_INLINE vector<lanes> fms(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
+template <int lane, int lanes, int constant_lanes>
+OPS_INLINE vector<lanes> fms(vector<lanes> a, vector<lanes> b, vector<constant_lanes> k) {
     return {a.v - b.v * k.v[lane]};
 }
 template <int lanes>

@@ -9,9 +9,14 @@ struct vec {
     float re, im;
 };
 
+struct quad {
+    float k[4];
+};
+
 OPS_INLINE vec load(const float* p) { return {p[0], p[1]}; }
 OPS_INLINE void store(float* p, vec a) { p[0] = a.re, p[1] = a.im; }
 OPS_INLINE vec constant(const float* p) { return {p[0], p[1]}; }
+OPS_INLINE quad two_constants(const float* p) { return {p[0], p[1], p[2], p[3]}; }
 OPS_INLINE vec same(float k) { return {k, k}; }
 
 OPS_INLINE vec add(vec a, vec b) { return {a.re + b.re, a.im + b.im}; }
@@ -26,15 +31,19 @@ OPS_INLINE float part(vec k) {
     return lane ? k.im : k.re;
 }
 template <int lane>
-OPS_INLINE vec scale(vec a, vec k) {
+OPS_INLINE float part(quad k) {
+    return k.k[lane];
+}
+template <int lane, class Constant>
+OPS_INLINE vec scale(vec a, Constant k) {
     return {part<lane>(k) * a.re, part<lane>(k) * a.im};
 }
-template <int lane>
-OPS_INLINE vec fma(vec a, vec b, vec k) {
+template <int lane, class Constant>
+OPS_INLINE vec fma(vec a, vec b, Constant k) {
     return fused(a, b.re, b.im, part<lane>(k));
 }
-template <int lane>
-OPS_INLINE vec fms(vec a, vec b, vec k) {
+template <int lane, class Constant>
+OPS_INLINE vec fms(vec a, vec b, Constant k) {
     return fused(a, -b.re, -b.im, part<lane>(k));
 }
 OPS_INLINE vec fma_i(vec a, vec b, vec k) { return fused(a, -b.im, b.re, k.im); }

@@ -11,12 +11,14 @@ namespace sve_common {
 using vec = svfloat32_t;
 using row_twiddle = svfloat32_t;
 using mask = svbool_t;
+using quad = svfloat32_t;
 
 OPS_INLINE mask all() { return svptrue_b32(); }
 OPS_INLINE vec replicate(const float* p) {
     return svreinterpret_f32_u64(svdup_n_u64(*reinterpret_cast<const uint64_t*>(p)));
 }
 
+OPS_INLINE quad two_constants(const float* p) { return svld1rq_f32(all(), p); }
 OPS_INLINE vec same(float k) { return svdup_n_f32(k); }
 // A fresh zero from the short form, which costs no vector pipe; compilers would copy one that they keep.
 OPS_INLINE vec zero() {

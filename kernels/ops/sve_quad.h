@@ -36,6 +36,8 @@ namespace sve_quad {
 using namespace portable;
 using vec = vector<4>;
 using row_twiddle = vec;
+using quad = vector<2>;
+OPS_INLINE quad two_constants(const float* p) { return portable::load<2>(p); }
 using mask = int64_t;  // the number of leading floats
 struct lane_offsets {
     int64_t floats;

@@ -8,27 +8,31 @@
 #include <cstring>
 #include <vector>
 
+#include "qfftf.h"
+
 namespace {
 
 using complex_array = std::vector<std::complex<float>>;
 
-template <class F>
-F* function(void* library, const char* name) {
+void* address(void* library, const char* name) {
     void* found = dlsym(library, name);
     if (!found) fprintf(stderr, "%s is missing\n", name), exit(3);
-    return reinterpret_cast<F*>(found);
+    return found;
 }
+
+// A function of the public header, found in the library by its name.
+#define FUNCTION(library, name) reinterpret_cast<decltype(&name)>(address(library, #name))
 
 struct fft_library {
     void* handle;
     void transform(int nthreads, int n, int batch, complex_array& in, complex_array& out) const {
-        function<void(int)>(handle, "qsl_fftf_plan_with_nthreads")(nthreads);
-        void* plan = function<void*(int, const int*, int, void*, const int*, int, int, void*, const int*, int, int, int,
-                                    unsigned)>(handle, "qsl_fftf_plan_many_dft")(1, &n, batch, in.data(), nullptr, 1, n,
-                                                                                 out.data(), nullptr, 1, n, -1, 0);
+        FUNCTION(handle, qsl_fftf_plan_with_nthreads)(nthreads);
+        const qsl_fftf_plan plan = FUNCTION(handle, qsl_fftf_plan_many_dft)(
+            1, &n, batch, reinterpret_cast<qsl_fftf_complex*>(in.data()), nullptr, 1, n,
+            reinterpret_cast<qsl_fftf_complex*>(out.data()), nullptr, 1, n, QSL_FFTF_FORWARD, QSL_FFTF_RULES);
         if (!plan) fprintf(stderr, "no plan for length %d, batch %d\n", n, batch), exit(4);
-        function<void(void*)>(handle, "qsl_fftf_execute")(plan);
-        function<void(void*)>(handle, "qsl_fftf_destroy_plan")(plan);
+        FUNCTION(handle, qsl_fftf_execute)(plan);
+        FUNCTION(handle, qsl_fftf_destroy_plan)(plan);
     }
 };
 
@@ -51,5 +55,5 @@ int main(int argc, char** argv) {
         differing += memcmp(one.data(), four.data(), one.size() * sizeof one[0]) != 0;
     }
     printf("%d lengths differ\n", differing);
-    function<void()>(library.handle, "qsl_fftf_cleanup_threads")();
+    FUNCTION(library.handle, qsl_fftf_cleanup_threads)();
 }
