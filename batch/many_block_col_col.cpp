@@ -5,6 +5,7 @@
 // those cases need both sides.)
 #include "batch/block_col_col_table.h"
 #include "batch/in_place.h"
+#include "batch/many_direct.h"
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
@@ -39,6 +40,11 @@ void execute_c2c_many_block_col_col_parallel(fft_plan* plan, float* in, float* o
     const fft_dim batch = plan->howmany[0];
     for (int64_t i = 0; i < batch.n; i += group->howmany[0].n)
         group->execute(group, in + 2 * i * batch.is, out + 2 * i * batch.os);
+}
+
+// The same where a group is one call of a kernel: no plan between the kernels, which for short lengths costs as much.
+void execute_groups_by_kernel(fft_plan* plan, float* in, float* out) {
+    execute_adjacent_groups(*plan->subplans[0], in, out, plan->howmany[0].n);
 }
 
 void execute_c2c_many_block_col_col_copy(fft_plan* plan, float* in, float* out) {
@@ -84,7 +90,10 @@ void set_block(fft_plan* sub, const block_choice& choice, float* buffer) {
 int install_variant(fft_plan* plan, uint64_t variant) {
     switch (variant) {
         case block_parallel:
-            return install(plan, execute_c2c_many_block_col_col_parallel, "execute_c2c_many_block_col_col_parallel");
+            return install(plan,
+                           runs_adjacent_groups(*plan->subplans[0]) ? execute_groups_by_kernel
+                                                                    : execute_c2c_many_block_col_col_parallel,
+                           "execute_c2c_many_block_col_col_parallel");
         case block_copy:
             return install(plan, execute_c2c_many_block_col_col_copy, "execute_c2c_many_block_col_col_copy");
         default:

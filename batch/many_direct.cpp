@@ -3,6 +3,8 @@
 // 21 (four lanes, SVE) and 22 (two lanes, NEON) take transforms side by side; row 23 loads each lane from its own
 // address and takes any other distances. What is left of a count that is no multiple of 4 runs singly.
 // Length 64 is left to rows further down unless measured. A kernel reads all its input before it writes.
+#include "batch/many_direct.h"
+
 #include "batch/in_place.h"
 #include "batch/subplans.h"
 #include "kernels/lookup.h"
@@ -83,6 +85,12 @@ constexpr many_direct_form assemble_form = {
     execute_groups_tail<many_assemble_kernel, 2>, "execute_c2c_many_direct_assemble_neon_tail"};
 
 }  // namespace
+
+bool runs_adjacent_groups(const fft_plan& plan) { return plan.execute == sve_form.execute; }
+
+void execute_adjacent_groups(const fft_plan& group, float* in, float* out, int64_t count) {
+    execute_until<many_kernel, 4>(&group, in, out, count);
+}
 
 int solve_problem_c2c_many_direct_parallel_sve(fft_plan* plan) {
     const int result = solve(plan, sve_form, lookup_many_quad_sve);
