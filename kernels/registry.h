@@ -11,3 +11,13 @@ struct kernel_family {
 
 extern const kernel_family kernel_families[];
 extern const int kernel_family_count;
+
+// The constants of the complex kernels, as built. Sizes without constants have no row.
+struct kernel_pool {
+    int size;
+    int pairs;
+    const float* floats[2];  // forward, backward
+};
+
+extern const kernel_pool kernel_pools[];
+extern const int kernel_pool_count;

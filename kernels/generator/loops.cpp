@@ -30,7 +30,7 @@ std::string run_parameters(const form& f) {
     return "float* out, const float* in";
 }
 
-std::string run_text(const form& f, int size, int sign) {
+text run_text(const form& f, int size, int sign) {
     text out;
     switch (f.loop) {
         case shape::direct:
@@ -48,7 +48,7 @@ std::string run_text(const form& f, int size, int sign) {
             print_last_stage(out, f, size, sign);
             break;
     }
-    return out.str();
+    return out;
 }
 
 void print_run(text& out, const form& f, const std::string& name, const std::string& lines) {
@@ -79,8 +79,8 @@ std::string kernel_parameters(const form& f) {
 std::string kernel_source(const form& f, int size) {
     text out;
     out.append("// " + std::string(f.name) + ", size " + std::to_string(size) + ". Written by kernels/generator.\n\n");
-    const std::string forward = run_text(f, size, -1), backward = run_text(f, size, +1);
-    const std::string run = "run_" + two_digits(size);
+    const std::string forward = run_text(f, size, -1).str(), backward = run_text(f, size, +1).str();
+    const std::string run = std::string("run_") + f.name + "_" + two_digits(size);
     // Where only the signs of the pool's sines differ, both directions share the code.
     const bool shared = forward == backward;
     print_run(out, f, shared ? run : run + "_fwd", forward);
@@ -89,5 +89,7 @@ std::string kernel_source(const form& f, int size) {
     print_entry(out, f, size, +1, shared ? run : run + "_bwd");
     return out.str();
 }
+
+bodies kernel_bodies(const form& f, int size, int sign) { return run_text(f, size, sign).printed_bodies(); }
 
 }  // namespace generator

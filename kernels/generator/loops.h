@@ -3,7 +3,9 @@
 #pragma once
 #include <string>
 
+#include "kernels/generator/body.h"
 #include "kernels/generator/forms.h"
+#include "kernels/generator/text.h"
 
 namespace generator {
 
@@ -12,5 +14,7 @@ std::string kernel_name(const form& f, int size, int sign);
 std::string kernel_parameters(const form& f);
 // A source file with the forward and the backward kernel of one size.
 std::string kernel_source(const form& f, int size);
+// The bodies of one kernel, for tests: its loop's, and those of what stands in front of the loop and behind it.
+bodies kernel_bodies(const form& f, int size, int sign);
 
 }  // namespace generator

@@ -107,6 +107,7 @@ void print_twiddles(text& out, const body& b, const access& a) {
 }
 
 void print_operations(text& out, const body& b, const access& a) {
+    out.printed(std::make_shared<const body>(b));
     const constant_registers constants(b);
     for (int n : b.order) {
         const node& v = b.graph.nodes()[n];

@@ -88,16 +88,35 @@ std::string tables_text() {
     return s;
 }
 
+namespace {
+
+std::string pool_registry_text() {
+    std::string s = "\nconst kernel_pool kernel_pools[] = {\n";
+    int count = 0;
+    for (int size = 2; size <= table_slots; ++size) {
+        const size_t pairs = pool(size, -1).entries().size();
+        if (pairs == 0) continue;
+        s += "    {" + std::to_string(size) + ", " + std::to_string(pairs) + ", {" + pool_name(size, -1) + ", " +
+             pool_name(size, +1) + "}},\n";
+        ++count;
+    }
+    return s + "};\nconst int kernel_pool_count = " + std::to_string(count) + ";\n";
+}
+
+}  // namespace
+
 std::string registry_text() {
     std::string s =
-        "// Written by kernels/generator.\n#include \"kernels/registry.h\"\n\n#include \"tables.h\"\n\n"
+        "// Written by kernels/generator.\n#include \"kernels/registry.h\"\n\n#include \"declarations.h\"\n#include "
+        "\"tables.h\"\n\n"
         "const kernel_family kernel_families[] = {\n";
     const auto pointer = [](const form& f, int sign) {
         return std::string("reinterpret_cast<const any_kernel*>(") + f.name + "_" + direction(sign) + ")";
     };
     for (const form& f : forms())
         s += std::string("    {\"") + f.name + "\", {" + pointer(f, -1) + ", " + pointer(f, 1) + "}},\n";
-    return s + "};\nconst int kernel_family_count = " + std::to_string(forms().size()) + ";\n";
+    s += "};\nconst int kernel_family_count = " + std::to_string(forms().size()) + ";\n";
+    return s + pool_registry_text();
 }
 
 std::string pools_text() {

@@ -1,10 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
 // Indented lines of generated source.
 #pragma once
+#include <memory>
 #include <sstream>
 #include <string>
+#include <vector>
 
 namespace generator {
+
+struct body;
+using bodies = std::vector<std::shared_ptr<const body>>;
 
 class text {
 public:
@@ -20,8 +25,13 @@ public:
     void append(const std::string& lines) { out_ += lines; }
     const std::string& str() const { return out_; }
 
+    // The graphs that lines were printed from, in the order of the lines.
+    void printed(std::shared_ptr<const body> b) { printed_.push_back(std::move(b)); }
+    const bodies& printed_bodies() const { return printed_; }
+
 private:
     std::string out_;
+    bodies printed_;
     int depth_ = 0;
 };
 

@@ -1,0 +1,160 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "graph_checks.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+
+namespace {
+
+using namespace generator;
+
+std::string at(int n, const node& v) {
+    return " at t" + std::to_string(n) + " (operation " + std::to_string(int(v.what)) + ")";
+}
+
+// The slots of all nodes of a kind that are printed, in order.
+std::multiset<int> slots(const body& b, op what) {
+    std::multiset<int> result;
+    for (int n : b.order)
+        if (b.graph.nodes()[n].what == what) result.insert(b.graph.nodes()[n].slot);
+    return result;
+}
+
+std::multiset<int> range(int first, int end) {
+    std::multiset<int> result;
+    for (int j = first; j < end; ++j) result.insert(j);
+    return result;
+}
+
+// Elements of two rows that vectors of two columns cover. The last vector of an odd row overlaps the one before it.
+std::multiset<int> transposed_slots(int size) {
+    std::multiset<int> result;
+    for (int row = 0; row < 2; ++row) {
+        for (int column = 0; column + 2 <= size; column += 2) result.insert(row_slot{row, column}.pack());
+        if (size % 2) result.insert(row_slot{row, size - 2}.pack());
+    }
+    return result;
+}
+
+}  // namespace
+
+bool has(const body& b, op what) {
+    return std::any_of(b.order.begin(), b.order.end(), [&](int n) { return b.graph.nodes()[n].what == what; });
+}
+
+bool same_graph(const body& a, const body& b) {
+    const auto key_equal = [](const node& x, const node& y) { return x.key() == y.key(); };
+    return a.order == b.order && std::equal(a.graph.nodes().begin(), a.graph.nodes().end(), b.graph.nodes().begin(),
+                                            b.graph.nodes().end(), key_equal);
+}
+
+bodies different_bodies(const form& f, int size, int sign) {
+    bodies result;
+    for (const auto& b : kernel_bodies(f, size, sign))
+        if (std::none_of(result.begin(), result.end(), [&](const auto& known) { return same_graph(*known, *b); }))
+            result.push_back(b);
+    return result;
+}
+
+// Operands are computed before they are used, nothing is computed twice, and everything ends in an output.
+complaints order_complaints(const body& b) {
+    complaints result;
+    const auto& nodes = b.graph.nodes();
+    std::vector<int> users(nodes.size()), printed(nodes.size());
+    for (int n : b.order) {
+        for (int operand : {nodes[n].a, nodes[n].b})
+            if (operand != none) {
+                ++users[operand];
+                if (!printed[operand]) result.push_back("uses what isn't computed yet" + at(n, nodes[n]));
+            }
+        if (printed[n]++) result.push_back("computes again" + at(n, nodes[n]));
+    }
+    for (int n : b.order)
+        if (nodes[n].what != op::store && users[n] == 0) result.push_back("computes in vain" + at(n, nodes[n]));
+    for (int n = 0; n < int(nodes.size()); ++n)
+        if (nodes[n].what == op::store && !printed[n]) result.push_back("leaves out" + at(n, nodes[n]));
+    return result;
+}
+
+complaints load_complaints(const body& b, int size) {
+    complaints result;
+    if (slots(b, op::load) != (has(b, op::zip_lo) ? transposed_slots(size) : range(0, size)))
+        result.emplace_back("doesn't load each input once");
+    const auto twiddles = slots(b, op::twiddle);
+    if (!twiddles.empty() && twiddles != range(1, size)) result.emplace_back("doesn't load each twiddle once");
+    return result;
+}
+
+complaints store_complaints(const body& b, int size) {
+    if (slots(b, op::store) != range(0, size)) return {"doesn't store each output once"};
+    return {};
+}
+
+complaints in_place_complaints(const body& b) {
+    bool stored = false;
+    for (int n : b.order) {
+        const op what = b.graph.nodes()[n].what;
+        if (what == op::load && stored) return {"loads after a store" + at(n, b.graph.nodes()[n])};
+        stored |= what == op::store;
+    }
+    return {};
+}
+
+// Constants lie within the pool, in the forms that the vocabulary has: a lane of a pair for plain products, the odd
+// lane or a register that holds the number everywhere for rotated ones; doubled numbers for rotated ones only.
+complaints constant_complaints(const body& b) {
+    complaints result;
+    const int pairs = int(b.graph.constants().entries().size());
+    for (int n : b.order) {
+        const node& v = b.graph.nodes()[n];
+        const bool turned = is_turned_product(v.what);
+        const bool takes = turned || v.what == op::scale || v.what == op::fma || v.what == op::fms;
+        if (takes != (v.k.entry != constant::none)) result.push_back("has or lacks a constant" + at(n, v));
+        if (!takes || v.k == two) continue;
+        if (v.k.entry < 0 || v.k.entry >= pairs || v.k.lane < 0 || v.k.lane > 1)
+            result.push_back("reads outside the pool" + at(n, v));
+        if (turned && !v.k.everywhere && v.k.lane != 1) result.push_back("turns by an even lane" + at(n, v));
+        if (v.k.everywhere && v.what == op::scale) result.push_back("scales by what is everywhere" + at(n, v));
+        if (v.k.twice && !turned) result.push_back("doubles a lane of a plain product" + at(n, v));
+    }
+    return result;
+}
+
+namespace {
+
+int peak_of_live_values(const body& b) {
+    const auto& nodes = b.graph.nodes();
+    std::map<int, int> last_use;
+    for (int n : b.order)
+        for (int operand : {nodes[n].a, nodes[n].b})
+            if (operand != none) last_use[operand] = n;
+    std::set<int> alive;
+    size_t peak = 0;
+    for (int n : b.order) {
+        if (nodes[n].what != op::store) alive.insert(n);
+        peak = std::max(peak, alive.size());
+        for (int operand : {nodes[n].a, nodes[n].b})
+            if (operand != none && last_use[operand] == n) alive.erase(operand);
+    }
+    return int(peak);
+}
+
+}  // namespace
+
+operation_counts count_operations(const body& b) {
+    std::map<op, int> of;
+    for (int n : b.order) ++of[b.graph.nodes()[n].what];
+    return {.loads = of[op::load],
+            .twiddles = of[op::twiddle],
+            .adds = of[op::add] + of[op::sub],
+            .turned = of[op::add_i] + of[op::sub_i],
+            .scales = of[op::scale],
+            .fused = of[op::fma] + of[op::fms] + of[op::twice_minus],
+            .turned_fused = of[op::fma_i] + of[op::fms_i],
+            .products = of[op::mul],
+            .zips = of[op::zip_lo] + of[op::zip_hi],
+            .stores = of[op::store],
+            .pool = int(b.graph.constants().entries().size()),
+            .peak = peak_of_live_values(b)};
+}

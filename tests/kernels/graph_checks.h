@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: Apache-2.0
+// What can be told of a kernel body without computing it: the promises of its loads, stores and constants, and the
+// counts of its operations.
+#pragma once
+#include <string>
+#include <vector>
+
+#include "kernels/generator/body.h"
+#include "kernels/generator/loops.h"
+
+inline bool is_turned_product(generator::op what) {
+    return what == generator::op::fma_i || what == generator::op::fms_i;
+}
+bool same_graph(const generator::body& a, const generator::body& b);
+bool has(const generator::body& b, generator::op what);
+
+// The bodies of a kernel that differ: those that a loop and its tail share count once.
+generator::bodies different_bodies(const generator::form& f, int size, int sign);
+
+// Each returns complaints, none if all is well.
+using complaints = std::vector<std::string>;
+complaints order_complaints(const generator::body& b);
+complaints load_complaints(const generator::body& b, int size);
+complaints store_complaints(const generator::body& b, int size);
+complaints in_place_complaints(const generator::body& b);
+complaints constant_complaints(const generator::body& b);
+
+struct operation_counts {
+    int loads, twiddles, adds, turned, scales, fused, turned_fused, products, zips, stores;
+    int pool;  // pairs of constants
+    int peak;  // most vectors that are alive at once in the printed order, constants left out
+    bool operator==(const operation_counts&) const = default;
+};
+operation_counts count_operations(const generator::body& b);

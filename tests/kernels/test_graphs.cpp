@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: Apache-2.0
+// Every kernel body as the generator records it: its promises, read off the graph, and the transform that it computes,
+// in double precision. What compilers make of a body is test_kernels' business.
+#include <gtest/gtest.h>
+
+#include <numbers>
+
+#include "graph_checks.h"
+#include "interpreter.h"
+
+namespace {
+
+using namespace generator;
+
+constexpr double tolerance = 1e-13;
+constexpr int signs[] = {-1, 1};
+
+bool is_direct(const form& f) { return f.loop == shape::direct || f.loop == shape::many || f.loop == shape::assemble; }
+
+std::string describe(const form& f, int size, int sign) {
+    return std::string(f.name) + " n=" + std::to_string(size) + " sign=" + std::to_string(sign);
+}
+
+class graphs : public testing::TestWithParam<int> {
+protected:
+    const form& family() const { return forms()[GetParam()]; }
+
+    template <class Check>
+    void for_each_body(const Check& check) const {
+        for (const int size : family().sizes)
+            for (const int sign : signs) {
+                SCOPED_TRACE(describe(family(), size, sign));
+                const bodies all = different_bodies(family(), size, sign);
+                ASSERT_FALSE(all.empty());
+                for (const auto& b : all) check(*b, size, sign);
+            }
+    }
+};
+
+number root(int64_t num, int64_t den) {
+    return std::polar(1.0, 2 * std::numbers::pi * double(num % den) / double(den));
+}
+
+// Some number of modulus 1 for every element and lane.
+number twiddle_of(int j, int lane) { return j == 0 ? 1 : root(7 * j + 3 * lane + 1, 101); }
+
+// An impulse in one element of each lane; the lanes' impulses stand in different elements.
+struct impulses {
+    int size, element;
+
+    int element_of(int lane) const { return (element + lane) % size; }
+    number in(int j, int lane) const { return j == element_of(lane) ? number(1, lane) : 0; }
+    number out(int k, int lane, int sign, bool twiddled) const {
+        const int j = element_of(lane);
+        return number(1, lane) * (twiddled ? twiddle_of(j, lane) : 1) * root(int64_t(sign) * j * k, size);
+    }
+};
+
+double error_of(const body& b, const impulses& x, int sign) {
+    const bool twiddled = has(b, op::twiddle), transposed = has(b, op::zip_lo);
+    const auto load = [&](int slot) -> graph_vector {
+        if (!transposed) return {{x.in(slot, 0), x.in(slot, 1)}};
+        const row_slot s = row_slot::unpack(slot);
+        return {{x.in(s.column, s.row), x.in(s.column + 1, s.row)}};
+    };
+    const auto twiddle = [&](int slot) -> graph_vector { return {{twiddle_of(slot, 0), twiddle_of(slot, 1)}}; };
+    double error = 0;
+    for (const auto& [k, result] : interpret(b, load, twiddle))
+        for (int c = 0; c < graph_lanes; ++c)
+            error = std::max(error, std::abs(result.lane[c] - x.out(k, c, sign, twiddled)));
+    return error;
+}
+
+// All operations are linear: a body that is right for an impulse in every element is right.
+TEST_P(graphs, compute_their_transforms) {
+    for_each_body([](const body& b, int size, int sign) {
+        for (int j = 0; j < size; ++j) EXPECT_LT(error_of(b, {size, j}, sign), tolerance) << "impulse at " << j;
+    });
+}
+
+TEST_P(graphs, keep_their_promises) {
+    const bool in_place = is_direct(family()) || family().loop == shape::first;
+    for_each_body([&](const body& b, int size, int) {
+        EXPECT_EQ(order_complaints(b), complaints{});
+        EXPECT_EQ(load_complaints(b, size), complaints{});
+        EXPECT_EQ(store_complaints(b, size), complaints{});
+        EXPECT_EQ(constant_complaints(b), complaints{});
+        if (in_place) EXPECT_EQ(in_place_complaints(b), complaints{});
+    });
+}
+
+// Stages: the first has no twiddles; a middle one has a row without and rows with them; all rows of the last have them.
+TEST_P(graphs, have_the_bodies_of_their_shape) {
+    for (const int size : family().sizes) {
+        SCOPED_TRACE(describe(family(), size, -1));
+        const bodies all = different_bodies(family(), size, -1);
+        const auto twiddled = std::count_if(all.begin(), all.end(), [](const auto& b) { return has(*b, op::twiddle); });
+        const auto plain = int64_t(all.size()) - twiddled;
+        const bool last = family().loop == shape::last, other = family().loop == shape::other;
+        const bool transposed = family().loop == shape::last && family().data == layout::contig;
+        EXPECT_EQ(plain, last ? 0 : 1);
+        // The vectors of two rows, or of four in an SVE register, have another body than a single row.
+        EXPECT_LE(twiddled, transposed ? 2 : 1);
+        EXPECT_GE(twiddled, last || other ? 1 : 0);
+        EXPECT_EQ(std::any_of(all.begin(), all.end(), [](const auto& b) { return has(*b, op::zip_lo); }),
+                  transposed && family().isa == instruction_set::neon);
+    }
+}
+
+// The symmetric form of a prime p has h (2 h - 1) multiply-adds, with h = (p - 1) / 2, and both directions are one
+// sequence of operations.
+TEST_P(graphs, of_primes_have_the_symmetric_form) {
+    for (const int p : {3, 5, 7, 11, 13, 17, 19, 23, 29, 31, 37}) {
+        if (std::find(family().sizes.begin(), family().sizes.end(), p) == family().sizes.end()) continue;
+        SCOPED_TRACE(describe(family(), p, 0));
+        const bodies forward = different_bodies(family(), p, -1), backward = different_bodies(family(), p, 1);
+        const int h = (p - 1) / 2;
+        ASSERT_EQ(forward.size(), backward.size());
+        for (size_t i = 0; i < forward.size(); ++i) {
+            const int chained = count_operations(*forward[i]).fused;
+            EXPECT_EQ(chained, h * (2 * h - 1));
+            EXPECT_TRUE(same_graph(*forward[i], *backward[i]));
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(all, graphs, testing::Range(0, int(forms().size())),
+                         [](const auto& info) { return std::string(forms()[info.param].name); });
+
+}  // namespace
