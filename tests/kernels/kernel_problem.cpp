@@ -14,7 +14,6 @@ using namespace generator;
 using cfloat = std::complex<float>;
 
 constexpr double tolerance = 3e-7;
-constexpr size_t guard = 64;  // complex elements on either side of an array
 
 // Lane c holds lane 0 times i to the power c, so that lanes are told apart.
 template <class T>
@@ -23,16 +22,9 @@ std::complex<T> turned(std::complex<T> x, int lane) {
     return {x.real() * re[lane] - x.imag() * im[lane], x.real() * im[lane] + x.imag() * re[lane]};
 }
 
-// Quiet NaNs: whoever reads one spoils the result.
-std::vector<cfloat> poisoned(size_t count) {
-    const float nan = std::numeric_limits<float>::quiet_NaN();
-    return std::vector<cfloat>(count, {nan, nan});
-}
-
 // Twiddles in the layout that the form reads. What it must not read stays poisoned.
-std::vector<cfloat> twiddle_table(const kernel_problem& p, const transform_grid& grid) {
+void fill_twiddles(const kernel_problem& p, const transform_grid& grid, placed_array& table) {
     const int r = p.radix, m = p.done;
-    auto table = poisoned(size_t(m) * (r - 1));
     const form& f = *p.form;
     int group = 1;
     if (f.loop == shape::last && f.data == layout::contig) group = f.isa == instruction_set::neon ? 2 : 4;
@@ -42,10 +34,9 @@ std::vector<cfloat> twiddle_table(const kernel_problem& p, const transform_grid&
             const bool full = group * g + group <= m;
             table[full ? group * (g * (r - 1) + j - 1) + i % group : i * (r - 1) + j - 1] = grid.twiddle(i, j);
         }
-    return table;
 }
 
-void call(const kernel_problem& p, const cfloat* in_data, cfloat* out_data, std::vector<cfloat>& table) {
+void call(const kernel_problem& p, const cfloat* in_data, cfloat* out_data, cfloat* table) {
     const float* in = reinterpret_cast<const float*>(in_data);
     float* out = reinterpret_cast<float*>(out_data);
     switch (p.form->loop) {
@@ -71,17 +62,17 @@ void call(const kernel_problem& p, const cfloat* in_data, cfloat* out_data, std:
     record.os = p.os;
     record.radix = p.radix;
     record.sign = p.sign;
-    record.twiddles = reinterpret_cast<float*>(table.data());
+    record.twiddles = reinterpret_cast<float*>(table);
     reinterpret_cast<stage_kernel>(p.kernel)(&record, in, out);
 }
 
 std::string compare(const std::vector<cfloat>& got, const std::vector<cfloat>& before,
-                    const std::vector<std::complex<double>>& want) {
+                    const std::vector<std::complex<double>>& want, size_t front) {
     double error = 0, norm = 0;
     for (size_t e = 0; e < got.size(); ++e) {
         if (std::isnan(want[e].real())) {
             if (std::memcmp(&got[e], &before[e], sizeof got[e]) != 0)
-                return "wrote outside its outputs, at " + std::to_string(ptrdiff_t(e) - ptrdiff_t(guard));
+                return "wrote outside its outputs, at " + std::to_string(ptrdiff_t(e) - ptrdiff_t(front));
             continue;
         }
         error += std::norm(std::complex<double>(got[e]) - want[e]);
@@ -102,29 +93,37 @@ int lanes_of(const form& f) {
 std::string describe(const kernel_problem& p) {
     std::ostringstream s;
     s << p.form->name << " n=" << p.radix << " sign=" << p.sign << " m=" << p.done << " L=" << p.rest << " is=" << p.is
-      << " os=" << p.os << " idist=" << p.idist << " odist=" << p.odist << (p.in_place ? " in place" : "");
+      << " os=" << p.os << " idist=" << p.idist << " odist=" << p.odist << (p.in_place ? " in place, " : " ")
+      << name_of(p.where);
     return s.str();
 }
 
 std::string check(const kernel_problem& p, const transform_grid& grid) {
     const int lanes = lanes_of(*p.form), r = p.radix, m = p.done, columns = p.rest;
     const size_t last = size_t(r) * m * columns - 1;
-    auto in = poisoned(last * p.is + size_t(lanes - 1) * p.idist + 1 + 2 * guard);
-    auto out = poisoned(last * p.os + size_t(lanes - 1) * p.odist + 1 + 2 * guard);
-    std::vector<std::complex<double>> want(out.size(), std::numeric_limits<double>::quiet_NaN());
+    placed_array in(last * p.is + size_t(lanes - 1) * p.idist + 1, p.where);
+    placed_array out(last * p.os + size_t(lanes - 1) * p.odist + 1, p.where);
+    placed_array table(size_t(m) * (r - 1), p.where);
+    placed_array& target = p.in_place ? in : out;
+    const auto out_before = target.whole();
+    std::vector<std::complex<double>> want(out_before.size(), std::numeric_limits<double>::quiet_NaN());
     for (int i = 0; i < m; ++i)
         for (int l = 0; l < columns; ++l)
             for (int j = 0; j < r; ++j)
                 for (int c = 0; c < lanes; ++c) {
                     const size_t from = (size_t(i) * r + j) * columns + l, to = (size_t(j) * m + i) * columns + l;
-                    in[guard + from * p.is + c * p.idist] = turned(grid.in(i, j, l), c);
-                    want[guard + to * p.os + c * p.odist] = turned(grid.out(i, j, l), c);
+                    in[from * p.is + c * p.idist] = turned(grid.in(i, j, l), c);
+                    want[target.front() + to * p.os + c * p.odist] = turned(grid.out(i, j, l), c);
                 }
-    auto table = twiddle_table(p, grid);
-    const auto in_before = in, out_before = p.in_place ? in : out;
-    auto& target = p.in_place ? in : out;
-    call(p, in.data() + guard, target.data() + guard, table);
-    if (!p.in_place && std::memcmp(in.data(), in_before.data(), in.size() * sizeof in[0]) != 0)
+    fill_twiddles(p, grid, table);
+    const auto in_before = in.whole();
+    const void* address = nullptr;
+    if (!survives([&] { call(p, in.data(), target.data(), table.data()); }, address))
+        return std::string("touched memory near its ") + (in.owns(address)      ? "input"
+                                                          : out.owns(address)   ? "output"
+                                                          : table.owns(address) ? "twiddles"
+                                                                                : "?");
+    if (!p.in_place && std::memcmp(in.whole().data(), in_before.data(), in_before.size() * sizeof in_before[0]) != 0)
         return "wrote to its input";
-    return compare(target, out_before, want);
+    return compare(target.whole(), p.in_place ? in_before : out_before, want, target.front());
 }

@@ -1,10 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// One call of one kernel on padded, poisoned arrays, checked against the reference.
+// One call of one kernel on poisoned arrays, checked against the reference.
 #pragma once
 #include <string>
 
 #include "kernels/generator/forms.h"
 #include "kernels/registry.h"
+#include "placed_array.h"
 #include "reference.h"
 
 struct kernel_problem {
@@ -15,6 +16,7 @@ struct kernel_problem {
     int is = 1, os = 1;        // complex elements
     int idist = 1, odist = 1;  // between lanes; other than 1 in the assemble form only
     bool in_place = false;
+    placement where = placement::between_guards;
 };
 
 int lanes_of(const generator::form& f);  // independent transforms in a call

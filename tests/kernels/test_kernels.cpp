@@ -1,15 +1,22 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every kernel of every family, run as built: both directions, all small row and column counts, several strides, in
-// place where that is promised, between guard zones.
+// place where that is promised, in arrays between guard zones, before a page that must not be touched, and behind one.
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 
 #include "kernel_problem.h"
 
 namespace {
 
 using namespace generator;
+
+#if TESTS_ARE_EMULATED
+constexpr bool is_emulated = true;
+#else
+constexpr bool is_emulated = false;
+#endif
 
 constexpr int strides[][2] = {{1, 1}, {3, 1}, {1, 2}, {5, 7}};
 
@@ -40,6 +47,29 @@ protected:
         return p;
     }
 
+    // Row and column counts that the family's loops tell apart.
+    int most_rows() const {
+        return family().loop == shape::other || family().loop == shape::last ? transform_grid::side : 1;
+    }
+    int most_columns() const {
+        return family().loop == shape::other || family().loop == shape::first ? transform_grid::side : 1;
+    }
+
+    const transform_grid& grid_of(int size, int sign) const {
+        static std::map<std::tuple<int, int, twiddled_rows>, transform_grid> grids;
+        return grids.try_emplace({size, sign, rows()}, size, sign, rows()).first->second;
+    }
+
+    template <class Check>
+    void for_each_kernel(const Check& check_kernel) const {
+        for (const int size : family().sizes)
+            for (const int sign : {-1, 1}) {
+                const any_kernel kernel = kernel_families[GetParam()].tables[sign > 0][size - 1];
+                ASSERT_NE(kernel, nullptr) << family().name << " " << size;
+                check_kernel(kernel_problem{&family(), kernel, size, sign, 1, 1}, grid_of(size, sign));
+            }
+    }
+
     void check_all(const kernel_problem& p, const transform_grid& grid) const {
         EXPECT_EQ(check(p, grid), "") << describe(p);
         if (!in_place_promised()) return;
@@ -51,20 +81,30 @@ protected:
     }
 };
 
+// Every count on either side of a small one, the strides taking turns; all strides for a single butterfly.
 TEST_P(kernels, compute_their_transforms) {
-    const int most_rows = family().loop == shape::other || family().loop == shape::last ? transform_grid::side : 1;
-    const int most_columns = family().loop == shape::other || family().loop == shape::first ? transform_grid::side : 1;
-    for (const int size : family().sizes)
-        for (const int sign : {-1, 1}) {
-            const transform_grid grid(size, sign, rows());
-            const any_kernel kernel = kernel_families[GetParam()].tables[sign > 0][size - 1];
-            ASSERT_NE(kernel, nullptr) << family().name << " " << size;
-            // Every count on either side of a small one, the strides taking turns; all strides for a single butterfly.
-            for (int m = 1; m <= most_rows; ++m)
-                for (int l = 1; l <= (m <= 2 ? most_columns : std::min(most_columns, 2)); ++l)
-                    for (int n = 0; n < (m * l == 1 ? 4 : 1); ++n)
-                        check_all(with_strides({&family(), kernel, size, sign, m, l}, n + m + 3 * l), grid);
+    for_each_kernel([&](kernel_problem p, const transform_grid& grid) {
+        for (p.done = 1; p.done <= most_rows(); ++p.done) {
+            const int last = p.done <= 2 ? most_columns() : std::min(most_columns(), 2);
+            for (p.rest = 1; p.rest <= last; ++p.rest)
+                for (int n = 0; n < (p.done * p.rest == 1 ? 4 : 1); ++n)
+                    check_all(with_strides(p, n + p.done + 3 * p.rest), grid);
         }
+    });
+}
+
+// All ends that a loop over vectors of four can have. Emulated, in one direction.
+TEST_P(kernels, touch_nothing_outside_their_arrays) {
+    const int count = is_emulated ? 5 : transform_grid::side;
+    for_each_kernel([&](kernel_problem p, const transform_grid& grid) {
+        if (is_emulated && p.sign > 0) return;
+        for (p.where = placement::ends_at_page;; p.where = placement::starts_at_page) {
+            for (p.done = 1; p.done <= std::min(most_rows(), count); ++p.done)
+                for (p.rest = 1; p.rest <= std::min(most_columns(), p.done <= 2 ? count : 1); ++p.rest)
+                    check_all(with_strides(p, p.done + 3 * p.rest), grid);
+            if (p.where == placement::starts_at_page) return;
+        }
+    });
 }
 
 TEST_P(kernels, exist_for_the_sizes_of_the_family_only) {
@@ -74,6 +114,27 @@ TEST_P(kernels, exist_for_the_sizes_of_the_family_only) {
         for (int d = 0; d < 2; ++d)
             EXPECT_EQ(kernel_families[GetParam()].tables[d][size - 1] != nullptr, listed) << family().name << size;
     }
+}
+
+// What the tests above rely on.
+TEST(placed_arrays, notice_every_touch_of_their_pages) {
+    for (const placement where : {placement::ends_at_page, placement::starts_at_page})
+        for (const size_t count : {1, 7, 64, 511, 512, 513, 5000}) {
+            placed_array a(count, where);
+            const auto survives_at = [&](ptrdiff_t i) {
+                const void* address;
+                const volatile float* x = reinterpret_cast<float*>(a.data() + i);
+                const bool survived = survives([&] { (void)*x; }, address);
+                if (!survived) {
+                    EXPECT_EQ(address, const_cast<const float*>(x));
+                }
+                return survived;
+            };
+            EXPECT_TRUE(survives_at(0));
+            EXPECT_TRUE(survives_at(ptrdiff_t(count) - 1));
+            EXPECT_EQ(survives_at(-1), where == placement::ends_at_page);
+            EXPECT_EQ(survives_at(ptrdiff_t(count)), where == placement::starts_at_page);
+        }
 }
 
 INSTANTIATE_TEST_SUITE_P(all, kernels, testing::Range(0, int(forms().size())),
