@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // Planning calls are safe from their arguments: whatever these are, there is a plan or null, soon, and nothing is lost.
-// Plans whose arrays are small are also executed on arrays of exactly the addressed length, which the sanitizers watch.
+// Plans whose arrays are small are also executed on arrays of exactly the addressed length, which the sanitizers watch,
+// and their results compared with the sums in double precision, unless elements of the layout share floats.
 // By hand:  test_hostile_calls [count [seed]]
 #include "interface/fft_plan.h"
+#include "tests/batch/differential/check.h"
 #include "tests/planner/failing_memory.h"
 #include "tests/planner/hostile_calls.h"
 
@@ -25,7 +27,7 @@ int64_t call_count = 5000;
 #endif
 uint64_t first_seed = 1;
 constexpr size_t largest_block = size_t{1} << 22;  // larger ones fail, as on a small machine
-constexpr int64_t largest_array = 1 << 14;         // floats; plans of larger problems aren't executed
+constexpr int64_t largest_array = 1 << 12;         // floats; plans of larger problems aren't executed
 
 // Said by the signal handler, since a crash ends the program without a word.
 char current_call[1000];
@@ -51,27 +53,58 @@ int64_t floats_needed(const fft_plan& p, bool input) {
     return (last + 1) * (complex_side && p.split != split_arrays ? 2 : 1);
 }
 
+// Elements of all transforms, more than the floats where they overlap; or a number above largest_array.
+int64_t elements(const fft_plan& p) {
+    int64_t count = 1;
+    for (int k = 0; k < p.rank; ++k)
+        count = std::min(count * std::min(p.dims[k].n, 2 * largest_array), 2 * largest_array);
+    for (int k = 0; k < p.howmany_rank; ++k)
+        count = std::min(count * std::min(p.howmany[k].n, 2 * largest_array), 2 * largest_array);
+    return count;
+}
+
 std::unique_ptr<float[]> noughts(int64_t count) {
     return std::unique_ptr<float[]>(new float[static_cast<size_t>(count)]());
 }
 
-// Runs the plan on arrays that end where the layout ends. True when it was run.
-bool execute_if_small(qsl_fftf_plan plan) {
+void execute_upsampling(qsl_fftf_plan plan) {
+    const auto in = noughts(plan->dims[0].n * plan->dims[1].n), out = noughts(plan->howmany[0].n * plan->howmany[1].n);
+    qsl_fftf_execute_r2r(plan, in.get(), out.get());
+}
+
+// The problem that the call has put into the record.
+transform_problem problem_of(const fft_plan& p) {
+    transform_problem problem;
+    problem.kind = p.kind;
+    problem.sign = p.sign;
+    problem.split = p.split == split_arrays;
+    problem.dims.assign(p.dims, p.dims + p.rank);
+    problem.batch.assign(p.howmany, p.howmany + p.howmany_rank);
+    if (p.kind == kind_r2r) problem.r2r_kinds.assign(p.r2r_kind, p.r2r_kind + p.rank);
+    problem.in_place = p.in == p.out;
+    problem.guarded = false;
+    return problem;
+}
+
+// What came of a plan whose arrays are small enough to run it.
+struct outcome {
+    bool executed = false, compared = false;
+    std::string failure = {};
+};
+
+outcome execute_if_small(qsl_fftf_plan plan) {
     const fft_plan& p = *plan;
     const bool upsampling = p.kind == kind_upsampling_2d;
-    int64_t in_count = upsampling ? p.dims[0].n * p.dims[1].n : floats_needed(p, true);
-    int64_t out_count = upsampling ? p.howmany[0].n * p.howmany[1].n : floats_needed(p, false);
-    if (p.in == p.out) in_count = out_count = std::max(in_count, out_count);
-    if (in_count > largest_array || out_count > largest_array) return false;
-    const auto in = noughts(in_count), in_imag = noughts(in_count), out = noughts(out_count),
-               out_imag = noughts(out_count);
-    const bool in_place = p.in == p.out;
-    float *from = in.get(), *to = in_place ? in.get() : out.get();
-    if (p.split == split_arrays)
-        plan->execute_split(plan, from, in_imag.get(), to, in_place ? in_imag.get() : out_imag.get());
-    else
-        qsl_fftf_execute_r2r(plan, from, to);
-    return true;
+    const int64_t in_count = upsampling ? p.dims[0].n * p.dims[1].n : floats_needed(p, true);
+    const int64_t out_count = upsampling ? p.howmany[0].n * p.howmany[1].n : floats_needed(p, false);
+    if (in_count > largest_array || out_count > largest_array || elements(p) > largest_array) return {};
+    if (upsampling) return execute_upsampling(plan), outcome{.executed = true};
+    const transform_problem problem = problem_of(p);
+    const check_result result = check_plan(problem, plan);
+    if (elements_overlap(problem)) return {.executed = true};
+    return {.executed = true,
+            .compared = true,
+            .failure = result.failure.empty() ? "" : result.failure + "\n" + result.tree};
 }
 
 hostile_arrays draw_arrays(uint64_t number) {
@@ -96,7 +129,7 @@ TEST(HostileCalls, GiveAPlanOrNull) {
     for (int number : {SIGSEGV, SIGBUS, SIGFPE, SIGABRT, SIGILL}) signal(number, say_call_and_die);
     memory_watch::set_largest_block(largest_block);
     hostile_source source(first_seed);
-    int64_t planned = 0, executed = 0;
+    int64_t planned = 0, executed = 0, compared = 0;
     double slowest = 0;
     std::string slowest_call;
     for (int64_t i = 0; i < call_count; ++i) {
@@ -115,15 +148,19 @@ TEST(HostileCalls, GiveAPlanOrNull) {
         }
         if (plan) {
             ++planned;
-            executed += execute_if_small(plan);
+            const outcome o = execute_if_small(plan);
+            executed += o.executed;
+            compared += o.compared;
+            EXPECT_EQ(o.failure, "") << text;
         }
         qsl_fftf_destroy_plan(plan);
         ASSERT_EQ(memory_watch::blocks_alive(), 0u) << text;
     }
-    std::cout << call_count << " calls, " << planned << " plans, " << executed << " executed; slowest " << slowest
-              << " s: " << slowest_call;
+    std::cout << call_count << " calls, " << planned << " plans, " << executed << " executed, " << compared
+              << " compared; slowest " << slowest << " s: " << slowest_call;
     EXPECT_GT(planned, call_count / 20);
     EXPECT_GT(executed, call_count / 40);
+    EXPECT_GT(compared, call_count / 80);
     EXPECT_LT(slowest, 20.0) << slowest_call;  // tables of the largest block that is given out, under an emulator
 }
 

@@ -94,6 +94,16 @@ struct side {
         for (size_t e = 0; e < element_places.size(); ++e) visit(e, base + element_places[e]);
     }
 
+    // Whether two elements share a float: results are then whatever was written last.
+    bool overlaps() const {
+        std::vector<int64_t> places;
+        for (int64_t transform : transform_places)
+            for (int64_t element : element_places)
+                for (int64_t i = 0; i < floats_per_element(); ++i) places.push_back(transform + element + i);
+        std::sort(places.begin(), places.end());
+        return std::adjacent_find(places.begin(), places.end()) != places.end();
+    }
+
     float& imaginary(int64_t at) const { return im ? (*im)[at] : (*re)[at + 1]; }
     void set(int64_t at, std::complex<double> z) const {
         (*re)[at] = static_cast<float>(z.real());
@@ -207,6 +217,24 @@ void execute(const transform_problem& p, qsl_fftf_plan plan, const problem_array
 }
 
 }  // namespace
+
+bool elements_overlap(const transform_problem& p) {
+    side in = {p, true}, out = {p, false};
+    in.lay_out();
+    out.lay_out();
+    return in.overlaps() || out.overlaps();
+}
+
+check_result check_plan(const transform_problem& p, qsl_fftf_plan plan) {
+    check_result result;
+    result.tree = plan_tree_text(*plan);
+    arrays used(p);
+    fill(p, used.in);
+    used.take_pictures();
+    execute_on(p, plan, used.pointers());
+    compare(p, used, result);
+    return result;
+}
 
 check_result check_problem(const transform_problem& p) {
     check_result result;

@@ -3,6 +3,7 @@
 #pragma once
 #include <string>
 
+#include "include/qfftf.h"
 #include "tests/batch/differential/problem.h"
 
 struct check_result {
@@ -13,3 +14,9 @@ struct check_result {
 };
 
 check_result check_problem(const transform_problem& p);
+
+// Executes a plan of the problem on arrays of its own and compares likewise.
+check_result check_plan(const transform_problem& p, qsl_fftf_plan plan);
+
+// Whether elements of one side share floats, so that no result is right.
+bool elements_overlap(const transform_problem& p);
