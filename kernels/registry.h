@@ -6,7 +6,8 @@ using any_kernel = void (*)();
 
 struct kernel_family {
     const char* name;
-    const any_kernel* tables[2];  // forward, backward: slot s - 1 holds the kernel of size s
+    // Forward, backward: slot s - 1 holds the kernel of size s. Null for a direction that the family hasn't.
+    const any_kernel* tables[2];
 };
 
 extern const kernel_family kernel_families[];

@@ -5,55 +5,58 @@
 
 namespace generator {
 
-values common_butterfly(const values& x, int a, int b, int sign) {
-    std::vector<values> inner(b);
+template <class number>
+std::vector<number> common_butterfly(const std::vector<number>& x, int a, int b, int sign) {
+    std::vector<std::vector<number>> inner(b);
     for (int j = 0; j < b; ++j) {
-        values column;
+        std::vector<number> column;
         for (int i = 0; i < a; ++i) column.push_back(x[b * i + j]);
         inner[j] = butterfly(column, sign);
     }
-    values out(a * b, x[0]);
+    std::vector<number> out(a * b, x[0]);
     for (int k = 0; k < a; ++k) {
-        values row;
+        std::vector<number> row;
         for (int j = 0; j < b; ++j) row.push_back(times_root(inner[j][k], {sign * j * k, a * b}));
-        const values y = butterfly(row, sign);
+        const std::vector<number> y = butterfly(row, sign);
         for (int i = 0; i < b; ++i) out[k + a * i] = y[i];
     }
     return out;
 }
 
-values coprime_butterfly(const values& x, int a, int b, int sign) {
+template <class number>
+std::vector<number> coprime_butterfly(const std::vector<number>& x, int a, int b, int sign) {
     const int n = a * b;
-    std::vector<values> inner(b);
+    std::vector<std::vector<number>> inner(b);
     for (int j = 0; j < b; ++j) {
-        values column;
+        std::vector<number> column;
         for (int i = 0; i < a; ++i) column.push_back(x[(b * i + a * j) % n]);
         inner[j] = butterfly(column, sign);
     }
-    values out(n, x[0]);
+    std::vector<number> out(n, x[0]);
     for (int k = 0; k < a; ++k) {
-        values row;
+        std::vector<number> row;
         for (int j = 0; j < b; ++j) row.push_back(inner[j][k]);
-        const values y = butterfly(row, sign);
+        const std::vector<number> y = butterfly(row, sign);
         for (int o = 0; o < n; ++o)
             if (o % a == k) out[o] = y[o % b];
     }
     return out;
 }
 
-values folded_three_butterfly(const values& x, int b, int sign) {
+template <class number>
+std::vector<number> folded_three_butterfly(const std::vector<number>& x, int b, int sign) {
     const int n = 3 * b;
-    values first, half, difference;
+    std::vector<number> first, half, difference;
     for (int j = 0; j < b; ++j) {
-        const value x0 = x[3 * j % n], x1 = x[(b + 3 * j) % n], x2 = x[(2 * b + 3 * j) % n];
-        const value s = x1 + x2;
+        const number x0 = x[3 * j % n], x1 = x[(b + 3 * j) % n], x2 = x[(2 * b + 3 * j) % n];
+        const number s = x1 + x2;
         first.push_back(x0 + s);
         half.push_back(x0 - 0.5L * s);
         difference.push_back(x1 - x2);
     }
-    const values y0 = butterfly(first, sign), h = butterfly(half, sign);
-    const values d = butterfly(difference, sign, sign * sine({1, 6}));
-    values out(n, x[0]);
+    const std::vector<number> y0 = butterfly(first, sign), h = butterfly(half, sign);
+    const std::vector<number> d = butterfly(difference, sign, sign * sine({1, 6}));
+    std::vector<number> out(n, x[0]);
     for (int o = 0; o < n; ++o) {
         const int k = o % b;
         const auto [plus, minus] = sum_and_difference(h[k], times_i(d[k]));
@@ -62,11 +65,12 @@ values folded_three_butterfly(const values& x, int b, int sign) {
     return out;
 }
 
-values butterfly(const values& x, int sign, long double scale) {
+template <class number>
+std::vector<number> butterfly(const std::vector<number>& x, int sign, long double scale) {
     const int n = int(x.size());
     if (scale != 1 && n % 2 == 0) {
-        values y = butterfly(x, sign);
-        for (value& v : y) v = scale * v;
+        std::vector<number> y = butterfly(x, sign);
+        for (number& v : y) v = scale * v;
         return y;
     }
     switch (n) {
@@ -104,5 +108,8 @@ values butterfly(const values& x, int sign, long double scale) {
             return prime_butterfly(x, sign, scale);
     }
 }
+
+template values butterfly(const values&, int, long double);
+template split_values butterfly(const split_values&, int, long double);
 
 }  // namespace generator

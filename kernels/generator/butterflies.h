@@ -1,19 +1,26 @@
 // SPDX-License-Identifier: Apache-2.0
-// Discrete Fourier transforms of the kernel sizes, as formulas. `sign` is the sign of the exponent.
+// Discrete Fourier transforms of the kernel sizes, as formulas over numbers that record themselves: `value`, one node
+// for a complex number, or `split_value`, two nodes for its parts. `sign` is the sign of the exponent.
 #pragma once
+#include "kernels/generator/split_value.h"
 #include "kernels/generator/value.h"
 
 namespace generator {
 
 // Any kernel size. With a scale other than 1 the transform of a prime size takes it into its constants.
-values butterfly(const values& x, int sign, long double scale = 1);
+template <class number>
+std::vector<number> butterfly(const std::vector<number>& x, int sign, long double scale = 1);
 
-values prime_butterfly(const values& x, int sign, long double scale);
+template <class number>
+std::vector<number> prime_butterfly(const std::vector<number>& x, int sign, long double scale);
 // Sizes a b with coprime factors: no twiddles, the index maps do it all (Good-Thomas).
-values coprime_butterfly(const values& x, int a, int b, int sign);
+template <class number>
+std::vector<number> coprime_butterfly(const std::vector<number>& x, int a, int b, int sign);
 // Sizes 3 b with the sine of 60 degrees folded into the constants of b.
-values folded_three_butterfly(const values& x, int b, int sign);
+template <class number>
+std::vector<number> folded_three_butterfly(const std::vector<number>& x, int b, int sign);
 // Sizes a b in general: b transforms of size a, roots of unity, a transforms of size b (Cooley-Tukey).
-values common_butterfly(const values& x, int a, int b, int sign);
+template <class number>
+std::vector<number> common_butterfly(const std::vector<number>& x, int a, int b, int sign);
 
 }  // namespace generator

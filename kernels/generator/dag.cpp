@@ -15,10 +15,10 @@ int dag::sum(int a, int b, int quarters) {
     const node nb = nodes_[b], na = nodes_[a];
     if (nb.what == op::scale) {
         if (na.what == op::scale && na.k == nb.k) return scale(sum(na.a, nb.a, quarters), na.k);
+        if (quarters % 2 == 0) return fused(with_scale[quarters], a, nb.a, nb.k);
         // A rotated product takes its constant from the sine's place.
         const long double value = pool_.value(nb.k);
         const constant odd{nb.k.entry, 1};
-        if (quarters % 2 == 0) return fused(with_scale[quarters], a, nb.a, nb.k);
         if (pool_.value(odd) == value) return fused(with_scale[quarters], a, nb.a, odd);
         if (pool_.value(odd) == -value) return fused(with_scale[quarters ^ 2], a, nb.a, odd);
     }

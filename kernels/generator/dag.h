@@ -24,6 +24,7 @@ enum class op {
     fma_i,        // a + i k b
     fms_i,        // a - i k b
     twice_minus,  // 2 a - b
+    neg,          // -a
     zip_lo,       // lanes of a and b in turn, from their lower halves
     zip_hi,       // from their upper halves
     store,        // a to output `slot`
@@ -58,6 +59,7 @@ public:
     int sum(int a, int b, int quarters);
 
     const pool& constants() const { return pool_; }
+    pool& constants() { return pool_; }
     const std::vector<node>& nodes() const { return nodes_; }
 
 private:

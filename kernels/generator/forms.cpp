@@ -9,6 +9,7 @@ constexpr int kernel_sizes[] = {2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 
                                 16, 17, 18, 19, 20, 21, 23, 24, 29, 31, 32, 37, 64};
 constexpr int direct_sve_sizes[] = {2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14,
                                     15, 16, 17, 18, 19, 20, 21, 23, 24, 29, 31, 37, 64};
+constexpr int half_complex_sizes[] = {2, 4, 8, 16, 32};
 constexpr int scalar_sizes[] = {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 15, 16, 17, 21, 24};
 
 using enum instruction_set;
@@ -44,6 +45,15 @@ constexpr form table[] = {
     {"last_contig_sve",      sve,    last,     contig,  kernel_sizes},
     {"last_strided_sve",     sve,    last,     strided, kernel_sizes},
     {"last_quad_sve",        sve,    last,     batch,   kernel_sizes},
+
+    {"r2c_direct",           neon,   real_row,    offsets, {},                 -1},
+    {"c2r_direct",           neon,   real_row,    offsets, {},                 +1},
+    {"r2c_many",             neon,   real_quad,   offsets, {},                 -1},
+    {"c2r_many",             neon,   real_quad,   offsets, {},                 +1},
+    {"r2hc_quad",            neon,   real_quad,   offsets, {},                 -1},
+    {"r2hc_loop",            neon,   real_rows,   offsets, half_complex_sizes, -1},
+    {"hc2r_loop",            neon,   real_rows,   offsets, half_complex_sizes,                 +1},
+    {"redft00_loop",         neon,   cosine_rows, offsets, {},                 -1},
 };
 // clang-format on
 

@@ -16,6 +16,11 @@ enum class shape {
     first,     // stages: over the columns l < L; m is 1 and there are no twiddles
     other,     // over the rows i < m and the columns l < L
     last,      // over the rows i < m; L is 1
+
+    real_row,     // real data: one row
+    real_quad,    // rows in groups of four, one row in every lane
+    real_rows,    // any number of rows; adjacent rows in lanes
+    cosine_rows,  // likewise, type I cosine transforms
 };
 
 // Where the elements lie and what the lanes of a vector are.
@@ -23,6 +28,8 @@ enum class layout {
     contig,   // unit strides; in stages the lanes are adjacent columns (first, other) or rows (last)
     strided,  // strides from the arguments or the record, one complex number per vector
     batch,    // the lanes are adjacent transforms: two in NEON, four in SVE
+
+    offsets,  // real data: tables of offsets are passed
 };
 
 struct form {
@@ -31,7 +38,11 @@ struct form {
     shape loop;
     layout data;
     std::span<const int> sizes;
+    int sign = 0;  // -1 or 1 where there is one direction only
 };
+
+inline bool is_real(const form& f) { return f.data == layout::offsets; }
+inline bool has_direction(const form& f, int sign) { return f.sign == 0 || f.sign == sign; }
 
 std::span<const form> forms();
 

@@ -4,6 +4,7 @@
 #include <cstdlib>
 
 #include "kernels/generator/loop_shapes.h"
+#include "kernels/generator/real_loops.h"
 
 namespace generator {
 
@@ -47,6 +48,8 @@ text run_text(const form& f, int size, int sign) {
         case shape::last:
             print_last_stage(out, f, size, sign);
             break;
+        default:
+            std::abort();  // real data has real_kernel_source
     }
     return out;
 }
@@ -71,12 +74,14 @@ std::string kernel_name(const form& f, int size, int sign) {
 }
 
 std::string kernel_parameters(const form& f) {
+    if (is_real(f)) return real_kernel_parameters(f);
     if (is_stage(f)) return "(const stage_record* stage, const float* in, float* out)";
     if (f.loop == shape::assemble || f.loop == shape::many) return "(" + run_parameters(f) + ")";
     return "(" + run_parameters(f) + (f.data == layout::strided ? ", const void*)" : ", const void*, const void*)");
 }
 
 std::string kernel_source(const form& f, int size) {
+    if (is_real(f)) return real_kernel_source(f, size);
     text out;
     out.append("// " + std::string(f.name) + ", size " + std::to_string(size) + ". Written by kernels/generator.\n\n");
     const std::string forward = run_text(f, size, -1).str(), backward = run_text(f, size, +1).str();

@@ -61,12 +61,30 @@ long double pool::value(constant k) const {
     return (k.twice ? 2 : 1) * entries_[k.entry].value[k.lane];
 }
 
-found_constant pool::find(long double value) const {
+pool pool::growing(bool everywhere) {
+    pool p;
+    p.grows_ = true;
+    p.everywhere_ = everywhere;
+    return p;
+}
+
+constant pool::add_number(long double value) {
+    if (numbers_ % 2 == 0) entries_.push_back({{0, 0}, {}});
+    pool_entry& e = entries_.back();
+    e.value[numbers_ % 2] = value;
+    char s[40];
+    std::snprintf(s, sizeof s, "%s%.6Lg", numbers_ % 2 ? ", " : "", value);
+    e.meaning += s;
+    return {int(entries_.size()) - 1, numbers_++ % 2, everywhere_};
+}
+
+found_constant pool::find(long double value) {
     for (size_t e = 0; e < entries_.size(); ++e)
         for (int lane = 0; lane < 2; ++lane) {
             const long double v = entries_[e].value[lane];
-            if (same(v, value) || same(v, -value)) return {{int(e), lane}, same(v, -value)};
+            if (same(v, value) || same(v, -value)) return {{int(e), lane, everywhere_}, same(v, -value)};
         }
+    if (grows_) return {add_number(std::fabs(value)), value < 0};
     std::fprintf(stderr, "generator: the pool holds no %.17Lg\n", value);
     std::abort();
 }

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The constants of a kernel: pairs (cosine, sine), sines negated in forward kernels. A butterfly asks for a real
-// number by its value and gets the place where the pool keeps it, up to sign.
+// The constants of a kernel: pairs (cosine, sine), sines negated in forward kernels; single numbers for real data. A
+// butterfly asks for a real number by its value and gets the place where the pool keeps it, up to sign.
 #pragma once
 #include <string>
 #include <vector>
@@ -32,19 +32,28 @@ struct found_constant {
 
 class pool {
 public:
+    // The pairs of a complex kernel, in an order that is fixed here.
     pool(int size, int sign);
+    // A pool that takes up what it is asked for, number by number. Whether its numbers are taken by lane or each from a
+    // register of its own is the vector's business.
+    static pool growing(bool everywhere);
 
     const std::vector<pool_entry>& entries() const { return entries_; }
     long double value(constant k) const;
-    found_constant find(long double value) const;
+    found_constant find(long double value);
+    bool grows() const { return grows_; }
     // The entry whose lane 0 is +-c and whose lane 1 is +-s, or -1.
     int find_pair(long double c, long double s) const;
 
 private:
+    pool() = default;
     void add_angle(turn angle);
+    constant add_number(long double value);
     void add_pair(long double c, long double s, std::string meaning);
 
-    int sign_;
+    int sign_ = 0;
+    bool grows_ = false, everywhere_ = false;
+    int numbers_ = 0;  // in a growing pool
     std::vector<pool_entry> entries_;
 };
 

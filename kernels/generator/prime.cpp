@@ -15,15 +15,16 @@ constexpr int largest_unblocked = 8, block_size = 5;
 
 }  // namespace
 
-values prime_butterfly(const values& x, int sign, long double scale) {
+template <class number>
+std::vector<number> prime_butterfly(const std::vector<number>& x, int sign, long double scale) {
     const int p = int(x.size()), h = (p - 1) / 2;
     if (p == 2) {
         const auto [sum, difference] = sum_and_difference(x[0], x[1]);
         return {sum, difference};
     }
-    const auto scaled = [&](value v) { return scale == 1 ? v : scale * v; };
-    values s(h + 1, x[0]), d(h + 1, x[0]), out(p, x[0]);
-    value total = x[0];
+    const auto scaled = [&](number v) { return scale == 1 ? v : scale * v; };
+    std::vector<number> s(h + 1, x[0]), d(h + 1, x[0]), out(p, x[0]);
+    number total = x[0];
     for (int j = 1; j <= h; ++j) {
         s[j] = x[j] + x[p - j];
         d[j] = x[j] - x[p - j];
@@ -33,8 +34,8 @@ values prime_butterfly(const values& x, int sign, long double scale) {
     // Small sizes finish one k after the other. Large ones, whose s and d don't fit the registers together, go through
     // all a before any b, a block of k at a time, so that each s and each d is fetched once for a block.
     const int block = h > largest_unblocked ? block_size : 1;
-    const value first = scaled(x[0]);
-    values a(h + 1, first), b(h + 1, first);
+    const number first = scaled(x[0]);
+    std::vector<number> a(h + 1, first), b(h + 1, first);
     const auto sum_cosines = [&](int from, int to) {
         for (int j = 1; j <= h; ++j)
             for (int k = from; k < to; ++k) a[k] = a[k] + scale * cosine({j * k, p}) * s[j];
@@ -55,5 +56,8 @@ values prime_butterfly(const values& x, int sign, long double scale) {
     }
     return out;
 }
+
+template values prime_butterfly(const values&, int, long double);
+template split_values prime_butterfly(const split_values&, int, long double);
 
 }  // namespace generator

@@ -9,8 +9,8 @@ namespace generator {
 namespace {
 
 // The names of the operations, in the order of `op`.
-constexpr const char* words[] = {"load", "twiddle", "mul",   "add",   "sub",         "add_i",  "sub_i",  "scale",
-                                 "fma",  "fms",     "fma_i", "fms_i", "twice_minus", "zip_lo", "zip_hi", "store"};
+constexpr const char* words[] = {"load", "twiddle", "mul",   "add",         "sub", "add_i",  "sub_i",  "scale", "fma",
+                                 "fms",  "fma_i",   "fms_i", "twice_minus", "neg", "zip_lo", "zip_hi", "store"};
 
 std::string name(const dag& g, int n) {
     return (g.nodes()[n].what == op::twiddle ? "w" + std::to_string(g.nodes()[n].slot) : "t" + std::to_string(n));

@@ -5,12 +5,13 @@
 
 #include "kernels/generator/loops.h"
 #include "kernels/generator/pool.h"
+#include "kernels/generator/real_loops.h"
 
 namespace generator {
 
 namespace {
 
-constexpr int table_slots = 64;
+constexpr int table_slots = 64, real_table_slots = 128;
 constexpr int signs[] = {-1, 1};
 
 const char* direction(int sign) { return sign < 0 ? "fwd" : "bwd"; }
@@ -19,7 +20,10 @@ std::string pool_name(int size, int sign) {
     return std::string("pool_") + direction(sign) + (size < 10 ? "_n0" : "_n") + std::to_string(size);
 }
 
+int slots(const form& f) { return is_real(f) ? real_table_slots : table_slots; }
+
 const char* pointer_type(const form& f) {
+    if (is_real(f)) return f.loop == shape::cosine_rows ? "redft00_kernel" : "real_kernel";
     switch (f.loop) {
         case shape::direct:
             return f.data == layout::contig ? "direct_contig_kernel" : "direct_strided_kernel";
@@ -32,9 +36,15 @@ const char* pointer_type(const form& f) {
     }
 }
 
+std::string double_text(long double v) {
+    char s[40];
+    std::snprintf(s, sizeof s, "%.17g", double(v));
+    return s;
+}
+
 std::string table_declaration(const form& f, int sign) {
     return std::string("extern const ") + pointer_type(f) + " " + f.name + "_" + direction(sign) + "[" +
-           std::to_string(table_slots) + "]";
+           std::to_string(slots(f)) + "]";
 }
 
 // Enough digits for the float nearest to the exact number to be read back.
@@ -46,27 +56,43 @@ std::string float_text(long double v) {
     return t;
 }
 
+constexpr const char* head =
+    "// Written by kernels/generator.\n#pragma once\n#include \"kernels/kernel_types.h\"\n"
+    "#include \"kernels/real_kernels.h\"\n#pragma GCC visibility push(hidden)\n";
+
+std::string array_of(const named_pool& p) { return (p.in_double ? "double " : "float ") + p.name + "[]"; }
+
+// Numbers of real kernels, in whole vectors.
+std::string pool_text(const named_pool& p) {
+    std::string s = "\nalignas(16) const " + array_of(p) + " = {\n";
+    for (const pool_entry& e : p.numbers.entries())
+        for (long double v : e.value) s += "    " + (p.in_double ? double_text(v) : float_text(v)) + ",\n";
+    if (p.numbers.entries().size() % 2) s += "    0, 0,  // pairs are loaded by twos\n";
+    return s + "};\n";
+}
+
 }  // namespace
 
 std::string declarations_text() {
-    std::string s =
-        "// Written by kernels/generator.\n#pragma once\n#include \"kernels/kernel_types.h\"\n"
-        "#pragma GCC visibility push(hidden)\n";
+    std::string s = head;
     for (int size = 2; size <= table_slots; ++size)
         for (int sign : signs)
             if (!pool(size, sign).entries().empty()) s += "extern const float " + pool_name(size, sign) + "[];\n";
     for (const form& f : forms())
-        for (int size : f.sizes)
-            for (int sign : signs) s += "void " + kernel_name(f, size, sign) + kernel_parameters(f) + ";\n";
+        for (int size : f.sizes) {
+            if (is_real(f))
+                for (const named_pool& p : real_pools(f, size)) s += "extern const " + array_of(p) + ";\n";
+            for (int sign : signs)
+                if (has_direction(f, sign)) s += "void " + kernel_name(f, size, sign) + kernel_parameters(f) + ";\n";
+        }
     return s + "#pragma GCC visibility pop\n";
 }
 
 std::string tables_header_text() {
-    std::string s =
-        "// Written by kernels/generator.\n#pragma once\n#include \"kernels/kernel_types.h\"\n"
-        "#pragma GCC visibility push(hidden)\n";
+    std::string s = head;
     for (const form& f : forms())
-        for (int sign : signs) s += table_declaration(f, sign) + ";\n";
+        for (int sign : signs)
+            if (has_direction(f, sign)) s += table_declaration(f, sign) + ";\n";
     return s + "#pragma GCC visibility pop\n";
 }
 
@@ -76,9 +102,10 @@ std::string tables_text() {
         "#include \"tables.h\"\n#include \"declarations.h\"\n";
     for (const form& f : forms())
         for (int sign : signs) {
+            if (!has_direction(f, sign)) continue;
             s += "\n" + table_declaration(f, sign) + " = {\n";
             size_t next = 0;
-            for (int size = 1; size <= table_slots; ++size) {
+            for (int size = 1; size <= slots(f); ++size) {
                 const bool has = next < f.sizes.size() && f.sizes[next] == size;
                 s += "    " + (has ? kernel_name(f, size, sign) : "nullptr") + ",\n";
                 next += has;
@@ -111,6 +138,7 @@ std::string registry_text() {
         "\"tables.h\"\n\n"
         "const kernel_family kernel_families[] = {\n";
     const auto pointer = [](const form& f, int sign) {
+        if (!has_direction(f, sign)) return std::string("nullptr");
         return std::string("reinterpret_cast<const any_kernel*>(") + f.name + "_" + direction(sign) + ")";
     };
     for (const form& f : forms())
@@ -134,6 +162,10 @@ std::string pools_text() {
             if (p.entries().size() % 2) s += "    0, 0,  // pairs are loaded by twos\n";
             s += "};\n";
         }
+    for (const form& f : forms())
+        if (is_real(f))
+            for (int size : f.sizes)
+                for (const named_pool& p : real_pools(f, size)) s += pool_text(p);
     return s;
 }
 

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kernels/generator/value.h"
 
+#include <cmath>
 #include <utility>
 
 namespace generator {
@@ -17,6 +18,18 @@ value operator+(value a, value b) {
     const bool prefer_b = is_scaled(a) != is_scaled(b) ? is_scaled(a) : a.quarters != 0 && b.quarters == 0;
     if (prefer_b) std::swap(a, b);
     return {a.graph, a.graph->sum(a.n, b.n, (b.quarters - a.quarters + 4) % 4), a.quarters};
+}
+
+value operator*(long double c, value a) {
+    dag& g = *a.graph;
+    if (g.constants().grows() && is_scaled(a)) {  // one product in place of two
+        c *= g.constants().value(g.nodes()[a.n].k);
+        a.n = g.nodes()[a.n].a;
+    }
+    if (std::fabs(std::fabs(c) - 1) < 1e-15L) return c < 0 ? -a : a;
+    const found_constant k = g.constants().find(c);
+    const value scaled{&g, g.scale(a.n, k.where), a.quarters};
+    return k.negative ? -scaled : scaled;
 }
 
 pair_of_values sum_and_difference(value a, value b) {

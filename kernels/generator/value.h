@@ -29,12 +29,8 @@ struct pair_of_values {
 // a + b and a - b, in the cheapest way to get both.
 pair_of_values sum_and_difference(value a, value b);
 
-// A real factor, which the pool must hold up to its sign.
-inline value operator*(long double c, value a) {
-    const found_constant k = a.graph->constants().find(c);
-    const value scaled{a.graph, a.graph->scale(a.n, k.where), a.quarters};
-    return k.negative ? -scaled : scaled;
-}
+// A real factor, which the pool must hold up to its sign unless it grows.
+value operator*(long double c, value a);
 
 value times_root(value a, turn angle);
 

@@ -16,11 +16,17 @@
 //   twice_minus(a, b, two)       2 a - b
 //   zip_lo zip_hi                complex numbers of a and b in turn (pairs)
 //
+// Real data: real_one 1, real_double 1 (computed in double precision), real_quad 4. load, store, add, sub, scale and
+// fused operations as above, and
+//   neg                          -a
+//
 // Off Arm every name is the same template over the number of lanes, from portable.h.
 #pragma once
 
 #include "kernels/ops/neon_one.h"
 #include "kernels/ops/neon_pair.h"
+#include "kernels/ops/real_one.h"
+#include "kernels/ops/real_quad.h"
 #include "kernels/ops/scalar.h"
 #include "kernels/ops/sve_one.h"
 #include "kernels/ops/sve_quad.h"

@@ -72,7 +72,8 @@ lines kernel_lines(const form& f, int size, int sign, const char* direction) {
 
 lines ledger() {
     lines all;
-    for (const form& f : forms())
+    for (const form& f : forms()) {
+        if (is_real(f)) continue;
         for (const int size : f.sizes) {
             const bool same = kernel_lines(f, size, -1, "") == kernel_lines(f, size, 1, "");
             lines added = kernel_lines(f, size, -1, same ? "both" : "fwd");
@@ -80,6 +81,7 @@ lines ledger() {
                 for (const std::string& l : kernel_lines(f, size, 1, "bwd")) added.push_back(l);
             all.insert(all.end(), added.begin(), added.end());
         }
+    }
     return all;
 }
 

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: Apache-2.0
+// Look-ups of kernels of real data, and the short lists that solvers search.
+#include "declarations.h"  // generated
+#include "kernels/real_kernels.h"
+#include "tables.h"  // generated
+
+namespace {
+
+constexpr uint64_t slots = 128;
+
+real_kernel pick(uint64_t size, const real_kernel (&table)[slots]) {
+    return size - 1 < slots ? table[size - 1] : nullptr;  // size 0 too
+}
+
+}  // namespace
+
+real_kernel lookup_r2c_direct(const fft_plan*, uint64_t size) { return pick(size, r2c_direct_fwd); }
+real_kernel lookup_c2r_direct(const fft_plan*, uint64_t size) { return pick(size, c2r_direct_bwd); }
+real_kernel lookup_r2c_many(const fft_plan*, uint64_t size) { return pick(size, r2c_many_fwd); }
+real_kernel lookup_c2r_many(const fft_plan*, uint64_t size) { return pick(size, c2r_many_bwd); }
+
+// Half-complex and complex storage differ by their offsets only: small sizes are the kernels of r2c_many.
+const real_kernel_row r2hc_quad[5] = {{2, nullptr}, {4, nullptr}, {8, nullptr}, {16, nullptr}, {32, nullptr}};
+const real_kernel_row r2hc_loop[5] = {{2, r2hc_loop_fwd_n02},
+                                      {4, r2hc_loop_fwd_n04},
+                                      {8, r2hc_loop_fwd_n08},
+                                      {16, r2hc_loop_fwd_n16},
+                                      {32, r2hc_loop_fwd_n32}};
+const real_kernel_row hc2r_loop[5] = {{2, hc2r_loop_bwd_n02},
+                                      {4, hc2r_loop_bwd_n04},
+                                      {8, hc2r_loop_bwd_n08},
+                                      {16, hc2r_loop_bwd_n16},
+                                      {32, hc2r_loop_bwd_n32}};
+const redft00_kernel_row redft00_loop[4] = {{2, nullptr}, {3, nullptr}, {4, nullptr}, {17, nullptr}};
+
+namespace {
+
+void pick_stage(sorensen_stage_record* stage, const fft_plan*) { stage->kernel = nullptr; }
+
+}  // namespace
+
+void stage_lookup_sorensen_first_neon(sorensen_stage_record* stage, const fft_plan* plan) { pick_stage(stage, plan); }
+void stage_lookup_sorensen_other_neon(sorensen_stage_record* stage, const fft_plan* plan) { pick_stage(stage, plan); }
+void stage_lookup_sorensen_last_neon(sorensen_stage_record* stage, const fft_plan* plan) { pick_stage(stage, plan); }
+void stage_lookup_sorensen_first_sve(sorensen_stage_record* stage, const fft_plan* plan) { pick_stage(stage, plan); }
+void stage_lookup_sorensen_other_sve(sorensen_stage_record* stage, const fft_plan* plan) { pick_stage(stage, plan); }
+void stage_lookup_sorensen_last_sve(sorensen_stage_record* stage, const fft_plan* plan) { pick_stage(stage, plan); }
