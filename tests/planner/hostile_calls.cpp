@@ -2,6 +2,7 @@
 #include "tests/planner/hostile_calls.h"
 
 #include "interface/fft_plan.h"
+#include "tests/support/guru_calls.h"
 
 #include <climits>
 #include <cmath>
@@ -56,28 +57,6 @@ qsl_fftf_plan plan_basic(const hostile_call& c, const hostile_arrays& a) {
             return qsl_fftf_plan_r2r(c.rank, n, a.in, a.out, c.no_kinds ? nullptr : c.kinds, c.flags);
     }
 }
-
-// The seven guru calls of one width, in the order complex, r2c, c2r, r2r, then split.
-struct narrow_calls {
-    using triple = fft_iodim;
-    static constexpr auto dft = qsl_fftf_plan_guru_dft;
-    static constexpr auto r2c = qsl_fftf_plan_guru_dft_r2c;
-    static constexpr auto c2r = qsl_fftf_plan_guru_dft_c2r;
-    static constexpr auto r2r = qsl_fftf_plan_guru_r2r;
-    static constexpr auto split_dft = qsl_fftf_plan_guru_split_dft;
-    static constexpr auto split_r2c = qsl_fftf_plan_guru_split_dft_r2c;
-    static constexpr auto split_c2r = qsl_fftf_plan_guru_split_dft_c2r;
-};
-struct wide_calls {
-    using triple = fft_iodim64;
-    static constexpr auto dft = qsl_fftf_plan_guru64_dft;
-    static constexpr auto r2c = qsl_fftf_plan_guru64_dft_r2c;
-    static constexpr auto c2r = qsl_fftf_plan_guru64_dft_c2r;
-    static constexpr auto r2r = qsl_fftf_plan_guru64_r2r;
-    static constexpr auto split_dft = qsl_fftf_plan_guru64_split_dft;
-    static constexpr auto split_r2c = qsl_fftf_plan_guru64_split_dft_r2c;
-    static constexpr auto split_c2r = qsl_fftf_plan_guru64_split_dft_c2r;
-};
 
 template <class Calls>
 qsl_fftf_plan plan_guru(const hostile_call& c, const hostile_arrays& a) {
@@ -137,7 +116,7 @@ qsl_fftf_plan hostile_call::plan(const hostile_arrays& a) const {
         case form::many:
             return plan_many(*this, a);
         case form::guru:
-            return wide ? plan_guru<wide_calls>(*this, a) : plan_guru<narrow_calls>(*this, a);
+            return wide ? plan_guru<guru64_calls>(*this, a) : plan_guru<guru_calls>(*this, a);
         default:
             return qsl_fftf_plan_upsampling_2d(n[0], n[1], n[2], n[3], a.in, a.out, flags, shift_x, shift_y);
     }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/batch/differential/calls.h"
 
+#include "tests/support/guru_calls.h"
+
 namespace {
 
 qsl_fftf_complex* as_complex(float* p) { return reinterpret_cast<qsl_fftf_complex*>(p); }
@@ -14,28 +16,6 @@ std::vector<Triple> triples(const std::vector<fft_dim>& axes) {
     return result;
 }
 
-struct guru_calls {
-    using triple = fft_iodim;
-    static constexpr auto dft = qsl_fftf_plan_guru_dft;
-    static constexpr auto dft_r2c = qsl_fftf_plan_guru_dft_r2c;
-    static constexpr auto dft_c2r = qsl_fftf_plan_guru_dft_c2r;
-    static constexpr auto r2r = qsl_fftf_plan_guru_r2r;
-    static constexpr auto split_dft = qsl_fftf_plan_guru_split_dft;
-    static constexpr auto split_dft_r2c = qsl_fftf_plan_guru_split_dft_r2c;
-    static constexpr auto split_dft_c2r = qsl_fftf_plan_guru_split_dft_c2r;
-};
-
-struct guru64_calls {
-    using triple = fft_iodim64;
-    static constexpr auto dft = qsl_fftf_plan_guru64_dft;
-    static constexpr auto dft_r2c = qsl_fftf_plan_guru64_dft_r2c;
-    static constexpr auto dft_c2r = qsl_fftf_plan_guru64_dft_c2r;
-    static constexpr auto r2r = qsl_fftf_plan_guru64_r2r;
-    static constexpr auto split_dft = qsl_fftf_plan_guru64_split_dft;
-    static constexpr auto split_dft_r2c = qsl_fftf_plan_guru64_split_dft_r2c;
-    static constexpr auto split_dft_c2r = qsl_fftf_plan_guru64_split_dft_c2r;
-};
-
 template <class Calls>
 qsl_fftf_plan plan_by_guru(const transform_problem& p, const problem_arrays& a, unsigned flags) {
     const auto dims = triples<typename Calls::triple>(p.dims), batch = triples<typename Calls::triple>(p.batch);
@@ -47,11 +27,11 @@ qsl_fftf_plan plan_by_guru(const transform_problem& p, const problem_arrays& a, 
             return p.split ? Calls::split_dft(rank, d, batch_rank, b, a.in, a.in_imag, a.out, a.out_imag, flags)
                            : Calls::dft(rank, d, batch_rank, b, as_complex(a.in), as_complex(a.out), p.sign, flags);
         case kind_r2c:
-            return p.split ? Calls::split_dft_r2c(rank, d, batch_rank, b, a.in, a.out, a.out_imag, flags)
-                           : Calls::dft_r2c(rank, d, batch_rank, b, a.in, as_complex(a.out), flags);
+            return p.split ? Calls::split_r2c(rank, d, batch_rank, b, a.in, a.out, a.out_imag, flags)
+                           : Calls::r2c(rank, d, batch_rank, b, a.in, as_complex(a.out), flags);
         case kind_c2r:
-            return p.split ? Calls::split_dft_c2r(rank, d, batch_rank, b, a.in, a.in_imag, a.out, flags)
-                           : Calls::dft_c2r(rank, d, batch_rank, b, as_complex(a.in), a.out, flags);
+            return p.split ? Calls::split_c2r(rank, d, batch_rank, b, a.in, a.in_imag, a.out, flags)
+                           : Calls::c2r(rank, d, batch_rank, b, as_complex(a.in), a.out, flags);
         default: {
             std::vector<uint32_t> kinds = p.r2r_kinds;
             kinds.push_back(0);
