@@ -2,6 +2,7 @@
 // Look-ups of complex kernels: a table by the plan's form, a slot by the size, null where there is no kernel.
 #include "kernels/lookup.h"
 
+#include "dft/problem.h"
 #include "dft/sizes.h"
 #include "tables.h"  // generated
 
@@ -20,19 +21,12 @@ void pick_stage(stage_record* stage, const fft_plan* plan, const stage_kernel (&
     stage->kernel = pick(plan, stage->radix, forward, backward);
 }
 
-bool unit_strides(const fft_plan* plan) { return plan->dims[0].is == 1 && plan->dims[0].os == 1; }
-
-bool adjacent_batch(const fft_plan* plan, int64_t lanes) {
-    return plan->howmany_rank == 1 && plan->howmany[0].n == lanes && plan->howmany[0].is == 1 &&
-           plan->howmany[0].os == 1;
+// Neither the kind nor the length matters to the pair form.
+bool pair_batch(const fft_plan* plan) {
+    return plan->howmany_rank == 1 && plan->howmany[0].n == 2 && plan->howmany[0].is == 1 && plan->howmany[0].os == 1;
 }
 
-bool pair_batch(const fft_plan* plan) { return adjacent_batch(plan, 2); }
-
-bool quad_batch(const fft_plan* plan) {
-    return adjacent_batch(plan, 4) && plan->rank == 1 && (plan->kind == 0 || plan->kind == 5) &&
-           !has_large_prime_factor(plan->dims[0].n);
-}
+bool quad_batch(const fft_plan* plan) { return is_batch_of_lanes(*plan, 4); }
 
 }  // namespace
 
@@ -60,7 +54,7 @@ many_assemble_kernel lookup_many_assemble_neon(const fft_plan* plan, uint64_t si
 
 void stage_lookup_first_neon(stage_record* stage, const fft_plan* plan) {
     if (pair_batch(plan)) return pick_stage(stage, plan, first_pair_neon_fwd, first_pair_neon_bwd);
-    if (unit_strides(plan)) return pick_stage(stage, plan, first_contig_neon_fwd, first_contig_neon_bwd);
+    if (has_unit_strides(*plan)) return pick_stage(stage, plan, first_contig_neon_fwd, first_contig_neon_bwd);
     pick_stage(stage, plan, first_strided_neon_fwd, first_strided_neon_bwd);
 }
 void stage_lookup_other_plain_neon(stage_record* stage, const fft_plan* plan) {
@@ -71,7 +65,7 @@ void stage_lookup_other_neon(stage_record* stage, const fft_plan* plan) {
     stage_lookup_other_plain_neon(stage, plan);
 }
 void stage_lookup_last_plain_neon(stage_record* stage, const fft_plan* plan) {
-    if (unit_strides(plan)) return pick_stage(stage, plan, last_contig_neon_fwd, last_contig_neon_bwd);
+    if (has_unit_strides(*plan)) return pick_stage(stage, plan, last_contig_neon_fwd, last_contig_neon_bwd);
     pick_stage(stage, plan, last_strided_neon_fwd, last_strided_neon_bwd);
 }
 void stage_lookup_last_neon(stage_record* stage, const fft_plan* plan) {
@@ -82,7 +76,7 @@ void stage_lookup_last_neon(stage_record* stage, const fft_plan* plan) {
 // The outer stages of an SVE plan with strides run NEON kernels, on purpose.
 void stage_lookup_first_sve(stage_record* stage, const fft_plan* plan) {
     if (quad_batch(plan)) return pick_stage(stage, plan, first_quad_sve_fwd, first_quad_sve_bwd);
-    if (unit_strides(plan)) return pick_stage(stage, plan, first_contig_sve_fwd, first_contig_sve_bwd);
+    if (has_unit_strides(*plan)) return pick_stage(stage, plan, first_contig_sve_fwd, first_contig_sve_bwd);
     pick_stage(stage, plan, first_strided_neon_fwd, first_strided_neon_bwd);
 }
 void stage_lookup_other_plain_sve(stage_record* stage, const fft_plan* plan) {
@@ -93,7 +87,7 @@ void stage_lookup_other_sve(stage_record* stage, const fft_plan* plan) {
     stage_lookup_other_plain_sve(stage, plan);
 }
 void stage_lookup_last_plain_sve(stage_record* stage, const fft_plan* plan) {
-    if (unit_strides(plan)) return pick_stage(stage, plan, last_contig_sve_fwd, last_contig_sve_bwd);
+    if (has_unit_strides(*plan)) return pick_stage(stage, plan, last_contig_sve_fwd, last_contig_sve_bwd);
     pick_stage(stage, plan, last_strided_neon_fwd, last_strided_neon_bwd);
 }
 void stage_lookup_last_sve(stage_record* stage, const fft_plan* plan) {

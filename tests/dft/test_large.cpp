@@ -5,6 +5,7 @@
 #include "tests/dft/problems.h"
 
 #include <cstring>
+#include <numbers>
 
 namespace {
 
@@ -102,6 +103,77 @@ TEST(Large, Computes) {
                 if (is_emulated && n > 8192 && (sign == 1) != in_place) continue;
                 EXPECT_TRUE(computes(p, expected));
             }
+    }
+}
+
+namespace {
+
+using complexes = std::vector<std::complex<float>>;
+
+// Output k of a forward transform by its sum, with roots from two tables of square-root length.
+class single_outputs {
+public:
+    explicit single_outputs(int64_t n) : n_(n), steps_(int64_t{1} << 12), fine_(steps_), coarse_(n / steps_ + 1) {
+        for (int64_t j = 0; j < steps_; ++j) fine_[j] = root(j);
+        for (size_t j = 0; j < coarse_.size(); ++j) coarse_[j] = root(int64_t(j) * steps_);
+    }
+    reference::complex operator()(const complexes& x, int64_t k) const {
+        double re = 0, im = 0;
+        for (int64_t j = 0, jk = 0; j < n_; ++j, jk = (jk + k) & (n_ - 1)) {
+            const reference::complex &a = coarse_[jk / steps_], &b = fine_[jk % steps_];
+            const double c = a.real() * b.real() - a.imag() * b.imag(), s = a.real() * b.imag() + a.imag() * b.real();
+            re += x[j].real() * c - x[j].imag() * s;
+            im += x[j].real() * s + x[j].imag() * c;
+        }
+        return {re, im};
+    }
+
+private:
+    reference::complex root(int64_t k) const { return std::polar(1.0, -2 * std::numbers::pi * double(k) / double(n_)); }
+
+    int64_t n_, steps_;
+    std::vector<reference::complex> fine_, coarse_;
+};
+
+void run(const complex_problem& p, complexes& in, complexes& out) {
+    fft_plan record = record_of(p);
+    record.in = reinterpret_cast<float*>(in.data());
+    record.out = reinterpret_cast<float*>(out.data());
+    const planned plan(record);
+    ASSERT_TRUE(bool(plan)) << description(p, nullptr);
+    plan->execute(plan.get(), record.in, record.out);
+}
+
+// Forward out of place: some outputs by their sums. Back in place: n times the input, all of it.
+void there_and_back(int64_t n, int64_t threads_there, int64_t threads_back) {
+    SCOPED_TRACE(std::to_string(n) + " threads " + std::to_string(threads_there) + " " + std::to_string(threads_back));
+    complexes x = complex_noise(n, 5), spectrum(n);
+    run(with_threads(n, threads_there), x, spectrum);
+    const single_outputs output(n);
+    const double limit = error_limit(n), typical = std::sqrt(double(n) / 6);  // parts in [-0.5, 0.5)
+    for (int64_t i = 0; i < (n > 1 << 20 ? 3 : 5); ++i) {
+        const int64_t k = i == 0 ? 0 : (i * n / 5 + 12347 * i) % n;
+        EXPECT_LT(std::abs(reference::complex(spectrum[k]) - output(x, k)), 8 * limit * typical) << "output " << k;
+    }
+    complex_problem back = with_threads(n, threads_back);
+    back.sign = 1;
+    back.in_place = true;
+    run(back, spectrum, spectrum);
+    double error = 0, norm = 0;
+    for (int64_t j = 0; j < n; ++j) {
+        error += std::norm(reference::complex(spectrum[j]) / double(n) - reference::complex(x[j]));
+        norm += std::norm(reference::complex(x[j]));
+    }
+    EXPECT_LT(std::sqrt(error / norm), 2 * limit);
+}
+
+}  // namespace
+
+// With one thread and with several the rows that take a length differ.
+TEST(Large, PowersOfTwoThereAndBack) {
+    for (int64_t n = 4096; n <= (is_emulated ? 65536 : 1 << 24); n *= 2) {
+        there_and_back(n, 1, 3);
+        if (n <= (is_emulated ? 8192 : 1 << 20)) there_and_back(n, 3, 1);
     }
 }
 

@@ -56,13 +56,27 @@ TEST(Lengths, LargePrimesAndTheirProducts) {
     const std::vector<int64_t> exceptions = {1949, 2501, 2503, 3373, 3391, 3397, 4859, 5039, 6053, 6113,
                                              6131, 6133, 6143, 7207, 7349, 8087, 8089, 8927, 9239};
     for (int64_t n : exceptions)
-        if (!is_emulated || n < 3000) {
+        if (!is_emulated) {
+            both_directions(n);
+        } else if (n < 3000) {
             EXPECT_TRUE(computes({n, -1}));
         }
     for (int64_t n : {6 * 41 * 43, 83 * 89, 10007, 64 * 97})
-        if (!is_emulated || n == 10007) {
+        if (!is_emulated) {
+            both_directions(n);
+        } else if (n == 10007) {
             EXPECT_TRUE(computes({n, -1}));
         }
+}
+
+TEST(Lengths, LargePrimesInPlaceAndStrided) {
+    for (int64_t n : {41 * 41, 41 * 43, 47 * 59, 2 * 1009, 1949, 2501}) {
+        if (is_emulated && n != 41 * 41 && n != 2 * 1009) continue;
+        const sample expected(n);
+        for (const complex_problem& p : {complex_problem{n, 1, 1, 1, true}, complex_problem{n, -1, 3, 1},
+                                         complex_problem{n, 1, 1, 2}, complex_problem{n, -1, 2, 2, true}})
+            EXPECT_TRUE(computes(p, expected));
+    }
 }
 
 TEST(Lengths, LongOnes) {
@@ -71,6 +85,7 @@ TEST(Lengths, LongOnes) {
             EXPECT_TRUE(computes({n, -1}));
         }
     if (is_emulated) return;
+    EXPECT_TRUE(computes({3 * 32768, 1, 1, 1, true}));
     EXPECT_TRUE(computes({1 << 17, 1, 1, 1, true}));
     EXPECT_TRUE(computes({1 << 16, 1, 2, 1}));
 }
