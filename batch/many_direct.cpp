@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Rows 21 to 23: one batch of complex transforms of a kernel size, several at once across the lanes of a vector. Rows
 // 21 (four lanes, SVE) and 22 (two lanes, NEON) take transforms side by side; row 23 loads each lane from its own
-// address and takes any other distances. What is left of a count that is no multiple of 4 runs singly.
+// address and takes any other distances; where the elements of a transform stand side by side, four transforms at a
+// time are exchanged in registers instead. What is left of a count that is no multiple of 4 runs singly.
 // Length 64 is left to rows further down unless measured. A kernel reads all its input before it writes.
 #include "batch/many_direct.h"
 
@@ -50,6 +51,12 @@ void execute_groups_tail(fft_plan* plan, float* in, float* out) {
         single->execute(single, in + 2 * i * batch.is, out + 2 * i * batch.os);
 }
 
+// Groups of four transforms of adjacent elements: one call for all of them.
+void execute_rows(fft_plan* plan, float* in, float* out) {
+    const many_rows_kernel kernel = *static_cast<many_rows_kernel*>(plan->aux);
+    kernel(out, in, plan->howmany[0].is, plan->howmany[0].os, plan->howmany[0].n);
+}
+
 bool plan_tail(fft_plan* plan) {
     if (!make_subplans(plan, 1)) return false;
     drop_batch(plan->subplans[0]);
@@ -64,14 +71,25 @@ struct many_direct_form {
     const char* tail_name;
 };
 
+// The kernel is all that aux holds.
+template <class Kernel>
+bool attach_kernel(fft_plan* plan, Kernel kernel) {
+    if (!kernel || !attach_aux(plan, sizeof kernel)) return false;
+    *static_cast<Kernel*>(plan->aux) = kernel;
+    return true;
+}
+
 template <class Kernel>
 int solve(fft_plan* plan, const many_direct_form& form, Kernel (*lookup)(const fft_plan*, uint64_t)) {
     if (!accepts(*plan, form.side_by_side)) return refused;
     const Kernel kernel = lookup(plan, plan->dims[0].n);
     const bool tail = plan->howmany[0].n % 4 != 0;
-    if (!kernel || (tail && !plan_tail(plan)) || !attach_aux(plan, sizeof kernel)) return refused;
-    *static_cast<Kernel*>(plan->aux) = kernel;
+    if (!kernel || (tail && !plan_tail(plan)) || !attach_kernel(plan, kernel)) return refused;
     return tail ? install(plan, form.execute_tail, form.tail_name) : install(plan, form.execute, form.name);
+}
+
+bool whole_groups_of_rows(const fft_plan& p) {
+    return p.dims[0].is == 1 && p.dims[0].os == 1 && p.howmany[0].n % 4 == 0;
 }
 
 constexpr many_direct_form sve_form = {true, execute_groups<many_kernel, 4>, "execute_c2c_many_direct_parallel_sve",
@@ -104,5 +122,8 @@ int solve_problem_c2c_many_direct_parallel_neon(fft_plan* plan) {
 }
 
 int solve_problem_c2c_many_direct_assemble_neon(fft_plan* plan) {
-    return solve(plan, assemble_form, lookup_many_assemble_neon);
+    if (!accepts(*plan, assemble_form.side_by_side) || !whole_groups_of_rows(*plan))
+        return solve(plan, assemble_form, lookup_many_assemble_neon);
+    if (!attach_kernel(plan, lookup_many_rows_sve(plan, plan->dims[0].n))) return refused;
+    return install(plan, execute_rows, assemble_form.name);
 }

@@ -17,6 +17,10 @@ using many_kernel = void (*)(float* out, const float* in, int64_t is, int64_t os
 using many_assemble_kernel = void (*)(float* out, const float* in, int64_t is, int64_t os, int64_t idist,
                                       int64_t odist);
 
+// `count` transforms, a multiple of four, in groups of four at once: element j of transform c stands at j + c *
+// distance.
+using many_rows_kernel = void (*)(float* out, const float* in, int64_t idist, int64_t odist, int64_t count);
+
 struct stage_record;
 using stage_kernel = void (*)(const stage_record* stage, const float* in, float* out);
 

@@ -51,6 +51,9 @@ many_kernel lookup_many_quad_sve(const fft_plan* plan, uint64_t size) {
 many_assemble_kernel lookup_many_assemble_neon(const fft_plan* plan, uint64_t size) {
     return pick(plan, size, many_assemble_neon_fwd, many_assemble_neon_bwd);
 }
+many_rows_kernel lookup_many_rows_sve(const fft_plan* plan, uint64_t size) {
+    return pick(plan, size, many_rows_sve_fwd, many_rows_sve_bwd);
+}
 
 void stage_lookup_first_neon(stage_record* stage, const fft_plan* plan) {
     if (pair_batch(plan)) return pick_stage(stage, plan, first_pair_neon_fwd, first_pair_neon_bwd);

@@ -12,6 +12,7 @@ direct_contig_kernel lookup_direct_scalar(const fft_plan* plan, uint64_t size);
 many_kernel lookup_many_pair_neon(const fft_plan* plan, uint64_t size);
 many_kernel lookup_many_quad_sve(const fft_plan* plan, uint64_t size);
 many_assemble_kernel lookup_many_assemble_neon(const fft_plan* plan, uint64_t size);
+many_rows_kernel lookup_many_rows_sve(const fft_plan* plan, uint64_t size);
 
 // The form follows from the plan's batch and strides: pair or quad batch, unit strides, or any strides. The plain
 // look-ups, for the convolution solvers, have no batched form. Twiddle tables are the caller's business.

@@ -60,7 +60,7 @@ body make_body(const body_kind& kind) {
         assert(y[k].quarters == 0);
         g.store(k, y[k].n);
     }
-    result.order = print_order(g, kind.in_place);
+    result.order = print_order(g, kind.in_place, kind.stores_pairs);
     return result;
 }
 

@@ -12,7 +12,8 @@ struct body_kind {
     bool transposed = false;  // the two lanes are rows: vectors are loaded along the rows and transposed
     // Loads must all stand before the first store, since input and output may be one array.
     bool in_place = false;
-    bool overwrites = false;  // see dag
+    bool overwrites = false;    // see dag
+    bool stores_pairs = false;  // outputs 2 k and 2 k + 1 are stored at once
 };
 
 // Slot of a load along the rows: two complex numbers at `column` of `row`.

@@ -26,6 +26,7 @@ constexpr form table[] = {
     {"many_pair_neon",       neon,   many,     batch,   kernel_sizes},
     {"many_assemble_neon",   neon,   assemble, batch,   kernel_sizes},
     {"many_quad_sve",        sve,    many,     batch,   kernel_sizes},
+    {"many_rows_sve",        sve,    rows,     contig,  kernel_sizes},
 
     {"first_contig_neon",    neon,   first,    contig,  kernel_sizes},
     {"first_strided_neon",   neon,   first,    strided, kernel_sizes},

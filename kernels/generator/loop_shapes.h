@@ -8,6 +8,7 @@
 namespace generator {
 
 void print_direct(text& out, const form& f, int size, int sign);
+void print_rows(text& out, const form& f, int size, int sign);
 void print_first_stage(text& out, const form& f, int size, int sign);
 void print_other_stage(text& out, const form& f, int size, int sign);
 void print_last_stage(text& out, const form& f, int size, int sign);

@@ -19,6 +19,7 @@ bool is_stage(const form& f) { return f.loop == shape::first || f.loop == shape:
 std::string arguments(const form& f) {
     if (is_stage(f)) return "stage, in, out";
     if (f.loop == shape::assemble) return "out, in, is, os, idist, odist";
+    if (f.loop == shape::rows) return "out, in, idist, odist, count";
     return f.loop == shape::many || f.data == layout::strided ? "out, in, is, os" : "out, in";
 }
 
@@ -26,6 +27,7 @@ std::string run_parameters(const form& f) {
     if (is_stage(f)) return "const stage_record* stage, const float* in, float* out";
     if (f.loop == shape::assemble)
         return "float* out, const float* in, int64_t is, int64_t os, int64_t idist, int64_t odist";
+    if (f.loop == shape::rows) return "float* out, const float* in, int64_t idist, int64_t odist, int64_t count";
     if (f.loop == shape::many || f.data == layout::strided)
         return "float* out, const float* in, int64_t is, int64_t os";
     return "float* out, const float* in";
@@ -38,6 +40,9 @@ text run_text(const form& f, int size, int sign) {
         case shape::many:
         case shape::assemble:
             print_direct(out, f, size, sign);
+            break;
+        case shape::rows:
+            print_rows(out, f, size, sign);
             break;
         case shape::first:
             print_first_stage(out, f, size, sign);
@@ -76,7 +81,8 @@ std::string kernel_name(const form& f, int size, int sign) {
 std::string kernel_parameters(const form& f) {
     if (is_real(f)) return real_kernel_parameters(f);
     if (is_stage(f)) return "(const stage_record* stage, const float* in, float* out)";
-    if (f.loop == shape::assemble || f.loop == shape::many) return "(" + run_parameters(f) + ")";
+    if (f.loop == shape::assemble || f.loop == shape::many || f.loop == shape::rows)
+        return "(" + run_parameters(f) + ")";
     return "(" + run_parameters(f) + (f.data == layout::strided ? ", const void*)" : ", const void*, const void*)");
 }
 

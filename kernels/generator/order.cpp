@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kernels/generator/order.h"
 
+#include <algorithm>
+
 namespace generator {
 
 namespace {
@@ -10,12 +12,13 @@ namespace {
 // store follows its value at once.
 class printer_order {
 public:
-    printer_order(const dag& graph, bool loads_first)
+    printer_order(const dag& graph, bool loads_first, bool stores_pairs)
         : nodes_(graph.nodes()),
           done_(nodes_.size()),
           live_(nodes_.size()),
           store_of_(nodes_.size(), none),
-          loads_first_(loads_first) {
+          loads_first_(loads_first),
+          stores_pairs_(stores_pairs) {
         mark_live();
     }
 
@@ -38,6 +41,7 @@ private:
             if (v.what == op::store) {
                 live_[n] = true;
                 store_of_[v.a] = n;
+                ++store_count_;
             }
             if (!live_[n]) continue;
             if (v.what == op::load) ++loads_left_;
@@ -53,26 +57,42 @@ private:
         visit(nodes_[n].b);
         order_.push_back(n);
         if (nodes_[n].what == op::load) --loads_left_;
-        if (store_of_[n] == none) return;
-        if (loads_first_ && loads_left_ > 0)
-            held_back_.push_back(store_of_[n]);
-        else
-            order_.push_back(store_of_[n]);
+        if (store_of_[n] != none) store_all(stored_with(store_of_[n]));
+    }
+
+    // A store alone, or both of a pair, in the order of their slots. The last of an odd number joins the last pair.
+    std::vector<int> stored_with(int store) const {
+        if (!stores_pairs_) return {store};
+        const auto pair = [&](int n) { return std::min(nodes_[n].slot / 2, store_count_ / 2 - 1); };
+        std::vector<int> stores;
+        for (int n = 0; n < int(nodes_.size()); ++n)
+            if (nodes_[n].what == op::store && pair(n) == pair(store)) stores.push_back(n);
+        return stores;
+    }
+
+    void store_all(const std::vector<int>& stores) {
+        for (int s : stores)
+            if (!done_[nodes_[s].a]) return;
+        std::vector<int>& to = loads_first_ && loads_left_ > 0 ? held_back_ : order_;
+        to.insert(to.end(), stores.begin(), stores.end());
         // What is made from a stored value overwrites it.
-        for (int user = n + 1; user < int(nodes_.size()); ++user)
-            if (nodes_[user].a == n && nodes_[user].what != op::store) visit(user);
+        for (int s : stores)
+            for (int user = nodes_[s].a + 1; user < int(nodes_.size()); ++user)
+                if (nodes_[user].a == nodes_[s].a && nodes_[user].what != op::store) visit(user);
     }
 
     const std::vector<node>& nodes_;
     std::vector<bool> done_, live_;
     std::vector<int> store_of_;
-    bool loads_first_;
-    int loads_left_ = 0;
+    bool loads_first_, stores_pairs_;
+    int loads_left_ = 0, store_count_ = 0;
     std::vector<int> order_, held_back_;
 };
 
 }  // namespace
 
-std::vector<int> print_order(const dag& graph, bool loads_first) { return printer_order(graph, loads_first).run(); }
+std::vector<int> print_order(const dag& graph, bool loads_first, bool stores_pairs) {
+    return printer_order(graph, loads_first, stores_pairs).run();
+}
 
 }  // namespace generator

@@ -106,6 +106,20 @@ void print_twiddles(text& out, const body& b, const access& a) {
         if (v.what == op::twiddle) print_twiddle(out, v.slot, a);
 }
 
+namespace {
+
+// Prints nothing for the first store of a pair. Behind an even slot that has no partner the last pair is overlapped.
+void print_store(text& out, const dag& g, const node& store, const access& a) {
+    if (!a.store_pair) return out.line(a.store(store.slot, name(g, store.a)), ";");
+    std::map<int, std::string> outputs;
+    for (const node& v : g.nodes())
+        if (v.what == op::store) outputs[v.slot] = name(g, v.a);
+    if (store.slot % 2 == 0 && outputs.contains(store.slot + 1)) return;
+    out.line(a.store_pair(store.slot - 1, outputs[store.slot - 1], outputs[store.slot]), ";");
+}
+
+}  // namespace
+
 void print_operations(text& out, const body& b, const access& a) {
     out.printed(std::make_shared<const body>(b));
     const constant_registers constants(b);
@@ -114,7 +128,7 @@ void print_operations(text& out, const body& b, const access& a) {
         if (v.what == op::twiddle) {
             if (!a.twiddles_held) print_twiddle(out, v.slot, a);
         } else if (v.what == op::store)
-            out.line(a.store(v.slot, name(b.graph, v.a)), ";");
+            print_store(out, b.graph, v, a);
         else
             out.line("const vec ", name(b.graph, n), " = ", expression(b.graph, n, a, constants), ";");
     }

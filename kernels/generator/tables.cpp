@@ -31,6 +31,8 @@ const char* pointer_type(const form& f) {
             return "many_kernel";
         case shape::assemble:
             return "many_assemble_kernel";
+        case shape::rows:
+            return "many_rows_kernel";
         default:
             return "stage_kernel";
     }

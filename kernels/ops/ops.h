@@ -6,6 +6,7 @@
 //   lanes_left(l, n)             mask of the floats from l to n
 //   load(p, d), store(p, d, v)   one complex number at p, the other d floats further (pairs)
 //   lanes_apart(d), load(p, o)   offsets of lanes d floats apart, a load of lanes at such offsets (SVE)
+//   store_rows(p, d, a, b)       lane c of a and that of b, side by side, at p + c d (SVE)
 //   constant(p), same(x)         a pair of the pool (k[0], k[1]) in every complex place, one float in all
 //   two_constants(p)             two pairs of the pool in one register, taken by lanes 0 to 3
 //   load_row(p)                  the twiddle of a whole row; mul(a, w) multiplies by it or by a vector

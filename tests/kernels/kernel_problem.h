@@ -14,7 +14,8 @@ struct kernel_problem {
     int radix, sign;
     int done, rest;            // m rows, L columns
     int is = 1, os = 1;        // complex elements
-    int idist = 1, odist = 1;  // between lanes; other than 1 in the assemble form only
+    int idist = 1, odist = 1;  // between lanes; other than 1 in the forms assemble and rows only
+    int groups = 1;            // of lanes; other than 1 in the form rows only
     bool in_place = false;
     placement where = placement::between_guards;
 };

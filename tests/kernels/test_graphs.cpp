@@ -16,7 +16,9 @@ using namespace generator;
 constexpr double tolerance = 1e-13;
 constexpr int signs[] = {-1, 1};
 
-bool is_direct(const form& f) { return f.loop == shape::direct || f.loop == shape::many || f.loop == shape::assemble; }
+bool is_direct(const form& f) {
+    return f.loop == shape::direct || f.loop == shape::many || f.loop == shape::assemble || f.loop == shape::rows;
+}
 
 std::string describe(const form& f, int size, int sign) {
     return std::string(f.name) + " n=" + std::to_string(size) + " sign=" + std::to_string(sign);

@@ -26,7 +26,8 @@ class kernels : public testing::TestWithParam<int> {
 protected:
     const form& family() const { return forms()[GetParam()]; }
     bool direct() const {
-        return family().loop == shape::direct || family().loop == shape::many || family().loop == shape::assemble;
+        return family().loop == shape::direct || family().loop == shape::many || family().loop == shape::assemble ||
+               family().loop == shape::rows;
     }
     bool in_place_promised() const { return direct() || family().loop == shape::first; }
     twiddled_rows rows() const {
@@ -36,6 +37,11 @@ protected:
 
     // The n-th choice of strides. Distances between lanes leave room for one lane's span.
     kernel_problem with_strides(kernel_problem p, int n) const {
+        if (family().loop == shape::rows) {
+            p.groups = 1 + n % 3;
+            p.idist = p.radix + n % 4;
+            p.odist = p.radix + n / 4 % 4;
+        }
         if (family().data == layout::contig) return p;
         p.is = strides[n % 4][0];
         p.os = strides[n % 4][1];
