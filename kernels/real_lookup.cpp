@@ -20,7 +20,11 @@ real_kernel lookup_r2c_many(const fft_plan*, uint64_t size) { return pick(size, 
 real_kernel lookup_c2r_many(const fft_plan*, uint64_t size) { return pick(size, c2r_many_bwd); }
 
 // Half-complex and complex storage differ by their offsets only: small sizes are the kernels of r2c_many.
-const real_kernel_row r2hc_quad[5] = {{2, nullptr}, {4, nullptr}, {8, nullptr}, {16, nullptr}, {32, nullptr}};
+const real_kernel_row r2hc_quad[5] = {{2, r2c_many_fwd_n02},
+                                      {4, r2c_many_fwd_n04},
+                                      {8, r2c_many_fwd_n08},
+                                      {16, r2c_many_fwd_n16},
+                                      {32, r2hc_quad_fwd_n32}};
 const real_kernel_row r2hc_loop[5] = {{2, r2hc_loop_fwd_n02},
                                       {4, r2hc_loop_fwd_n04},
                                       {8, r2hc_loop_fwd_n08},
@@ -31,7 +35,8 @@ const real_kernel_row hc2r_loop[5] = {{2, hc2r_loop_bwd_n02},
                                       {8, hc2r_loop_bwd_n08},
                                       {16, hc2r_loop_bwd_n16},
                                       {32, hc2r_loop_bwd_n32}};
-const redft00_kernel_row redft00_loop[4] = {{2, nullptr}, {3, nullptr}, {4, nullptr}, {17, nullptr}};
+const redft00_kernel_row redft00_loop[4] = {
+    {2, redft00_loop_fwd_n02}, {3, redft00_loop_fwd_n03}, {4, redft00_loop_fwd_n04}, {17, redft00_loop_fwd_n17}};
 
 namespace {
 

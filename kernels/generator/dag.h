@@ -28,6 +28,14 @@ enum class op {
     zip_lo,       // lanes of a and b in turn, from their lower halves
     zip_hi,       // from their upper halves
     store,        // a to output `slot`
+
+    // Exchanges of the four lanes of real vectors.
+    interleave_lo,  // a0 b0 a1 b1
+    interleave_hi,  // a2 b2 a3 b3
+    evens,          // a0 a2 b0 b2
+    odds,           // a1 a3 b1 b3
+    swap_halves,    // a2 a3 a0 a1
+    swap_pairs,     // a1 a0 a3 a2
 };
 
 constexpr int none = -1;

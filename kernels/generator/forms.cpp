@@ -9,6 +9,10 @@ constexpr int kernel_sizes[] = {2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 
                                 16, 17, 18, 19, 20, 21, 23, 24, 29, 31, 32, 37, 64};
 constexpr int direct_sve_sizes[] = {2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14,
                                     15, 16, 17, 18, 19, 20, 21, 23, 24, 29, 31, 37, 64};
+constexpr int real_direct_sizes[] = {2, 3, 4, 5, 7, 8, 16, 32, 64};
+constexpr int real_many_sizes[] = {2, 3, 4, 8, 16};
+constexpr int quad_only_sizes[] = {32};  // smaller ones are those of r2c_many
+constexpr int cosine_sizes[] = {2, 3, 4, 17};
 constexpr int half_complex_sizes[] = {2, 4, 8, 16, 32};
 constexpr int scalar_sizes[] = {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 15, 16, 17, 21, 24};
 
@@ -47,14 +51,14 @@ constexpr form table[] = {
     {"last_strided_sve",     sve,    last,     strided, kernel_sizes},
     {"last_quad_sve",        sve,    last,     batch,   kernel_sizes},
 
-    {"r2c_direct",           neon,   real_row,    offsets, {},                 -1},
-    {"c2r_direct",           neon,   real_row,    offsets, {},                 +1},
-    {"r2c_many",             neon,   real_quad,   offsets, {},                 -1},
-    {"c2r_many",             neon,   real_quad,   offsets, {},                 +1},
-    {"r2hc_quad",            neon,   real_quad,   offsets, {},                 -1},
+    {"r2c_direct",           neon,   real_row,    offsets, real_direct_sizes,                 -1},
+    {"c2r_direct",           neon,   real_row,    offsets, real_direct_sizes,                 +1},
+    {"r2c_many",             neon,   real_quad,   offsets, real_many_sizes,                 -1},
+    {"c2r_many",             neon,   real_quad,   offsets, real_many_sizes,                 +1},
+    {"r2hc_quad",            neon,   real_quad,   offsets, quad_only_sizes,                 -1},
     {"r2hc_loop",            neon,   real_rows,   offsets, half_complex_sizes, -1},
     {"hc2r_loop",            neon,   real_rows,   offsets, half_complex_sizes,                 +1},
-    {"redft00_loop",         neon,   cosine_rows, offsets, {},                 -1},
+    {"redft00_loop",         neon,   cosine_rows, offsets, cosine_sizes,                 -1},
 };
 // clang-format on
 

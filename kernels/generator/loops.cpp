@@ -54,7 +54,7 @@ text run_text(const form& f, int size, int sign) {
             print_last_stage(out, f, size, sign);
             break;
         default:
-            std::abort();  // real data has real_kernel_source
+            std::abort();  // real data has real_kernel_text
     }
     return out;
 }
@@ -87,7 +87,7 @@ std::string kernel_parameters(const form& f) {
 }
 
 std::string kernel_source(const form& f, int size) {
-    if (is_real(f)) return real_kernel_source(f, size);
+    if (is_real(f)) return real_kernel_text(f, size).str();
     text out;
     out.append("// " + std::string(f.name) + ", size " + std::to_string(size) + ". Written by kernels/generator.\n\n");
     const std::string forward = run_text(f, size, -1).str(), backward = run_text(f, size, +1).str();
@@ -101,6 +101,8 @@ std::string kernel_source(const form& f, int size) {
     return out.str();
 }
 
-bodies kernel_bodies(const form& f, int size, int sign) { return run_text(f, size, sign).printed_bodies(); }
+bodies kernel_bodies(const form& f, int size, int sign) {
+    return (is_real(f) ? real_kernel_text(f, size) : run_text(f, size, sign)).printed_bodies();
+}
 
 }  // namespace generator

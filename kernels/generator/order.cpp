@@ -23,8 +23,11 @@ public:
     }
 
     std::vector<int> run() {
-        for (int n = 0; n < int(nodes_.size()); ++n)
-            if (live_[n] && !waits(nodes_[n].what)) visit(n);
+        for (int n = 0; n < int(nodes_.size()); ++n) {
+            if (!live_[n]) continue;
+            if (!waits(nodes_[n].what)) visit(n);
+            if (nodes_[n].what == op::store) visit(nodes_[n].a);  // a permutation that nothing else asks for
+        }
         for (int n : held_back_) order_.push_back(n);
         return order_;
     }
@@ -32,7 +35,7 @@ public:
 private:
     static bool waits(op what) {
         return what == op::load || what == op::twiddle || what == op::mul || what == op::zip_lo || what == op::zip_hi ||
-               what == op::store;
+               what >= op::store;
     }
 
     void mark_live() {

@@ -78,6 +78,13 @@ constant pool::add_number(long double value) {
     return {int(entries_.size()) - 1, numbers_++ % 2, everywhere_};
 }
 
+constant pool::add_lanes(const lane_numbers& k) {
+    size_t i = 0;
+    while (i < lanes_.size() && lanes_[i] != k) ++i;
+    if (i == lanes_.size()) lanes_.push_back(k);
+    return {first_lanes_entry + int(i), 0, true};
+}
+
 found_constant pool::find(long double value) {
     for (size_t e = 0; e < entries_.size(); ++e)
         for (int lane = 0; lane < 2; ++lane) {

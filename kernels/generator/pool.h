@@ -2,6 +2,7 @@
 // The constants of a kernel: pairs (cosine, sine), sines negated in forward kernels; single numbers for real data. A
 // butterfly asks for a real number by its value and gets the place where the pool keeps it, up to sign.
 #pragma once
+#include <array>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,9 @@ struct constant {
     bool operator==(const constant&) const = default;
 };
 constexpr constant two{constant::literal_two, 0, true};
+// Four different numbers in the lanes of a real vector.
+constexpr int first_lanes_entry = 1000;
+inline bool is_lanes(constant k) { return k.entry >= first_lanes_entry; }
 
 struct pool_entry {
     long double value[2];
@@ -42,6 +46,13 @@ public:
     long double value(constant k) const;
     found_constant find(long double value);
     bool grows() const { return grows_; }
+
+    using lane_numbers = std::array<long double, 4>;
+    constant add_lanes(const lane_numbers& k);
+    const std::vector<lane_numbers>& lanes() const { return lanes_; }
+    // They stand behind the single numbers, which fill whole vectors.
+    int lanes_offset(constant k) const { return int(entries_.size() + 1) / 2 * 4 + 4 * (k.entry - first_lanes_entry); }
+    bool empty() const { return entries_.empty() && lanes_.empty(); }
     // The entry whose lane 0 is +-c and whose lane 1 is +-s, or -1.
     int find_pair(long double c, long double s) const;
 
@@ -55,6 +66,7 @@ private:
     bool grows_ = false, everywhere_ = false;
     int numbers_ = 0;  // in a growing pool
     std::vector<pool_entry> entries_;
+    std::vector<lane_numbers> lanes_;
 };
 
 }  // namespace generator

@@ -9,8 +9,10 @@ namespace generator {
 namespace {
 
 // The names of the operations, in the order of `op`.
-constexpr const char* words[] = {"load", "twiddle", "mul",   "add",         "sub", "add_i",  "sub_i",  "scale", "fma",
-                                 "fms",  "fma_i",   "fms_i", "twice_minus", "neg", "zip_lo", "zip_hi", "store"};
+constexpr const char* words[] = {"load",          "twiddle", "mul",    "add",         "sub",       "add_i",
+                                 "sub_i",         "scale",   "fma",    "fms",         "fma_i",     "fms_i",
+                                 "twice_minus",   "neg",     "zip_lo", "zip_hi",      "store",     "interleave_lo",
+                                 "interleave_hi", "evens",   "odds",   "swap_halves", "swap_pairs"};
 
 std::string name(const dag& g, int n) {
     return (g.nodes()[n].what == op::twiddle ? "w" + std::to_string(g.nodes()[n].slot) : "t" + std::to_string(n));
@@ -36,6 +38,8 @@ public:
 
     std::string name(const constant& k) const {
         if (k == two) return "two";
+        if (is_lanes(k))  // loaded where it is used: there are too many to be held
+            return "constants(pool + " + std::to_string(body_.graph.constants().lanes_offset(k)) + ")";
         if (in_quad(k)) return "q" + std::to_string(k.entry / 2);
         std::string s = (k.everywhere ? "u" : "k") + std::to_string(k.entry);
         if (k.everywhere) s += k.lane ? "s" : "c";
@@ -66,7 +70,7 @@ private:
 
     void use(const node& v) {
         if (v.what == op::twice_minus) used_.emplace("two", two);
-        if (v.k.entry == constant::none) return;
+        if (v.k.entry == constant::none || is_lanes(v.k)) return;
         used_.emplace(name(once(v.k)), once(v.k));
         used_.emplace(name(v.k), v.k);
     }

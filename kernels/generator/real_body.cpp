@@ -10,14 +10,7 @@ namespace {
 
 bool has_imaginary_part(int k, int n) { return k != 0 && 2 * k != n; }
 
-// A pending negation costs an operation, unless it turns a difference round.
-void store(dag& g, int slot, value v) {
-    if (v.quarters == 2) {
-        const node u = g.nodes()[v.n];
-        v.n = u.what == op::sub ? g.binary(op::sub, u.b, u.a) : g.binary(op::neg, v.n, none);
-    }
-    g.store(slot, v.n);
-}
+void store(dag& g, int slot, value v) { g.store(slot, plain(v).n); }
 
 void record_forward(dag& g, int n) {
     values x;
@@ -27,6 +20,13 @@ void record_forward(dag& g, int n) {
         store(g, 2 * k, y[k].re);
         if (has_imaginary_part(k, n)) store(g, 2 * k + 1, y[k].im);
     }
+}
+
+void record_cosine(dag& g, int n) {
+    values x;
+    for (int j = 0; j < n; ++j) x.push_back({&g, g.load(j)});
+    const values y = cosine_butterfly(x);
+    for (int k = 0; k < n; ++k) store(g, k, y[k]);
 }
 
 void record_backward(dag& g, int n) {
@@ -43,7 +43,8 @@ void record_backward(dag& g, int n) {
 
 body make_real_body(const form& f, int size, bool everywhere) {
     body result{dag(pool::growing(everywhere), false), {}};
-    (f.sign < 0 ? record_forward : record_backward)(result.graph, size);
+    const auto record = f.loop == shape::cosine_rows ? record_cosine : f.sign < 0 ? record_forward : record_backward;
+    record(result.graph, size);
     result.order = print_order(result.graph, true);
     return result;
 }

@@ -3,50 +3,198 @@
 
 #include "kernels/generator/loops.h"
 #include "kernels/generator/print.h"
+#include "kernels/generator/quarter_body.h"
 #include "kernels/generator/real_body.h"
 
 namespace generator {
 
 namespace {
 
-std::string pool_name(const form& f, int size) {
-    return std::string("pool_") + f.name + (size < 10 ? "_n0" : "_n") + std::to_string(size);
+std::string pool_name(const form& f, int size, const char* of = "") {
+    return std::string("pool_") + f.name + (size < 10 ? "_n0" : "_n") + std::to_string(size) + of;
 }
 
-std::string element(int j) { return "a" + std::to_string(j % 2) + " + s0[" + std::to_string(j / 2) + "]"; }
+std::string number(int i) { return std::to_string(i); }
 
-std::string coefficient_part(int slot) {
-    const std::string k = std::to_string(slot / 2);
-    return slot % 2 ? "b1 + s2[" + k + "]" : "b0 + s1[" + k + "]";
-}
+// The places of element j and of a number of the spectrum, by the offsets in the tables.
+std::string element(int j) { return "a" + number(j % 2) + " + s0[" + number(j / 2) + "]"; }
+std::string coefficient_part(int slot) { return (slot % 2 ? "b1 + s2[" : "b0 + s1[") + number(slot / 2) + "]"; }
 
+// Single rows, or vectors of adjacent rows: the numbers of a row at the offsets of the tables.
 access row_access(const form& f) {
-    const auto from = f.sign < 0 ? element : coefficient_part, to = f.sign < 0 ? coefficient_part : element;
     access a;
+    auto from = f.sign < 0 ? element : coefficient_part, to = f.sign < 0 ? coefficient_part : element;
+    if (f.loop == shape::cosine_rows) {
+        from = [](int j) { return "in + in_offsets[" + number(j) + "]"; };
+        to = [](int k) { return "out + out_offsets[" + number(k) + "]"; };
+    }
     a.load = [from](int slot) { return "load(" + from(slot) + ")"; };
     a.store = [to](int slot, std::string v) { return "store(" + to(slot) + ", " + v + ")"; };
     return a;
 }
 
-void print_rows(text& out, const form& f, const body& b, const char* loop, const std::string& a_step,
-                const std::string& b_step) {
-    print_constants(out, b);
-    out.line("for (; ", loop, ", a0 += ", a_step, ", a1 += ", a_step, ", b0 += ", b_step, ", b1 += ", b_step, ") {");
-    print_operations(out, b, row_access(f));
-    out.line("}");
+// Rows in lanes at any distance apart.
+access apart_access(const form& f) {
+    const auto from = f.sign < 0 ? element : coefficient_part, to = f.sign < 0 ? coefficient_part : element;
+    access a;
+    a.load = [from](int slot) { return "load_apart(" + from(slot) + ", d0)"; };
+    a.store = [to](int slot, std::string v) { return "store_apart(" + to(slot) + ", d1, " + v + ")"; };
+    return a;
 }
 
-// Adjacent rows go four at a time; what is left over and rows at any other distance go one by one.
-void print_any_count(text& out, const form& f, int size) {
-    out.line("if (d0 == 1 && d1 == 1) {");
-    out.line("using namespace real_quad;");
-    print_rows(out, f, make_real_body(f, size, false), "count >= 4; count -= 4", "4", "4");
-    out.line("}");
-    out.line("using namespace real_one;");
-    const char* real_side = f.sign < 0 ? "d0" : "d1";
-    const char* spectrum_side = f.sign < 0 ? "d1" : "d0";
-    print_rows(out, f, make_real_body(f, size, true), "count > 0; --count", real_side, spectrum_side);
+// Parts of one row in the lanes of a vector.
+std::string quarter_places(quarter_slot s) {
+    const int step = s.part == quarter_part::lanes_falling ? -2 : 2;
+    switch (s.part) {
+        case quarter_part::lanes_rising:
+        case quarter_part::lanes_falling: {
+            std::string list = coefficient_part(s.first);
+            for (int i = 1; i < s.count; ++i) list += ", " + coefficient_part(s.first + i * step);
+            return list;
+        }
+        case quarter_part::elements: {
+            std::string list = element(s.first);
+            for (int i = 1; i < s.count; ++i) list += ", " + element(s.first + i);
+            return list;
+        }
+        case quarter_part::both:
+            return coefficient_part(s.first) + ", " + coefficient_part(s.first + 1);
+        default:
+            return coefficient_part(s.first);
+    }
 }
+
+std::string contiguous_place(quarter_slot s) {
+    return (s.part == quarter_part::elements ? "a0 + " : "b0 + ") + number(s.first);
+}
+
+access quarter_access(quarter_layout data) {
+    const auto places = data == quarter_layout::contig ? contiguous_place : quarter_places;
+    access a;
+    a.load = [places](int slot) {
+        const quarter_slot s = quarter_slot::unpack(slot);
+        const char* word = s.part == quarter_part::same   ? "load_same("
+                           : s.part == quarter_part::both ? "load_both("
+                                                          : "load(";
+        return word + places(s) + ")";
+    };
+    a.store = [places](int slot, std::string v) {
+        const quarter_slot s = quarter_slot::unpack(slot);
+        const bool half = s.part == quarter_part::low_half || s.part == quarter_part::both;
+        const char* word = half ? "store_low(" : s.part == quarter_part::lowest ? "store_lowest(" : "store(";
+        return word + places(s) + ", " + v + ")";
+    };
+    return a;
+}
+
+struct pools_of_kernel {
+    std::vector<named_pool> all;
+
+    // The declaration that makes a pool known to the operations that follow.
+    void use(text& out, const std::string& name, const body& b, bool in_double = false) {
+        if (b.graph.constants().empty()) return;
+        bool known = false;
+        for (const named_pool& p : all) known |= p.name == name;
+        if (!known) all.push_back({name, in_double, b.graph.constants()});
+        out.line("const ", in_double ? "double" : "float", "* const pool = ", name, ";");
+    }
+};
+
+// Members that compute in double precision and round at the output.
+bool in_double(const form& f, int size) {
+    if (f.loop == shape::cosine_rows) return size == 17;
+    return f.loop == shape::real_row && f.sign > 0 && (size == 3 || size == 5 || size == 7 || size == 32);
+}
+
+bool in_quarters(const form& f, int size) { return f.loop == shape::real_row && size >= 32; }
+
+class kernel_printer {
+public:
+    kernel_printer(const form& f, int size) : f_(f), size_(size) {}
+
+    void print(text& out) {
+        if (f_.loop == shape::real_quad) return print_groups(out);
+        if (f_.loop != shape::real_row) return print_any_count(out);
+        if (in_quarters(f_, size_)) return print_quarters(out);
+        use_row(out, false);
+        print_row(out);
+    }
+
+    pools_of_kernel pools;
+
+private:
+    const char* one() const { return in_double(f_, size_) ? "real_double" : "real_one"; }
+    const char* four() const { return in_double(f_, size_) ? "real_quad_double" : "real_quad"; }
+
+    body row_body(bool everywhere) const { return make_real_body(f_, size_, everywhere); }
+
+    void use_row(text& out, bool quad) {
+        const body b = row_body(!quad);
+        pools.use(out, pool_name(f_, size_), b, !quad && in_double(f_, size_));
+    }
+
+    void print_row(text& out) {
+        const body b = row_body(true);
+        out.line("using namespace ", one(), ";");
+        print_constants(out, b);
+        print_operations(out, b, row_access(f_));
+    }
+
+    void print_quarters(text& out) {
+        out.line("using namespace ", four(), ";");
+        const body contiguous = make_quarter_body(size_, f_.sign, quarter_layout::contig);
+        const body apart = make_quarter_body(size_, f_.sign, quarter_layout::offsets);
+        pools.use(out, pool_name(f_, size_), contiguous, in_double(f_, size_));
+        print_constants(out, contiguous);
+        out.line("const bool pairs = b1 == b0 + 1 && s1[1] == 2 && s2[1] == 2;");
+        out.line("if (pairs && a1 == a0 + 1 && s0[1] == 2) {");
+        print_operations(out, contiguous, quarter_access(quarter_layout::contig));
+        out.line("} else {");
+        print_operations(out, apart, quarter_access(quarter_layout::offsets));
+        out.line("}");
+    }
+
+    void print_loop(text& out, const body& b, const access& a, const char* condition, const std::string& in_step,
+                    const std::string& out_step) {
+        const bool cosine = f_.loop == shape::cosine_rows;
+        print_constants(out, b);
+        const std::string a_step = f_.sign < 0 ? in_step : out_step, b_step = f_.sign < 0 ? out_step : in_step;
+        if (cosine)
+            out.line("for (; ", condition, ", in += ", in_step, ", out += ", out_step, ") {");
+        else
+            out.line("for (; ", condition, ", a0 += ", a_step, ", a1 += ", a_step, ", b0 += ", b_step,
+                     ", b1 += ", b_step, ") {");
+        print_operations(out, b, a);
+        out.line("}");
+    }
+
+    // Adjacent rows go four at a time; what is left over and rows at any other distance go one by one.
+    void print_any_count(text& out) {
+        out.line("if (d0 == 1 && d1 == 1) {");
+        out.line("using namespace ", four(), ";");
+        const body quad = row_body(false), single = row_body(true);
+        pools.use(out, pool_name(f_, size_), quad, in_double(f_, size_));
+        print_loop(out, quad, row_access(f_), "count >= 4; count -= 4", "4", "4");
+        out.line("}");
+        out.line("using namespace ", one(), ";");
+        pools.use(out, pool_name(f_, size_), single, in_double(f_, size_));
+        print_loop(out, single, row_access(f_), "count > 0; --count", "d0", "d1");
+    }
+
+    void print_groups(text& out) {
+        const body quad = row_body(false);
+        out.line("using namespace real_quad;");
+        pools.use(out, pool_name(f_, size_), quad);
+        out.line("if (d0 == 1 && d1 == 1) {");
+        print_loop(out, quad, row_access(f_), "count >= 4; count -= 4", "4", "4");
+        out.line("} else {");
+        print_loop(out, quad, apart_access(f_), "count >= 4; count -= 4", "4 * d0", "4 * d1");
+        out.line("}");
+    }
+
+    const form& f_;
+    int size_;
+};
 
 }  // namespace
 
@@ -60,22 +208,21 @@ std::string real_kernel_parameters(const form& f) {
            "[[maybe_unused]] int64_t d1)";
 }
 
-std::string real_kernel_source(const form& f, int size) {
+text real_kernel_text(const form& f, int size) {
     text out;
     out.line("// ", f.name, ", size ", size, ". Written by kernels/generator.");
     out.blank();
     out.line("void ", kernel_name(f, size, f.sign), real_kernel_parameters(f), " {");
-    if (!make_real_body(f, size, true).graph.constants().entries().empty())
-        out.line("const auto* const pool = ", pool_name(f, size), ";");
-    if (f.loop == shape::real_rows) print_any_count(out, f, size);
+    kernel_printer(f, size).print(out);
     out.line("}");
-    return out.str();
+    return out;
 }
 
 std::vector<named_pool> real_pools(const form& f, int size) {
-    const body b = make_real_body(f, size, true);
-    if (b.graph.constants().entries().empty()) return {};
-    return {{pool_name(f, size), false, b.graph.constants()}};
+    text out;
+    kernel_printer printer(f, size);
+    printer.print(out);
+    return printer.pools.all;
 }
 
 }  // namespace generator

@@ -6,11 +6,12 @@
 
 #include "kernels/generator/forms.h"
 #include "kernels/generator/pool.h"
+#include "kernels/generator/text.h"
 
 namespace generator {
 
 std::string real_kernel_parameters(const form& f);
-std::string real_kernel_source(const form& f, int size);
+text real_kernel_text(const form& f, int size);
 
 // The constants of a kernel, which stand in a unit of their own.
 struct named_pool {

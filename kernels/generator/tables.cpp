@@ -70,6 +70,11 @@ std::string pool_text(const named_pool& p) {
     for (const pool_entry& e : p.numbers.entries())
         for (long double v : e.value) s += "    " + (p.in_double ? double_text(v) : float_text(v)) + ",\n";
     if (p.numbers.entries().size() % 2) s += "    0, 0,  // pairs are loaded by twos\n";
+    for (const pool::lane_numbers& k : p.numbers.lanes()) {
+        s += "   ";
+        for (long double v : k) s += " " + (p.in_double ? double_text(v) : float_text(v)) + ",";
+        s += "\n";
+    }
     return s + "};\n";
 }
 

@@ -20,9 +20,17 @@ value operator+(value a, value b) {
     return {a.graph, a.graph->sum(a.n, b.n, (b.quarters - a.quarters + 4) % 4), a.quarters};
 }
 
+// A negation costs an operation, unless it turns a difference round.
+value plain(value a) {
+    dag& g = *a.graph;
+    if (a.quarters == 0) return a;
+    const node u = g.nodes()[a.n];
+    return {&g, u.what == op::sub ? g.binary(op::sub, u.b, u.a) : g.binary(op::neg, a.n, none)};
+}
+
 value operator*(long double c, value a) {
     dag& g = *a.graph;
-    if (g.constants().grows() && is_scaled(a)) {  // one product in place of two
+    if (g.constants().grows() && is_scaled(a) && !is_lanes(g.nodes()[a.n].k)) {  // one product in place of two
         c *= g.constants().value(g.nodes()[a.n].k);
         a.n = g.nodes()[a.n].a;
     }

@@ -23,6 +23,9 @@ inline value times_i(value a) { return rotated(a, 1); }
 value operator+(value a, value b);
 inline value operator-(value a, value b) { return a + (-b); }
 
+// The same number without a pending negation.
+value plain(value a);
+
 struct pair_of_values {
     value sum, difference;
 };

@@ -28,6 +28,7 @@
 #include "kernels/ops/neon_pair.h"
 #include "kernels/ops/real_one.h"
 #include "kernels/ops/real_quad.h"
+#include "kernels/ops/real_quad_double.h"
 #include "kernels/ops/scalar.h"
 #include "kernels/ops/sve_one.h"
 #include "kernels/ops/sve_quad.h"
