@@ -3,7 +3,7 @@
 #pragma once
 
 #if defined(__ARM_FEATURE_SVE)
-#include <arm_sve.h>
+#include "kernels/ops/sve_common.h"
 
 typedef svfloat32_t complex4 __attribute__((arm_sve_vector_bits(256)));
 
@@ -11,21 +11,25 @@ inline complex4 load4(const float* p) { return svld1_f32(svptrue_b32(), p); }
 inline void store4(float* p, complex4 v) { svst1_f32(svptrue_b32(), p, v); }
 inline complex4 add(complex4 a, complex4 b) { return svadd_f32_x(svptrue_b32(), a, b); }
 inline complex4 sub(complex4 a, complex4 b) { return svsub_f32_x(svptrue_b32(), a, b); }
+inline complex4 negate(complex4 a) { return svneg_f32_x(svptrue_b32(), a); }
 inline complex4 mul_parts(complex4 a, complex4 b) { return svmul_f32_x(svptrue_b32(), a, b); }
 // a + b c and a - b c, float by float
 inline complex4 fma_parts(complex4 a, complex4 b, complex4 c) { return svmla_f32_x(svptrue_b32(), a, b, c); }
 inline complex4 fms_parts(complex4 a, complex4 b, complex4 c) { return svmls_f32_x(svptrue_b32(), a, b, c); }
 inline complex4 add_i(complex4 a, complex4 b) { return svcadd_f32_x(svptrue_b32(), a, b, 90); }
 inline complex4 sub_i(complex4 a, complex4 b) { return svcadd_f32_x(svptrue_b32(), a, b, 270); }
-inline complex4 mul(complex4 a, complex4 b) {
-    const complex4 first = svcmla_f32_x(svptrue_b32(), svdup_n_f32(0), a, b, 0);
-    return svcmla_f32_x(svptrue_b32(), first, a, b, 90);
+// b c - a, float by float
+inline complex4 fms_from(complex4 a, complex4 b, complex4 c) { return svnmls_f32_x(svptrue_b32(), a, b, c); }
+template <int first_turn, int second_turn>
+inline complex4 product(complex4 a, complex4 b) {
+    const complex4 first = svcmla_f32_x(svptrue_b32(), sve_common::zero(), a, b, first_turn);
+    return svcmla_f32_x(svptrue_b32(), first, a, b, second_turn);
 }
-// conj(a) b
-inline complex4 mul_conjugate(complex4 a, complex4 b) {
-    const complex4 first = svcmla_f32_x(svptrue_b32(), svdup_n_f32(0), a, b, 0);
-    return svcmla_f32_x(svptrue_b32(), first, a, b, 270);
-}
+// a b, conj(a) b, and the same negated
+inline complex4 mul(complex4 a, complex4 b) { return product<0, 90>(a, b); }
+inline complex4 mul_conjugate(complex4 a, complex4 b) { return product<0, 270>(a, b); }
+inline complex4 mul_negated(complex4 a, complex4 b) { return product<180, 270>(a, b); }
+inline complex4 mul_conjugate_negated(complex4 a, complex4 b) { return product<180, 90>(a, b); }
 inline complex4 pairs_of(float re, float im) { return svtrn1_f32(svdup_n_f32(re), svdup_n_f32(im)); }
 inline complex4 swap_parts(complex4 v) {
     return svreinterpret_f32_u64(svrevw_u64_x(svptrue_b64(), svreinterpret_u64_f32(v)));
@@ -39,6 +43,9 @@ inline complex4 zip_low(complex4 a, complex4 b) { return svzip1_f32(a, b); }
 inline complex4 zip_high(complex4 a, complex4 b) { return svzip2_f32(a, b); }
 inline complex4 unzip_even(complex4 a, complex4 b) { return svuzp1_f32(a, b); }
 inline complex4 unzip_odd(complex4 a, complex4 b) { return svuzp2_f32(a, b); }
+// (a0 b0 a2 b2), the even or the odd floats of two vectors, by pairs
+inline complex4 pair_even(complex4 a, complex4 b) { return svtrn1_f32(a, b); }
+inline complex4 pair_odd(complex4 a, complex4 b) { return svtrn2_f32(a, b); }
 
 #else
 #include <cstring>
@@ -53,6 +60,7 @@ inline complex4 load4(const float* p) {
 inline void store4(float* p, complex4 v) { memcpy(p, &v, sizeof v); }
 inline complex4 add(complex4 a, complex4 b) { return a + b; }
 inline complex4 sub(complex4 a, complex4 b) { return a - b; }
+inline complex4 negate(complex4 a) { return -a; }
 inline complex4 mul_parts(complex4 a, complex4 b) { return a * b; }
 inline complex4 fma_parts(complex4 a, complex4 b, complex4 c) {
     for (int i = 0; i < 8; ++i) a[i] = __builtin_fmaf(b[i], c[i], a[i]);
@@ -75,10 +83,13 @@ inline complex4 mul(complex4 a, complex4 b) {
     }
     return r;
 }
+inline complex4 fms_from(complex4 a, complex4 b, complex4 c) { return fma_parts(-a, b, c); }
 inline complex4 mul_conjugate(complex4 a, complex4 b) {
     for (int i = 1; i < 8; i += 2) a[i] = -a[i];
     return mul(a, b);
 }
+inline complex4 mul_negated(complex4 a, complex4 b) { return mul(-a, b); }
+inline complex4 mul_conjugate_negated(complex4 a, complex4 b) { return mul_conjugate(-a, b); }
 inline complex4 pairs_of(float re, float im) { return complex4{re, im, re, im, re, im, re, im}; }
 inline complex4 swap_parts(complex4 v) { return complex4{v[1], v[0], v[3], v[2], v[5], v[4], v[7], v[6]}; }
 inline complex4 reverse4(complex4 v) { return complex4{v[6], v[7], v[4], v[5], v[2], v[3], v[0], v[1]}; }
@@ -87,4 +98,6 @@ inline complex4 zip_low(complex4 a, complex4 b) { return complex4{a[0], b[0], a[
 inline complex4 zip_high(complex4 a, complex4 b) { return complex4{a[4], b[4], a[5], b[5], a[6], b[6], a[7], b[7]}; }
 inline complex4 unzip_even(complex4 a, complex4 b) { return complex4{a[0], a[2], a[4], a[6], b[0], b[2], b[4], b[6]}; }
 inline complex4 unzip_odd(complex4 a, complex4 b) { return complex4{a[1], a[3], a[5], a[7], b[1], b[3], b[5], b[7]}; }
+inline complex4 pair_even(complex4 a, complex4 b) { return complex4{a[0], b[0], a[2], b[2], a[4], b[4], a[6], b[6]}; }
+inline complex4 pair_odd(complex4 a, complex4 b) { return complex4{a[1], b[1], a[3], b[3], a[5], b[5], a[7], b[7]}; }
 #endif

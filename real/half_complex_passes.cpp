@@ -24,35 +24,20 @@ struct hartley {
     static complex4 high(complex4 re, complex4 im) { return add(re, im); }
 };
 
-// Eight pairs at a time, contiguous. Returns the next k.
-template <class packing>
-int64_t vector_post(const float* y, float* h, const float* table, int64_t m) {
-    const int64_t n = 2 * m;
-    int64_t k = 1;
-    for (; 2 * k + 14 < m; k += 8) {
-        mirror4_result part[2];
-        for (int i = 0; i < 2; ++i) {
-            const int64_t j = k + 4 * i;
-            part[i] = mirror4(load4(y + 2 * j), reverse4(load4(y + 2 * (m - j - 3))), load4(table + 2 * (j - 1)));
-        }
-        const complex4 re = unzip_even(part[0].front, part[1].front), im = unzip_odd(part[0].front, part[1].front);
-        const complex4 back_re = unzip_even(part[0].back, part[1].back),
-                       back_im = unzip_odd(part[0].back, part[1].back);
-        store4(h + k, packing::low(re, im));
-        store4(h + n - k - 7, reverse8(packing::high(re, im)));
-        store4(h + m - k - 7, reverse8(packing::low(back_re, back_im)));
-        store4(h + m + k, packing::high(back_re, back_im));
-    }
-    return k;
-}
-
 template <class packing>
 void post_pass(const float* y, float* h, const float* table, int64_t m, int64_t os) {
-    const int64_t n = 2 * m;
+    const int64_t n = 2 * m, last = m >> 1;
     h[0] = y[0] + y[1];
     h[m * os] = y[0] - y[1];
-    int64_t k = os == 1 ? vector_post<packing>(y, h, table, m) : 1;
-    for (; k <= m >> 1; ++k) {
+    if (os == 1 && last >= 8)
+        return cover<8>(last, [=](int64_t k) {
+            const mirror8_parts x = mirror8(y, table, m, k);
+            store4(h + k, packing::low(x.re, x.im));
+            store8_down(h + n - k, packing::high(x.re, x.im));
+            store8_down(h + m - k, packing::low(x.back_re, x.back_im));
+            store4(h + m + k, packing::high(x.back_re, x.back_im));
+        });
+    for (int64_t k = 1; k <= last; ++k) {
         const mirror_terms t = mirror(y + 2 * k, y + 2 * (m - k), table + 2 * (k - 1));
         const float re = 0.5f * (t.s + t.p), im = 0.5f * (t.d + t.q);
         const float back_re = 0.5f * (t.s - t.p), back_im = 0.5f * (t.q - t.d);
@@ -77,20 +62,21 @@ void hc2r_pre_pass(float* c, const float* h, const float* table, int64_t m, int6
     const int64_t n = 2 * m;
     c[0] = h[0] + h[m * is];
     c[1] = h[0] - h[m * is];
-    int64_t k = 1;
-    for (; is == 1 && 2 * k + 14 < m; k += 8) {
-        const complex4 re = load4(h + k), im = reverse8(load4(h + n - k - 7));
-        const complex4 back_re = reverse8(load4(h + m - k - 7)), back_im = load4(h + m + k);
-        const complex4 front[2] = {zip_low(re, im), zip_high(re, im)};
-        const complex4 back[2] = {zip_low(back_re, back_im), zip_high(back_re, back_im)};
-        for (int i = 0; i < 2; ++i) {
-            const int64_t j = k + 4 * i;
-            const mirror4_result result = inverse_mirror4(front[i], back[i], load4(table + 2 * (j - 1)));
-            store4(c + 2 * j, result.front);
-            store4(c + 2 * (m - j - 3), reverse4(result.back));
-        }
-    }
-    for (; k <= m >> 1; ++k)
+    const int64_t last = m >> 1;
+    if (is == 1 && last >= 8)
+        return cover<8>(last, [=](int64_t k) {
+            const complex4 re = load4(h + k), im = load8_down(h + n - k);
+            const complex4 back_re = load8_down(h + m - k), back_im = load4(h + m + k);
+            const complex4 front[2] = {zip_low(re, im), zip_high(re, im)};
+            const complex4 back[2] = {zip_low(back_re, back_im), zip_high(back_re, back_im)};
+            for (int i = 0; i < 2; ++i) {
+                const int64_t j = k + 4 * i;
+                const mirror4_result result = inverse_mirror4(front[i], back[i], load4(table + 2 * (j - 1)));
+                store4(c + 2 * j, result.front);
+                store_back(c + 2 * (m - j), result.back);
+            }
+        });
+    for (int64_t k = 1; k <= last; ++k)
         inverse_mirror(h[k * is], h[(n - k) * is], h[(m - k) * is], h[(m + k) * is], table + 2 * (k - 1), c + 2 * k,
                        c + 2 * (m - k));
 }

@@ -5,16 +5,23 @@
 
 namespace {
 
-// Four pairs at a time, while the four at the front and the four at the back stay apart. Returns the next k.
+// Four pairs at a time. The last group may begin inside the one before, and at m / 2 reach into its own partners: it is
+// read before anything is written, since both arrays may be the same. False where there are fewer than four pairs.
 template <mirror4_result (*core)(complex4, complex4, complex4)>
-uint64_t vector_pairs(const float* from, float* to, const float* table, uint64_t m, uint64_t k, uint64_t last) {
-    for (; k + 3 <= last && 2 * k + 6 < m; k += 4) {
-        const complex4 a = load4(from + 2 * k), b = reverse4(load4(from + 2 * (m - k - 3)));
-        const mirror4_result result = core(a, b, load4(table + 2 * (k - 1)));
-        store4(to + 2 * k, result.front);
-        store4(to + 2 * (m - k - 3), reverse4(result.back));
-    }
-    return k;
+bool vector_pairs(const float* from, float* to, const float* table, uint64_t m, uint64_t first, uint64_t last) {
+    if (last < first + 3) return false;
+    const auto result = [=](uint64_t k) {
+        return core(load4(from + 2 * k), load4_down(from + 2 * (m - k)), load4(table + 2 * (k - 1)));
+    };
+    const auto store = [=](uint64_t k, const mirror4_result& r) {
+        store4(to + 2 * k, r.front);
+        store_back(to + 2 * (m - k), r.back);
+    };
+    const uint64_t final = last - 3;
+    const mirror4_result held = result(final);
+    for (uint64_t k = first; k < final; k += 4) store(k, result(k));
+    store(final, held);
+    return true;
 }
 
 }  // namespace
@@ -30,8 +37,8 @@ void r2c_post_ends(const float* y, float* x, uint64_t m, int64_t os) {
 
 void r2c_post_range(const float* y, float* x, const float* table, uint64_t m, int64_t os, uint64_t first,
                     uint64_t last) {
-    uint64_t k = os == 1 ? vector_pairs<mirror4>(y, x, table, m, first, last) : first;
-    for (; k <= last; ++k) {
+    if (os == 1 && vector_pairs<mirror4>(y, x, table, m, first, last)) return;
+    for (uint64_t k = first; k <= last; ++k) {
         const mirror_terms t = mirror(y + 2 * k, y + 2 * (m - k), table + 2 * (k - 1));
         float* const front = x + 2 * static_cast<int64_t>(k) * os;
         float* const back = x + 2 * static_cast<int64_t>(m - k) * os;
@@ -55,8 +62,8 @@ void c2r_pre_ends(const float* z, float* c, uint64_t m, int64_t is) {
 
 void c2r_pre_range(const float* z, float* c, const float* table, uint64_t m, int64_t is, uint64_t first,
                    uint64_t last) {
-    uint64_t k = is == 1 ? vector_pairs<inverse_mirror4>(z, c, table, m, first, last) : first;
-    for (; k <= last; ++k) {
+    if (is == 1 && vector_pairs<inverse_mirror4>(z, c, table, m, first, last)) return;
+    for (uint64_t k = first; k <= last; ++k) {
         const float* const a = z + 2 * static_cast<int64_t>(k) * is;
         const float* const b = z + 2 * static_cast<int64_t>(m - k) * is;
         inverse_mirror(a[0], a[1], b[0], b[1], table + 2 * (k - 1), c + 2 * k, c + 2 * (m - k));

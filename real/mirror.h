@@ -2,6 +2,8 @@
 // The arithmetic that every half-length method shares: what the coefficients k and m - k of a complex transform Y of m
 // pairs say about coefficients k and m - k of the n = 2m reals, with w = exp(-i pi k / m), and the way back.
 #pragma once
+#include <cstdint>
+
 #include "real/complex4.h"
 
 // X[k] = (s + p, d + q) / 2 and X[m - k] = (s - p, q - d) / 2.
@@ -27,19 +29,66 @@ inline void inverse_mirror(float a_r, float a_i, float b_r, float b_i, const flo
     back[1] = u - d;
 }
 
-// The same for four pairs. `back` and `b` hold m - k, m - k - 1, ... in the order of their partners k, k + 1, ...
+// The same for four pairs. `b` and `back` hold the partners m - k, m - k - 1, ... in the order of k, k + 1, ...; those
+// of `back` have their parts swapped, which saves an operation: reversed as floats they stand as they are stored.
 struct mirror4_result {
     complex4 front, back;
 };
 
+// X[k] and X[m - k].
 inline mirror4_result mirror4(complex4 a, complex4 b, complex4 w) {
-    const complex4 conjugate = pairs_of(1, -1), half = pairs_of(0.5f, 0.5f), half_conjugate = pairs_of(0.5f, -0.5f);
-    const complex4 s = fma_parts(a, b, conjugate), p = mul(w, fms_parts(a, b, conjugate));
-    return {mul_parts(sub_i(s, p), half), mul_parts(add_i(s, p), half_conjugate)};
+    const complex4 half = pairs_of(0.5f, 0.5f), half_conjugate = pairs_of(0.5f, -0.5f), half_a = mul_parts(a, half);
+    const complex4 s = fma_parts(half_a, b, half_conjugate), p = mul(w, fms_from(half_a, b, half_conjugate));
+    return {add_i(s, p), add_i(p, s)};
 }
 
+// The same doubled, but for a front of -2 i X[k].
+inline mirror4_result mirror4_terms(complex4 a, complex4 b, complex4 w) {
+    const complex4 conjugate = pairs_of(1, -1);
+    const complex4 s = fma_parts(a, b, conjugate), p = mul(w, fms_from(a, b, conjugate));
+    return {sub_i(p, s), add_i(p, s)};
+}
+
+// C[k] and C[m - k].
 inline mirror4_result inverse_mirror4(complex4 a, complex4 b, complex4 w) {
     const complex4 conjugate = pairs_of(1, -1);
     const complex4 s = fma_parts(a, b, conjugate), p = mul_conjugate(w, fms_parts(a, b, conjugate));
-    return {add_i(s, p), mul_parts(sub_i(s, p), conjugate)};
+    return {add_i(s, p), add_i(p, s)};
+}
+
+// Four complex numbers that end at p, last one first, and a swapped `back` stored so that its last one stands at p.
+inline complex4 load4_down(const float* p) { return reverse4(load4(p - 6)); }
+inline void store_back(float* p, complex4 back) { store4(p - 6, reverse8(back)); }
+
+// Eight floats that end at p, last one first.
+inline complex4 load8_down(const float* p) { return reverse8(load4(p - 7)); }
+inline void store8_down(float* p, complex4 v) { store4(p - 7, reverse8(v)); }
+
+// Eight pairs, their parts in vectors of their own.
+struct mirror8_parts {
+    complex4 re, im, back_re, back_im;
+};
+
+inline mirror8_parts parts_of(const mirror4_result& low, const mirror4_result& high) {
+    return {unzip_even(low.front, high.front), unzip_odd(low.front, high.front), unzip_odd(low.back, high.back),
+            unzip_even(low.back, high.back)};
+}
+
+// The coefficients of the eight pairs from k on.
+inline mirror8_parts mirror8(const float* y, const float* table, int64_t m, int64_t k) {
+    const auto four = [=](int64_t j) {
+        return mirror4(load4(y + 2 * j), load4_down(y + 2 * (m - j)), load4(table + 2 * (j - 1)));
+    };
+    return parts_of(four(k), four(k + 4));
+}
+
+// Calls group(k) for groups of `width` numbers that cover 1 to `last`, which is at least `width`. The last group may
+// begin inside the one before, so a group must not depend on what another has written.
+template <int width, class Group>
+inline void cover(int64_t last, const Group& group) {
+    const int64_t final = last - width + 1;
+    for (int64_t k = 1;; k = k + width < final ? k + width : final) {
+        group(k);
+        if (k == final) return;
+    }
 }

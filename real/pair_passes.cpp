@@ -41,12 +41,12 @@ void pair_split_r2c(float* a, float* b, const float* y, int64_t n, int64_t os) {
     b[1] = 0;
     int64_t k = 1;
     if (os == 1 && half >= shortest_vector_half) {
-        const complex4 conjugate = pairs_of(1, -1), one_half = pairs_of(0.5f, 0.5f), zero = pairs_of(0, 0);
+        const complex4 one_half = pairs_of(0.5f, 0.5f);
         for (; k + 3 <= half; k += 4) {
-            const complex4 front = load4(y + 2 * k), back = reverse4(load4(y + 2 * (n - k - 3)));
-            const complex4 sum = fma_parts(front, back, conjugate), difference = fms_parts(front, back, conjugate);
-            store4(a + 2 * k, mul_parts(sum, one_half));
-            store4(b + 2 * k, mul_parts(sub_i(zero, difference), one_half));
+            const complex4 front = mul_parts(load4(y + 2 * k), one_half);
+            const complex4 back = mul_parts(reverse8(load4(y + 2 * (n - k - 3))), one_half);  // i conj Y[n - k] / 2
+            store4(a + 2 * k, sub_i(front, back));
+            store4(b + 2 * k, sub_i(back, front));
         }
     }
     for (; k <= half; ++k) {

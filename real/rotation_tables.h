@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the trigonometric transforms of types II to IV share: their tables in `aux`, one behind the other.
+// What the trigonometric transforms of types II to IV share: their tables in `aux`, one behind the other, and their
+// scratch, in which both sides of a strided transform become contiguous, so that their passes know no strides.
 #pragma once
 #include "planner/solver.h"
+#include "real/real_subplan.h"
 #include "real/real_tables.h"
 
 // A half table of m with room for m entries (none for m of 0), then a quarter table of n, then an eighth table of c.
@@ -25,5 +27,30 @@ inline bool attach_rotation_tables(fft_plan* plan, int64_t m, int64_t n, int64_t
     return true;
 }
 
-// Scratch of the transforms of types II to IV.
+// Eight floats for each point and three more: work area, and copies of strided sides.
 inline bool attach_trigonometric_buffer(fft_plan* plan) { return attach_buffer(plan, 32 * (plan->dims[0].n + 3)); }
+
+// The input, or its contiguous copy.
+inline const float* contiguous_input(const plan_scratch& scratch, const fft_dim& dim, const float* in) {
+    if (dim.is == 1) return in;
+    float* const copy = scratch.data() + 4 * (dim.n + 3);
+    gather_reals(copy, in, dim.n, dim.is);
+    return copy;
+}
+
+// The output, or a contiguous array that goes there in the end.
+class contiguous_output {
+public:
+    contiguous_output(const plan_scratch& scratch, const fft_dim& dim, float* out)
+        : dim_(dim), out_(out), data_(dim.os == 1 ? out : scratch.data() + 6 * (dim.n + 3)) {}
+    ~contiguous_output() {
+        if (data_ != out_) scatter_reals(out_, data_, dim_.n, dim_.os);
+    }
+    contiguous_output(const contiguous_output&) = delete;
+    contiguous_output& operator=(const contiguous_output&) = delete;
+    float* data() const { return data_; }
+
+private:
+    fft_dim dim_;
+    float *out_, *data_;
+};

@@ -13,12 +13,24 @@ namespace {
 void extend_even(float* e, const float* x, int64_t m, int64_t is) {
     e[0] = x[0];
     e[m] = x[m * is];
+    if (is == 1 && m > 8)
+        return cover<8>(m - 1, [=](int64_t t) {
+            const complex4 v = load4(x + t);
+            store4(e + t, v);
+            store8_down(e + 2 * m - t, v);
+        });
     for (int64_t t = 1; t < m; ++t) e[t] = e[2 * m - t] = x[t * is];
 }
 
 // e[t] = x[t - 1] for t from 1 to m - 1, e[2m - t] = -x[t - 1], and zero at 0 and m
 void extend_odd(float* e, const float* x, int64_t m, int64_t is) {
     e[0] = e[m] = 0;
+    if (is == 1 && m > 8)
+        return cover<8>(m - 1, [=](int64_t t) {
+            const complex4 v = load4(x + t - 1);
+            store4(e + t, v);
+            store8_down(e + 2 * m - t, negate(v));
+        });
     for (int64_t t = 1; t < m; ++t) {
         e[t] = x[(t - 1) * is];
         e[2 * m - t] = -x[(t - 1) * is];
@@ -26,9 +38,16 @@ void extend_odd(float* e, const float* x, int64_t m, int64_t is) {
 }
 
 void real_parts(const float* y, float* out, const float* table, int64_t m, int64_t os) {
+    const int64_t last = m >> 1;
     out[0] = y[0] + y[1];
     out[m * os] = y[0] - y[1];
-    for (int64_t k = 1; k <= m >> 1; ++k) {
+    if (os == 1 && last >= 8)
+        return cover<8>(last, [=](int64_t k) {
+            const mirror8_parts x = mirror8(y, table, m, k);
+            store4(out + k, x.re);
+            store8_down(out + m - k, x.back_re);
+        });
+    for (int64_t k = 1; k <= last; ++k) {
         const mirror_terms t = mirror(y + 2 * k, y + 2 * (m - k), table + 2 * (k - 1));
         out[k * os] = 0.5f * (t.s + t.p);
         out[(m - k) * os] = 0.5f * (t.s - t.p);
@@ -36,7 +55,14 @@ void real_parts(const float* y, float* out, const float* table, int64_t m, int64
 }
 
 void negated_imaginary_parts(const float* y, float* out, const float* table, int64_t m, int64_t os) {
-    for (int64_t k = 1; k <= m >> 1; ++k) {
+    const int64_t last = m >> 1;
+    if (os == 1 && last >= 8)
+        return cover<8>(last, [=](int64_t k) {
+            const mirror8_parts x = mirror8(y, table, m, k);
+            store4(out + k - 1, negate(x.im));
+            store8_down(out + m - 1 - k, negate(x.back_im));
+        });
+    for (int64_t k = 1; k <= last; ++k) {
         const mirror_terms t = mirror(y + 2 * k, y + 2 * (m - k), table + 2 * (k - 1));
         out[(k - 1) * os] = -0.5f * (t.q + t.d);
         out[(m - 1 - k) * os] = -0.5f * (t.q - t.d);

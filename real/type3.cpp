@@ -5,36 +5,65 @@
 #include "real/type3.h"
 
 #include "planner/solvers.h"
-#include "real/half_length_passes.h"
-#include "real/real_subplan.h"
 #include "real/rotation_tables.h"
 
 namespace {
 
-// Input k as the cosine transform reads it.
+// Input k as the cosine transform reads it, and eight of them upward or downward from k.
 template <bool sine>
 struct input_order {
     const float* x;
-    int64_t n, is;
-    float operator[](int64_t k) const { return x[(sine ? n - 1 - k : k) * is]; }
+    int64_t n;
+    float operator[](int64_t k) const { return x[sine ? n - 1 - k : k]; }
+    complex4 up(int64_t k) const { return sine ? load8_down(x + n - 1 - k) : load4(x + k); }
+    complex4 down(int64_t k) const { return sine ? load4(x + n - 1 - k) : load8_down(x + k); }
 };
+
+// The rotation and the pre pass of c2r for the pair (k, m - k), which needs the inputs k, n - k, m - k and m + k.
+template <bool sine>
+void rotate_pair(float* z, const input_order<sine>& x, const rotation_tables& tables, int64_t m, int64_t k) {
+    float front[2], back[2];
+    rotate_back(front, x[k], x[x.n - k], tables.quarter + 2 * k);
+    rotate_back(back, x[m - k], x[m + k], tables.quarter + 2 * (m - k));
+    inverse_mirror(front[0], front[1], back[0], back[1], tables.half + 2 * (k - 1), z + 2 * k, z + 2 * (m - k));
+}
+
+template <bool sine>
+void rotate_pairs8(float* z, const input_order<sine>& x, const rotation_tables& tables, int64_t m, int64_t k) {
+    const complex4 re = x.up(k), im = x.down(x.n - k), back_re = x.down(m - k), back_im = x.up(m + k);
+    const complex4 front[2] = {zip_low(re, im), zip_high(re, im)};
+    const complex4 back[2] = {zip_low(back_re, back_im), zip_high(back_re, back_im)};
+    for (int i = 0; i < 2; ++i) {
+        const int64_t j = k + 4 * i;
+        const mirror4_result c =
+            rotated_inverse_mirror4(front[i], back[i], load4(tables.quarter + 2 * j),
+                                    load4_down(tables.quarter + 2 * (m - j)), load4(tables.half + 2 * (j - 1)));
+        store4(z + 2 * j, c.front);
+        store_back(z + 2 * (m - j), c.back);
+    }
+}
+
+template <bool sine>
+void rotate_inputs(float* z, const input_order<sine>& x, const rotation_tables& tables) {
+    const int64_t m = x.n / 2, last = m >> 1;
+    const float middle = rotated_middle(x[m], tables.quarter + 2 * m);
+    z[0] = x[0] + middle;
+    z[1] = x[0] - middle;
+    if (last >= 8) return cover<8>(last, [&](int64_t k) { rotate_pairs8(z, x, tables, m, k); });
+    for (int64_t k = 1; k <= last; ++k) rotate_pair(z, x, tables, m, k);
+}
 
 template <bool sine>
 void execute_even(fft_plan* plan, float* in, float* out) {
     const plan_scratch scratch(plan);
     if (!scratch) return;
     const fft_dim dim = plan->dims[0];
-    const int64_t n = dim.n, m = n / 2;
-    const rotation_tables tables = tables_of(plan, m, n);
-    const input_order<sine> x = {in, n, dim.is};
+    const contiguous_output result(scratch, dim, out);
+    const input_order<sine> x = {contiguous_input(scratch, dim, in), dim.n};
     float* const z = scratch.data();
-    z[0] = x[0];
-    z[1] = 0;
-    for (int64_t k = 1; k < m; ++k) rotate_back(z + 2 * k, x[k], x[n - k], tables.quarter + 2 * k);
-    rotate_middle(z + 2 * m, x[m], tables.quarter + 2 * m);
-    c2r_pre_pass(z, z, tables.half, m, 1);
+    rotate_inputs(z, x, tables_of(plan, dim.n / 2, dim.n));
     run_subplan(plan, z, z);
-    interleave_even_length(z, out, n, dim.os, sine ? -1.0f : 1.0f);
+    interleave_even_length(z, result.data(), dim.n, sine ? -1.0f : 1.0f);
 }
 
 template <bool sine>
@@ -43,14 +72,15 @@ void execute_odd(fft_plan* plan, float* in, float* out) {
     if (!scratch) return;
     const fft_dim dim = plan->dims[0];
     const int64_t n = dim.n;
+    const contiguous_output result(scratch, dim, out);
+    const input_order<sine> x = {contiguous_input(scratch, dim, in), n};
     const rotation_tables tables = tables_of(plan, 0, n);
-    const input_order<sine> x = {in, n, dim.is};
     float* const z = scratch.data();
     z[0] = x[0];
     z[1] = 0;
     for (int64_t k = 1; k <= n >> 1; ++k) rotate_forth(z + 2 * k, x[k], x[n - k], tables.quarter + 2 * k);
     run_subplan(plan, z, z);
-    interleave_odd_length(z, out, n, dim.os, sine ? -1.0f : 1.0f);
+    interleave_odd_length(z, result.data(), n, sine ? -1.0f : 1.0f);
 }
 
 template <bool sine>
