@@ -4,14 +4,5 @@
 #include "planner/solver.h"
 #include "planner/solvers.h"
 
-int solve_problem_r2c_1d_direct(fft_plan*) { return refused; }
-int solve_problem_r2c_many_direct(fft_plan*) { return refused; }
-int solve_problem_c2r_1d_direct(fft_plan*) { return refused; }
 int solve_problem_c2r_1d_sorensen_sve(fft_plan*) { return refused; }
-int solve_problem_c2r_many_direct(fft_plan*) { return refused; }
-int solve_problem_r2hc_many_direct(fft_plan*) { return refused; }
-int solve_problem_r2hc_direct(fft_plan*) { return refused; }
-int solve_problem_hc2r_direct(fft_plan*) { return refused; }
 int solve_problem_c2r_1d_sorensen_neon(fft_plan*) { return refused; }
-int solve_problem_dht_direct(fft_plan*) { return refused; }
-int solve_problem_redft00_direct(fft_plan*) { return refused; }
