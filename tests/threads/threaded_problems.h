@@ -122,7 +122,8 @@ inline threaded_problem by_its_own_route(threaded_problem problem) {
 }
 
 // Powers of two above 4096 are split in two passes for several threads, and so are the cores of real transforms of
-// twice the length. Of the r2r columns of kinds 1 and 2, what is left over behind blocks of 16 runs by other kernels.
+// twice the length. Real rows run in pairs, but a thread that gets four or fewer does them one by one. Of the r2r
+// columns of kinds 1 and 2, what is left over behind blocks of 16 runs by other kernels.
 inline std::vector<threaded_problem> threaded_problems() {
     std::vector<threaded_problem> all;
     for (int n : {16, 41, 60, 64, 107, 128})
@@ -140,9 +141,9 @@ inline std::vector<threaded_problem> threaded_problems() {
     for (bool forward : {true, false}) {
         all.push_back(by_its_own_route(real_box({16384}, forward)));
         all.push_back(real_box({16500}, forward));
-        all.push_back(real_box({64, 48}, forward));
-        all.push_back(real_box({12, 20, 16}, forward));
-        for (int n : {15, 64, 100}) all.push_back(real_batch(n, 40, forward));
+        all.push_back(by_its_own_route(real_box({64, 48}, forward)));
+        all.push_back(by_its_own_route(real_box({12, 20, 16}, forward)));
+        for (int n : {15, 64, 100}) all.push_back(by_its_own_route(real_batch(n, 40, forward)));
     }
     for (qsl_fftf_r2r_kind kind = QSL_FFTF_R2HC; kind <= QSL_FFTF_RODFT11; ++kind)
         for (bool rows : {true, false}) {
