@@ -51,6 +51,8 @@ void make_block_subplan(fft_plan* s, const fft_plan& p, int64_t count, int64_t r
 }
 
 void execute_bufferization(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     fft_plan* whole = plan->subplans[0];
     const int64_t n = plan->dims[0].n, count = whole->howmany[0].n, row = whole->blocked_row;
     float* block = static_cast<float*>(qsl_fftf_malloc(block_bytes(count, row)));

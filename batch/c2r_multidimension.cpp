@@ -79,7 +79,9 @@ void run(fft_plan* plan, float* in, float* intermediate, float* out) {
     rows->execute(rows, intermediate, out);
 }
 
-void execute_c2r_multidimension(fft_plan* plan, float* in, float* out) { run(plan, in, out, out); }
+void execute_c2r_multidimension(fft_plan* plan, float* in, float* out) {
+    if (scratch_below scratch{plan}) run(plan, in, out, out);
+}
 
 void execute_c2r_multidimension_bufferized(fft_plan* plan, float* in, float* out) {
     if (plan_scratch scratch{plan}) run(plan, in, scratch.data(), out);

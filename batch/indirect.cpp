@@ -19,6 +19,8 @@ bool accepts(const fft_plan& p) {
 }
 
 void execute_indirect_before(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     const fft_dim points = plan->dims[0], batch = plan->howmany[0];
     transpose_cpx_tiled(in, out, points.n, batch.n, points.is, batch.os);
     fft_plan* rows = plan->subplans[0];

@@ -36,6 +36,8 @@ block_choice choose_block(const fft_plan& p) {
 }
 
 void execute_c2c_many_block_col_col_parallel(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     fft_plan* const group = plan->subplans[0];
     const fft_dim batch = plan->howmany[0];
     for (int64_t i = 0; i < batch.n; i += group->howmany[0].n)

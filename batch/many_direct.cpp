@@ -45,6 +45,8 @@ void execute_groups(fft_plan* plan, float* in, float* out) {
 // The last transforms run singly: 1 to 3 of four lanes, 1 or 2 of two.
 template <class Kernel, int lanes>
 void execute_groups_tail(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     const fft_dim batch = plan->howmany[0];
     fft_plan* const single = plan->subplans[0];
     for (int64_t i = execute_until<Kernel, lanes>(plan, in, out, batch.n - lanes); i < batch.n; ++i)

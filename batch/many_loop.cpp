@@ -38,6 +38,8 @@ bool accepts(const fft_plan& p) {
 }
 
 void execute_many(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     uint64_t in_bytes, out_bytes;
     fft_element_sizes(plan->kind, &in_bytes, &out_bytes);
     const int64_t in_step = plan->howmany[0].is * static_cast<int64_t>(in_bytes / sizeof(float));

@@ -24,6 +24,8 @@ bool accepts(const fft_plan& p) {
 int64_t whole_groups(int64_t count) { return count & ~int64_t{3}; }
 
 void execute_c2c_many_parallel(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     fft_plan *groups = plan->subplans[0], *rest = plan->subplans[1];
     const fft_dim batch = plan->howmany[0];
     const int64_t done = whole_groups(batch.n);

@@ -15,6 +15,8 @@ bool accepts(const fft_plan& p) { return p.split == split_arrays && p.howmany_ra
 float* advanced(float* array, int64_t by) { return array ? array + by : nullptr; }
 
 void execute_many_split(fft_plan* plan, float* in_re, float* in_im, float* out_re, float* out_im) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     fft_plan* item = plan->subplans[0];
     const fft_dim batch = plan->howmany[0];
     for (int64_t i = 0; i < batch.n; ++i) {

@@ -49,6 +49,8 @@ void set_columns(fft_plan* columns, const fft_plan* plan) {
 }
 
 void execute_multidimension(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     fft_plan *rows = plan->subplans[0], *columns = plan->subplans[1];
     rows->execute(rows, in, out);
     columns->execute(columns, out, out);

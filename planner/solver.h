@@ -36,22 +36,42 @@ inline int install(fft_plan* plan, execute_function execute, const char* execute
     return accepted;
 }
 
-// Scratch of one execution: the plan's own buffer on a thread that has planned, else an allocation of its size that
-// lives as long as the guard. False when that allocation failed: the execute function then returns without writing.
+// Scratch of one execution: the plan's own buffer on a thread that has planned. On any other thread the outermost of
+// the plans that run allocates for itself and all below it at once, so that an execution finds its memory before it
+// writes anything, or does nothing. False when that allocation failed: the execute function then returns.
 class plan_scratch {
 public:
-    explicit plan_scratch(fft_plan* plan) : owned_(this_thread_state().use_plan_buffer != 1) {
-        data_ = static_cast<float*>(owned_ ? qsl_fftf_malloc(plan->buffer_size) : plan->buffer);
+    explicit plan_scratch(fft_plan* plan) : data_(static_cast<float*>(plan->buffer)) {
+        if (this_thread_state().use_plan_buffer != 1) take(*plan);
     }
     ~plan_scratch() {
-        if (owned_) qsl_fftf_free(data_);
+        if (taken_) give_back();
     }
     plan_scratch(const plan_scratch&) = delete;
     plan_scratch& operator=(const plan_scratch&) = delete;
     explicit operator bool() const { return data_ != nullptr; }
     float* data() const { return data_; }
 
+protected:
+    bool missing() const { return taken_ && !data_; }
+
 private:
+    void take(const fft_plan& plan);
+    void give_back();
+
     float* data_;
-    bool owned_;
+    bool taken_ = false;
+    void* block_ = nullptr;  // what this guard allocated
+    scratch_range before_ = {};
 };
+
+// The same for execute functions that have no scratch of their own but run several plans, or one behind a pass of
+// theirs: once something is written none of the plans below may lack its scratch.
+class scratch_below : plan_scratch {
+public:
+    explicit scratch_below(fft_plan* plan) : plan_scratch(plan) {}
+    explicit operator bool() const { return !missing(); }
+};
+
+// What the plan and all below it take at most.
+uint64_t scratch_of_tree(const fft_plan& plan);

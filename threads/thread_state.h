@@ -3,6 +3,12 @@
 #pragma once
 #include <cstdint>
 
+// Memory of a running execution that none of its plans has taken yet.
+struct scratch_range {
+    char* begin = nullptr;
+    char* end = nullptr;
+};
+
 struct thread_state {
     int32_t node = -1;                 // NUMA node of this thread's CPU at its last refresh (pool only)
     int32_t cpu = -1;                  // CPU at its last refresh (pool only)
@@ -12,6 +18,7 @@ struct thread_state {
     uint64_t omp_local_nthreads = 0;
     uint32_t cluster_cpu = 0;  // CPU rounded down to a multiple of 4 (pool only)
     uint64_t pool_local_nthreads = 0;
+    scratch_range scratch;  // on threads that never planned
 };
 
 // Initial-exec addressing, a thread pointer and an offset: every execute function reads its thread's record, and the

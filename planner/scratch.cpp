@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "planner/solver.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr uint64_t alignment = 64;
+
+// More than there is stays more than there is.
+uint64_t sum(uint64_t a, uint64_t b) { return a + b < a ? UINT64_MAX : a + b; }
+
+uint64_t own_scratch(const fft_plan& plan) {
+    const uint64_t bytes = sum(plan.buffer_size, alignment - 1);
+    return bytes == UINT64_MAX ? bytes : bytes & ~(alignment - 1);
+}
+
+}  // namespace
+
+// Subplans of a multithreaded batch run at once; the others need not be told apart from them.
+uint64_t scratch_of_tree(const fft_plan& plan) {
+    uint64_t bytes = own_scratch(plan);
+    for (int i = 0; i < plan.subplan_count; ++i)
+        if (plan.subplans[i]) bytes = sum(bytes, scratch_of_tree(*plan.subplans[i]));
+    return bytes;
+}
+
+void plan_scratch::take(const fft_plan& plan) {
+    scratch_range& left = this_thread_state().scratch;
+    const uint64_t needed = std::max(scratch_of_tree(plan), alignment);
+    taken_ = true;
+    before_ = left;
+    if (static_cast<uint64_t>(left.end - left.begin) < needed) {
+        block_ = qsl_fftf_malloc(needed);
+        left = {static_cast<char*>(block_), static_cast<char*>(block_) + (block_ ? needed : 0)};
+    }
+    data_ = reinterpret_cast<float*>(left.begin);
+    if (data_) left.begin += own_scratch(plan);
+}
+
+void plan_scratch::give_back() {
+    this_thread_state().scratch = before_;
+    qsl_fftf_free(block_);
+}
