@@ -45,8 +45,6 @@ public:
 private:
     value load(quarter_slot s) { return {&g_, g_.load(s.pack())}; }
     void store(quarter_slot s, value v) { g_.store(s.pack(), plain(v).n); }
-    value permuted(op what, value a, value b) { return {&g_, g_.binary(what, plain(a).n, plain(b).n)}; }
-    value permuted(op what, value a) { return {&g_, g_.binary(what, plain(a).n, none)}; }
     bool contiguous() const { return data_ == quarter_layout::contig; }
 
     value times(lane_numbers k, value a) {
@@ -80,20 +78,14 @@ private:
         return {times(c, a.re) - times(s, a.im), times(c, a.im) + times(s, a.re)};
     }
 
-    values transposed(const values& r) {
-        const value a = permuted(op::interleave_lo, r[0], r[2]), b = permuted(op::interleave_hi, r[0], r[2]);
-        const value c = permuted(op::interleave_lo, r[1], r[3]), d = permuted(op::interleave_hi, r[1], r[3]);
-        return {permuted(op::interleave_lo, a, c), permuted(op::interleave_hi, a, c), permuted(op::interleave_lo, b, d),
-                permuted(op::interleave_hi, b, d)};
-    }
     split_values transposed(const split_values& rows) {
         values re, im;
         for (const split_value& r : rows) {
             re.push_back(r.re);
             im.push_back(r.im);
         }
-        re = transposed(re);
-        im = transposed(im);
+        re = generator::transposed(re);
+        im = generator::transposed(im);
         split_values columns;
         for (int i = 0; i < lanes; ++i) columns.push_back({re[i], im[i]});
         return columns;
@@ -121,15 +113,15 @@ private:
             store({part, 2 * first + 1, count}, v.im);
             return;
         }
-        const value low = permuted(op::interleave_lo, v.re, v.im), high = permuted(op::interleave_hi, v.re, v.im);
+        const value low = exchanged(op::interleave_lo, v.re, v.im), high = exchanged(op::interleave_hi, v.re, v.im);
         if (!falls) {
             store({quarter_part::floats, 2 * first, 4}, low);
             store({quarter_part::floats, 2 * first + 4, 4}, high);
             return;
         }
-        store({quarter_part::floats, 2 * first - 2, 4}, permuted(op::swap_halves, low));
+        store({quarter_part::floats, 2 * first - 2, 4}, exchanged(op::swap_halves, low));
         if (count == lanes)
-            store({quarter_part::floats, 2 * first - 6, 4}, permuted(op::swap_halves, high));
+            store({quarter_part::floats, 2 * first - 6, 4}, exchanged(op::swap_halves, high));
         else
             store({quarter_part::low_half, 2 * first - 4, 2}, high);
     }
@@ -144,18 +136,18 @@ private:
             value low = load({quarter_part::floats, 2 * first - (falls ? 2 : 0), 4});
             value high = load({quarter_part::floats, 2 * first + (falls ? -6 : 4), 4});
             if (falls) {
-                low = permuted(op::swap_halves, low);
-                high = permuted(op::swap_halves, high);
+                low = exchanged(op::swap_halves, low);
+                high = exchanged(op::swap_halves, high);
             }
-            v = {permuted(op::evens, low, high), permuted(op::odds, low, high)};
+            v = {exchanged(op::evens, low, high), exchanged(op::odds, low, high)};
         }
         return falls ? conjugate(v) : v;
     }
 
     // Row 0, (a, b, c, d) in the lanes: coefficient 0 is a + b + c + d, 2 L is a - b + c - d, L is a - c - i (b - d).
     void store_row_zero(value v) {
-        const value swapped = permuted(op::swap_halves, v);
-        const value sums = v + swapped, other_sums = permuted(op::swap_pairs, sums);
+        const value swapped = exchanged(op::swap_halves, v);
+        const value sums = v + swapped, other_sums = exchanged(op::swap_pairs, sums);
         store({quarter_part::lowest, 0, 1}, sums + other_sums);
         store({quarter_part::lowest, 4 * rest_, 1}, sums - other_sums);
         store({quarter_part::both, 2 * rest_, 2}, times({1, -1, 1, -1}, v - swapped));

@@ -5,6 +5,7 @@
 #include "kernels/generator/print.h"
 #include "kernels/generator/quarter_body.h"
 #include "kernels/generator/real_body.h"
+#include "kernels/generator/rows_body.h"
 
 namespace generator {
 
@@ -83,6 +84,40 @@ access quarter_access(quarter_layout data) {
         const bool half = s.part == quarter_part::low_half || s.part == quarter_part::both;
         const char* word = half ? "store_low(" : s.part == quarter_part::lowest ? "store_lowest(" : "store(";
         return word + places(s) + ", " + v + ")";
+    };
+    return a;
+}
+
+// Four rows in lanes, in a layout that lies well.
+access rows_access(const form& f) {
+    const std::string d[] = {f.sign < 0 ? "d0" : "d1", f.sign < 0 ? "d1" : "d0"};
+    const auto place = [d](rows_slot s) {
+        const bool spectrum = s.part != rows_part::block;
+        switch (s.part) {
+            case rows_part::elements:
+                return element(s.first);
+            case rows_part::coefficients:
+                return coefficient_part(2 * s.first) + " + " + number(2 * s.row);
+            case rows_part::adjacent_reals:
+                return coefficient_part(2 * s.first) + ", 2";
+            case rows_part::spectrum_one:
+                return "b0 + " + number(s.first) + ", " + d[1];
+            default:
+                return (spectrum ? "b0 + " : "a0 + ") + number(s.row) + " * " + d[spectrum] + " + " + number(s.first);
+        }
+    };
+    const auto word = [](rows_part part) {
+        if (part == rows_part::adjacent_reals || part == rows_part::spectrum_one) return "_apart(";
+        return part == rows_part::spectrum_three ? "_three(" : "(";
+    };
+    access a;
+    a.load = [=](int slot) {
+        const rows_slot s = rows_slot::unpack(slot);
+        return std::string("load") + word(s.part) + place(s) + ")";
+    };
+    a.store = [=](int slot, std::string v) {
+        const rows_slot s = rows_slot::unpack(slot);
+        return std::string("store") + word(s.part) + place(s) + ", " + v + ")";
     };
     return a;
 }
@@ -170,6 +205,7 @@ private:
 
     // Adjacent rows go four at a time; what is left over and rows at any other distance go one by one.
     void print_any_count(text& out) {
+        print_groups_of_layout(out, rows_layout::half_complex_in_a_row);
         out.line("if (d0 == 1 && d1 == 1) {");
         out.line("using namespace ", four(), ";");
         const body quad = row_body(false), single = row_body(true);
@@ -182,6 +218,10 @@ private:
     }
 
     void print_groups(text& out) {
+        const bool half_complex_only = f_.sizes.front() == 32;
+        if (!half_complex_only) print_groups_of_layout(out, rows_layout::side_by_side);
+        if (!half_complex_only) print_groups_of_layout(out, rows_layout::pairs_in_a_row);
+        print_groups_of_layout(out, rows_layout::half_complex_in_a_row);
         const body quad = row_body(false);
         out.line("using namespace real_quad;");
         pools.use(out, pool_name(f_, size_), quad);
@@ -189,6 +229,26 @@ private:
         print_loop(out, quad, row_access(f_), "count >= 4; count -= 4", "4", "4");
         out.line("} else {");
         print_loop(out, quad, apart_access(f_), "count >= 4; count -= 4", "4 * d0", "4 * d1");
+        out.line("}");
+    }
+
+    // A loop over groups of four rows, if they lie so.
+    void print_groups_of_layout(text& out, rows_layout layout) {
+        const bool beside = layout == rows_layout::side_by_side;
+        if (f_.loop == shape::cosine_rows || (!beside && size_ % 4 != 0)) return;
+        const char* sequence_distance = f_.sign < 0 ? "d0" : "d1";
+        const char* spectrum_distance = f_.sign < 0 ? "d1" : "d0";
+        const std::string in_a_row = "a1 == a0 + 1 && s0[1] == 2 && ", pairs = "b1 == b0 + 1 && s2[1] == s1[1]";
+        if (beside)
+            out.line("if (", sequence_distance, " == 1 && ", spectrum_distance, " == 2 && ", pairs, ") {");
+        else if (layout == rows_layout::pairs_in_a_row)
+            out.line("if (", in_a_row, pairs, " && s1[1] == 2) {");
+        else
+            out.line("if (", in_a_row, "b1 == b0 + ", size_, " && s1[1] == 1 && s2[1] == -1) {");
+        out.line("using namespace real_quad;");
+        const body b = make_rows_body(f_, size_, layout);
+        pools.use(out, pool_name(f_, size_), b);
+        print_loop(out, b, rows_access(f_), "count >= 4; count -= 4", "4 * d0", "4 * d1");
         out.line("}");
     }
 

@@ -28,6 +28,16 @@ value plain(value a) {
     return {&g, u.what == op::sub ? g.binary(op::sub, u.b, u.a) : g.binary(op::neg, a.n, none)};
 }
 
+value exchanged(op what, value a, value b) { return {a.graph, a.graph->binary(what, plain(a).n, plain(b).n)}; }
+value exchanged(op what, value a) { return {a.graph, a.graph->binary(what, plain(a).n, none)}; }
+
+values transposed(const values& r) {
+    const value a = exchanged(op::interleave_lo, r[0], r[2]), b = exchanged(op::interleave_hi, r[0], r[2]);
+    const value c = exchanged(op::interleave_lo, r[1], r[3]), d = exchanged(op::interleave_hi, r[1], r[3]);
+    return {exchanged(op::interleave_lo, a, c), exchanged(op::interleave_hi, a, c), exchanged(op::interleave_lo, b, d),
+            exchanged(op::interleave_hi, b, d)};
+}
+
 value operator*(long double c, value a) {
     dag& g = *a.graph;
     if (g.constants().grows() && is_scaled(a) && !is_lanes(g.nodes()[a.n].k)) {  // one product in place of two

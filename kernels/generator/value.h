@@ -26,6 +26,11 @@ inline value operator-(value a, value b) { return a + (-b); }
 // The same number without a pending negation.
 value plain(value a);
 
+// Exchanges of lanes; `transposed` takes four vectors of four.
+value exchanged(op what, value a, value b);
+value exchanged(op what, value a);
+values transposed(const values& rows);
+
 struct pair_of_values {
     value sum, difference;
 };

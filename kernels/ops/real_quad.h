@@ -18,6 +18,7 @@ OPS_INLINE vec load(const float* p) { return vld1q_f32(p); }
 OPS_INLINE vec load(const float* p0, const float* p1, const float* p2, const float* p3) {
     return vld1q_lane_f32(p3, vld1q_lane_f32(p2, vld1q_lane_f32(p1, vld1q_dup_f32(p0), 1), 2), 3);
 }
+OPS_INLINE vec load_three(const float* p) { return vcombine_f32(vld1_f32(p), vld1_dup_f32(p + 2)); }
 OPS_INLINE vec load_same(const float* p) { return vld1q_dup_f32(p); }
 OPS_INLINE vec load_both(const float* p) {
     return vreinterpretq_f32_u64(vld1q_dup_u64(reinterpret_cast<const uint64_t*>(p)));
@@ -76,6 +77,7 @@ OPS_INLINE vec load(const float* p) {
 OPS_INLINE vec load(const float* p0, const float* p1, const float* p2, const float* p3) {
     return vec{*p0, *p1, *p2, *p3};
 }
+OPS_INLINE vec load_three(const float* p) { return vec{p[0], p[1], p[2], p[2]}; }
 OPS_INLINE vec load_same(const float* p) { return vec{*p, *p, *p, *p}; }
 OPS_INLINE vec load_both(const float* re, const float* im) { return vec{*re, *im, *re, *im}; }
 OPS_INLINE vec load_both(const float* p) { return load_both(p, p + 1); }
@@ -126,6 +128,10 @@ OPS_INLINE void store(float* p0, float* p1, float* p2, vec a) {
     store_lowest(p0, a);
     store_lane<1>(p1, a);
     store_lane<2>(p2, a);
+}
+OPS_INLINE void store_three(float* p, vec a) {
+    store_low(p, a);
+    store_lane<2>(p + 2, a);
 }
 OPS_INLINE void store(float* p0, float* p1, float* p2, float* p3, vec a) {
     store(p0, p1, p2, a);
