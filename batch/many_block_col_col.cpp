@@ -6,6 +6,7 @@
 #include "batch/block_col_col_table.h"
 #include "batch/in_place.h"
 #include "batch/many_direct.h"
+#include "dft/multi_stage.h"
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
@@ -44,9 +45,22 @@ void execute_c2c_many_block_col_col_parallel(fft_plan* plan, float* in, float* o
         group->execute(group, in + 2 * i * batch.is, out + 2 * i * batch.os);
 }
 
-// The same where a group is one call of a kernel: no plan between the kernels, which for short lengths costs as much.
+// The same where a group is one call of a kernel, or two: no plan between the kernels, which for short lengths costs as
+// much.
 void execute_groups_by_kernel(fft_plan* plan, float* in, float* out) {
     execute_adjacent_groups(*plan->subplans[0], in, out, plan->howmany[0].n);
+}
+
+void execute_groups_by_stages(fft_plan* plan, float* in, float* out) {
+    fft_plan* const group = plan->subplans[0];
+    const fft_dim batch = plan->howmany[0];
+    const int64_t lanes = group->howmany[0].n;
+    execute_two_stages_each(group, in, out, batch.n / lanes, 2 * lanes * batch.is, 2 * lanes * batch.os);
+}
+
+execute_function loop_over_groups(const fft_plan& group) {
+    if (runs_adjacent_groups(group)) return execute_groups_by_kernel;
+    return runs_two_stages(group) ? execute_groups_by_stages : execute_c2c_many_block_col_col_parallel;
 }
 
 void execute_c2c_many_block_col_col_copy(fft_plan* plan, float* in, float* out) {
@@ -92,10 +106,7 @@ void set_block(fft_plan* sub, const block_choice& choice, float* buffer) {
 int install_variant(fft_plan* plan, uint64_t variant) {
     switch (variant) {
         case block_parallel:
-            return install(plan,
-                           runs_adjacent_groups(*plan->subplans[0]) ? execute_groups_by_kernel
-                                                                    : execute_c2c_many_block_col_col_parallel,
-                           "execute_c2c_many_block_col_col_parallel");
+            return install(plan, loop_over_groups(*plan->subplans[0]), "execute_c2c_many_block_col_col_parallel");
         case block_copy:
             return install(plan, execute_c2c_many_block_col_col_copy, "execute_c2c_many_block_col_col_copy");
         default:

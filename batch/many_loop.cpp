@@ -4,7 +4,9 @@
 // batches of unit distances to the rows in front of it, and batches in place whose later inputs would be overwritten.
 #include "batch/in_place.h"
 #include "batch/subplans.h"
+#include "dft/multi_stage.h"
 #include "dft/sizes.h"
+#include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
 
@@ -48,12 +50,48 @@ void execute_many(fft_plan* plan, float* in, float* out) {
     for (int64_t i = 0; i < plan->howmany[0].n; ++i) item->execute(item, in + i * in_step, out + i * out_step);
 }
 
+void execute_two_stages_of_many(fft_plan* plan, float* in, float* out) {
+    const fft_dim batch = plan->howmany[0];
+    execute_two_stages_each(plan->subplans[0], in, out, batch.n, 2 * batch.is, 2 * batch.os);
+}
+
+// Rows to columns: four transforms of adjacent input elements are exchanged into lanes, so that the outputs, which
+// stand side by side, are written four at a time.
+void execute_rows_to_columns(fft_plan* plan, float* in, float* out) {
+    const plan_scratch scratch(plan);
+    if (!scratch) return;
+    const int64_t n = plan->dims[0].n;
+    const fft_dim batch = plan->howmany[0];
+    int64_t i = 0;
+    for (; i + 4 <= batch.n; i += 4) {
+        transpose_cpx_tiled(in + 2 * i * batch.is, scratch.data(), 4, n, batch.is, 4);
+        execute_four_lanes(plan->aux, scratch.data(), out + 2 * i, scratch.data(), n);
+    }
+    fft_plan* item = plan->subplans[0];
+    for (; i < batch.n; ++i) item->execute(item, in + 2 * i * batch.is, out + 2 * i);
+}
+
+bool turns_rows_to_columns(const fft_plan& p) {
+    return p.kind == kind_c2c && p.rank == 1 && p.howmany_rank == 1 && p.howmany[0].n >= 4 && p.howmany[0].os == 1 &&
+           p.dims[0].is == 1 && can_run_in_four_lanes(*p.subplans[0]);
+}
+
+execute_function loop_over(const fft_plan& p) {
+    return p.howmany_rank == 1 && runs_two_stages(*p.subplans[0]) ? execute_two_stages_of_many : execute_many;
+}
+
 }  // namespace
 
 int solve_problem_dft_many(fft_plan* plan) {
     if (!accepts(*plan) || !make_subplans(plan, 1)) return refused;
-    install(plan, execute_many, "execute_many");
     plan->howmany[0].os = doubled_stride(plan->double_os, plan->howmany[0].os);
-    drop_outer_batch(plan->subplans[0], plan);
-    return plan_subplans(plan->subplans, 1);
+    fft_plan* item = plan->subplans[0];
+    drop_outer_batch(item, plan);
+    if (plan_subplans(plan->subplans, 1) != accepted) return refused;
+    item = plan->subplans[0];
+    if (!turns_rows_to_columns(*plan)) return install(plan, loop_over(*plan), "execute_many");
+    if (!attach_buffer(plan, 2 * 4 * 8 * plan->dims[0].n) || !attach_aux(plan, four_lanes_list_bytes(*item)))
+        return refused;
+    fill_four_lanes_list(*item, plan->aux);
+    return install(plan, execute_rows_to_columns, "execute_many");
 }

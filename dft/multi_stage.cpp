@@ -2,8 +2,11 @@
 // Rows 49 and 50: one complex transform of a smooth length as a self-sorting chain of stages (Cooley-Tukey, Stockham's
 // order), or four (SVE, row 49) and two (NEON, row 50) at once whose elements stand side by side. The twins differ by
 // that count and by their kernels; of single transforms row 50 gets only those for which the clock prefers it.
+#include "dft/multi_stage.h"
+
 #include "dft/problem.h"
 #include "dft/stage_list.h"
+#include "kernels/lookup.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
 
@@ -68,6 +71,53 @@ int solve(fft_plan* plan, const multi_stage_form& form) {
 }
 
 }  // namespace
+
+bool runs_two_stages(const fft_plan& plan) { return plan.execute == execute_two_stages; }
+
+void execute_two_stages_each(fft_plan* plan, float* in, float* out, int64_t count, int64_t in_step, int64_t out_step) {
+    const plan_scratch scratch(plan);
+    if (!scratch) return;
+    const stage_record* stages = two_stages(plan->aux);
+    for (; count > 0; --count, in += in_step, out += out_step) {
+        stages[0].kernel(&stages[0], in, scratch.data());
+        stages[1].kernel(&stages[1], scratch.data(), out);
+    }
+}
+
+// Contiguous plans have their last table in another order, that of rows side by side.
+bool can_run_in_four_lanes(const fft_plan& plan) {
+    return plan.howmany_rank == 0 && !has_unit_strides(plan) &&
+           (plan.execute == execute_two_stages || plan.execute == execute_discrete);
+}
+
+// The count of the stages, then their records.
+uint64_t four_lanes_list_bytes(const fft_plan& plan) {
+    const uint64_t count = plan.execute == execute_two_stages ? 2 : stage_count_of(plan.aux);
+    return 8 + count * sizeof(stage_record);
+}
+
+void fill_four_lanes_list(const fft_plan& plan, void* list) {
+    const bool two = plan.execute == execute_two_stages;
+    const stage_record* single = two ? two_stages(plan.aux) : counted_stages(plan.aux);
+    const uint64_t count = stage_count_of(list) = two ? 2 : stage_count_of(plan.aux);
+    fft_plan four = plan;  // a problem for the look-ups alone
+    four.howmany_rank = 1;
+    four.howmany[0] = {4, 1, 1};
+    for (uint64_t q = 0; q < count; ++q) {
+        stage_record& stage = counted_stages(list)[q];
+        stage = single[q];
+        stage.is = 4;
+        if (q + 1 < count) stage.os = 4;
+        (q == 0          ? stage_lookup_first_sve
+         : q + 1 < count ? stage_lookup_other_sve
+                         : stage_lookup_last_sve)(&stage, &four);
+    }
+}
+
+void execute_four_lanes(const void* list, const float* in, float* out, float* working, int64_t n) {
+    void* stages = const_cast<void*>(list);
+    run_stages(counted_stages(stages), stage_count_of(stages), in, {working, working + 8 * n}, out);
+}
 
 int solve_problem_c2c_1d_sve(fft_plan* plan) {
     return solve(
