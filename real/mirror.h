@@ -35,24 +35,24 @@ struct mirror4_result {
     complex4 front, back;
 };
 
-// X[k] and X[m - k].
+// X[k] and X[m - k]. The difference is taken from the sum, which leaves a register to overwrite.
 inline mirror4_result mirror4(complex4 a, complex4 b, complex4 w) {
-    const complex4 half = pairs_of(0.5f, 0.5f), half_conjugate = pairs_of(0.5f, -0.5f), half_a = mul_parts(a, half);
-    const complex4 s = fma_parts(half_a, b, half_conjugate), p = mul(w, fms_from(half_a, b, half_conjugate));
+    const complex4 half_conjugate = pairs_of(0.5f, -0.5f), half = pairs_of(0.5f, 0.5f);
+    const complex4 s = fma_parts(mul_parts(a, half), b, half_conjugate), p = mul(w, sub(s, a));
     return {add_i(s, p), add_i(p, s)};
 }
 
 // The same doubled, but for a front of -2 i X[k].
 inline mirror4_result mirror4_terms(complex4 a, complex4 b, complex4 w) {
-    const complex4 conjugate = pairs_of(1, -1);
-    const complex4 s = fma_parts(a, b, conjugate), p = mul(w, fms_from(a, b, conjugate));
+    const complex4 conjugate = pairs_of(1, -1), two = pairs_of(2, 2);
+    const complex4 s = fma_parts(a, b, conjugate), p = mul_negated(w, fms_from(s, a, two));
     return {sub_i(p, s), add_i(p, s)};
 }
 
 // C[k] and C[m - k].
 inline mirror4_result inverse_mirror4(complex4 a, complex4 b, complex4 w) {
-    const complex4 conjugate = pairs_of(1, -1);
-    const complex4 s = fma_parts(a, b, conjugate), p = mul_conjugate(w, fms_parts(a, b, conjugate));
+    const complex4 conjugate = pairs_of(1, -1), two = pairs_of(2, 2);
+    const complex4 s = fma_parts(a, b, conjugate), p = mul_conjugate(w, fms_from(s, a, two));
     return {add_i(s, p), add_i(p, s)};
 }
 
