@@ -43,11 +43,15 @@ const float* half_table(const fft_plan* plan) { return static_cast<const float*>
 void run_subplan_in_place(fft_plan* plan, float* x) { plan->subplans[0]->execute(plan->subplans[0], x, x); }
 
 void execute_1d_c2r(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     c2r_pre_pass(in, out, half_table(plan), plan->dims[0].n / 2, 1);
     run_subplan_in_place(plan, out);
 }
 
 void execute_1d_c2r_multithread(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     c2r_pre_ends(in, out, plan->dims[0].n / 2, 1);
     run_threaded_pass(*plan, c2r_pre_range, in, out);
     run_subplan_in_place(plan, out);

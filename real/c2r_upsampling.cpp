@@ -28,6 +28,8 @@ void upsample_c2r_pre_pass(const float* z, float* c, const float* table, int64_t
 }
 
 void execute_c2r_1d_upsampling(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     upsample_c2r_pre_pass(in, out, static_cast<const float*>(plan->aux), plan->dims[0].n >> 1);
     plan->subplans[0]->execute(plan->subplans[0], out, out);
 }

@@ -51,12 +51,18 @@ void run_single_rows(fft_plan* plan, float* in, float* out, int64_t first) {
 
 template <void (*run_kernel)(fft_plan*, float*, float*, int64_t)>
 void execute_groups_tail(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     const int64_t in_groups = plan->howmany[0].n & ~int64_t{3};
     run_kernel(plan, in, out, in_groups);
     run_single_rows(plan, in, out, in_groups);
 }
 
-void execute_rows(fft_plan* plan, float* in, float* out) { run_single_rows(plan, in, out, 0); }
+void execute_rows(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
+    run_single_rows(plan, in, out, 0);
+}
 
 struct many_direct_form {
     execute_function groups, groups_tail;

@@ -44,11 +44,15 @@ const float* half_table(const fft_plan* plan) { return static_cast<const float*>
 void run_subplan(fft_plan* plan, float* in, float* out) { plan->subplans[0]->execute(plan->subplans[0], in, out); }
 
 void execute_1d_r2c(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     run_subplan(plan, in, out);
     r2c_post_pass(out, out, half_table(plan), plan->dims[0].n / 2, 1);
 }
 
 void execute_1d_r2c_multithread(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     run_subplan(plan, in, out);
     r2c_post_ends(out, out, plan->dims[0].n / 2, 1);
     run_threaded_pass(*plan, r2c_post_range, out, out);
