@@ -123,7 +123,7 @@ inline threaded_problem by_its_own_route(threaded_problem problem) {
 
 // Powers of two above 4096 are split in two passes for several threads, and so are the cores of real transforms of
 // twice the length. Real rows run in pairs, but a thread that gets four or fewer does them one by one. Of the r2r
-// columns of kinds 1 and 2, what is left over behind blocks of 16 runs by other kernels.
+// columns, what is left over behind blocks of 16 runs strided: by other kernels and passes for kinds 1, 2, 3 and 7.
 inline std::vector<threaded_problem> threaded_problems() {
     std::vector<threaded_problem> all;
     for (int n : {16, 41, 60, 64, 107, 128})
@@ -148,7 +148,8 @@ inline std::vector<threaded_problem> threaded_problems() {
     for (qsl_fftf_r2r_kind kind = QSL_FFTF_R2HC; kind <= QSL_FFTF_RODFT11; ++kind)
         for (bool rows : {true, false}) {
             all.push_back(r2r_batch(40, 40, rows, kind));
-            all.back().own_route = !rows && (kind == QSL_FFTF_HC2R || kind == QSL_FFTF_DHT);
+            all.back().own_route = !rows && (kind == QSL_FFTF_HC2R || kind == QSL_FFTF_DHT ||
+                                             kind == QSL_FFTF_REDFT00 || kind == QSL_FFTF_RODFT00);
         }
     return all;
 }
