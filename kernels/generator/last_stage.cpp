@@ -42,7 +42,7 @@ void print_groups(text& out, const form& f, const body& b, int size) {
     a.store = [&](int k, std::string v) { return "store(" + output.at(k) + ", " + v + ")"; };
     out.line("using namespace ", full_vocabulary(f), ";");
     print_constants(out, b);
-    if (sve) out.line("const lane_offsets rows = lanes_apart(", 2 * size, ");");
+    if (sve) out.line("const lane_offsets rows = lanes_apart<", 2 * size, ">();");
     out.line("const float* a = in;");
     out.line("float* b = out;");
     out.line("const float* w = stage->twiddles;");

@@ -14,8 +14,14 @@ OPS_INLINE mask lanes_left(int64_t l, int64_t n) { return svwhilelt_b32_s64(l, n
 OPS_INLINE vec load(const float* p) { return svld1_f32(all(), p); }
 OPS_INLINE vec load(mask m, const float* p) { return svld1_f32(m, p); }
 OPS_INLINE lane_offsets lanes_apart(int64_t floats) { return svindex_s64(0, 4 * floats); }
+// Read from memory, since an index of any other step takes long to make.
+template <int64_t floats>
+OPS_INLINE lane_offsets lanes_apart() {
+    static constexpr int64_t bytes[] = {0, 4 * floats, 8 * floats, 12 * floats};
+    return svld1_s64(all(), bytes);
+}
 OPS_INLINE vec load(const float* p, lane_offsets lanes) {
-    return svreinterpret_f32_s64(svld1_gather_s64offset_s64(svptrue_b64(), reinterpret_cast<const int64_t*>(p), lanes));
+    return svreinterpret_f32_s64(svld1_gather_s64offset_s64(all(), reinterpret_cast<const int64_t*>(p), lanes));
 }
 OPS_INLINE void store(float* p, vec a) { svst1_f32(all(), p, a); }
 OPS_INLINE void store(mask m, float* p, vec a) { svst1_f32(m, p, a); }
@@ -57,6 +63,10 @@ OPS_INLINE vec load(const float* p) { return portable::load<4>(p); }
 OPS_INLINE vec load(mask m, const float* p) { return portable::load<4>(p, m); }
 OPS_INLINE void store(mask m, float* p, vec a) { portable::store(p, a, m); }
 OPS_INLINE lane_offsets lanes_apart(int64_t floats) { return {floats}; }
+template <int64_t floats>
+OPS_INLINE lane_offsets lanes_apart() {
+    return {floats};
+}
 OPS_INLINE vec load(const float* p, lane_offsets lanes) {
     vec r;
     for (int i = 0; i < 8; ++i) r.v[i] = p[i / 2 * lanes.floats + i % 2];
