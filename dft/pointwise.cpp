@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "dft/pointwise.h"
 
-#include "real/complex4.h"
+#include "kernels/ops/complex4.h"
 
 namespace {
 

@@ -9,33 +9,8 @@
 
 namespace {
 
-void execute_1d_c2r(fft_plan* plan, float* in, float* out);
-void execute_1d_c2r_discrete(fft_plan* plan, float* in, float* out);
-void execute_1d_c2r_multithread(fft_plan* plan, float* in, float* out);
-void execute_1d_c2r_odd(fft_plan* plan, float* in, float* out);
-
 bool accepts(const fft_plan& p) {
     return p.split != split_arrays && p.kind == kind_c2r && p.howmany_rank == 0 && p.rank == 1;
-}
-
-int solve_odd(fft_plan* plan) {
-    const int64_t n = plan->dims[0].n;
-    if (!attach_buffer(plan, 8 * n)) return refused;
-    fft_plan* sub = make_complex_subplan(plan, n);
-    if (!sub) return refused;
-    sub->in = sub->out = static_cast<float*>(plan->buffer);  // the caller's arrays are too small for n complex numbers
-    if (plan_subplans(plan->subplans, 1) != accepted) return refused;
-    return install(plan, execute_1d_c2r_odd, "execute_1d_c2r_odd");
-}
-
-int solve_even(fft_plan* plan) {
-    const int64_t m = plan->dims[0].n / 2;
-    if (!unit_strides(*plan) && !attach_buffer(plan, 8 * m)) return refused;
-    if (!make_complex_subplan(plan, m) || plan_subplans(plan->subplans, 1) != accepted) return refused;
-    if (!attach_half_table(plan, m)) return refused;
-    if (prepare_threaded_pass(*plan)) return install(plan, execute_1d_c2r_multithread, "execute_1d_c2r_multithread");
-    if (unit_strides(*plan)) return install(plan, execute_1d_c2r, "execute_1d_c2r");
-    return install(plan, execute_1d_c2r_discrete, "execute_1d_c2r_discrete");
 }
 
 const float* half_table(const fft_plan* plan) { return static_cast<const float*>(plan->aux); }
@@ -85,9 +60,14 @@ void execute_1d_c2r_odd(fft_plan* plan, float* in, float* out) {
     for (int64_t j = 0; j < dim.n; ++j) out[j * dim.os] = x[2 * j];
 }
 
+constexpr half_length_forms forms = {{execute_1d_c2r, "execute_1d_c2r"},
+                                     {execute_1d_c2r_discrete, "execute_1d_c2r_discrete"},
+                                     {execute_1d_c2r_multithread, "execute_1d_c2r_multithread"},
+                                     {execute_1d_c2r_odd, "execute_1d_c2r_odd"}};
+
 }  // namespace
 
 int solve_problem_c2r_1d(fft_plan* plan) {
     if (!accepts(*plan)) return refused;
-    return plan->dims[0].n & 1 ? solve_odd(plan) : solve_even(plan);
+    return solve_half_length(plan, forms, !unit_strides(*plan));
 }

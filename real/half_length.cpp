@@ -44,6 +44,10 @@ bool attach_half_table(fft_plan* plan, uint64_t m) {
     return true;
 }
 
+namespace {
+
+// May this transform run its pass on the team? Only with the pool, unit strides, and 16384 points or more. If so, the
+// workers are asked to stay close together when a thread's share is below 8192 points.
 bool prepare_threaded_pass(const fft_plan& plan) {
     const bool threaded = thread_backend_type() == backend_pool && unit_strides(plan) && plan.nthreads >= 2 &&
                           plan.dims[0].n >= shortest_threaded_length;
@@ -52,6 +56,33 @@ bool prepare_threaded_pass(const fft_plan& plan) {
     const uint64_t share = team ? (static_cast<uint64_t>(plan.dims[0].n) >> 1) / team : 0;
     thread_set_affinity_mode(share < shortest_spread_share ? affinity_close : affinity_spread);
     return true;
+}
+
+int install_form(fft_plan* plan, const half_length_form& form) { return install(plan, form.execute, form.name); }
+
+int solve_odd(fft_plan* plan, const half_length_form& form) {
+    const int64_t n = plan->dims[0].n;
+    if (!attach_buffer(plan, 8 * n)) return refused;
+    fft_plan* const sub = make_complex_subplan(plan, n);
+    if (!sub) return refused;
+    sub->in = sub->out = static_cast<float*>(plan->buffer);  // the caller's arrays are too small for n complex numbers
+    if (plan_subplans(plan->subplans, 1) != accepted) return refused;
+    return install_form(plan, form);
+}
+
+int solve_even(fft_plan* plan, const half_length_forms& forms, bool wants_buffer) {
+    const int64_t m = plan->dims[0].n / 2;
+    if (wants_buffer && !attach_buffer(plan, 8 * m)) return refused;
+    if (!make_complex_subplan(plan, m) || plan_subplans(plan->subplans, 1) != accepted) return refused;
+    if (!attach_half_table(plan, m)) return refused;
+    if (prepare_threaded_pass(*plan)) return install_form(plan, forms.threaded);
+    return install_form(plan, unit_strides(*plan) ? forms.contiguous : forms.discrete);
+}
+
+}  // namespace
+
+int solve_half_length(fft_plan* plan, const half_length_forms& forms, bool wants_buffer) {
+    return plan->dims[0].n & 1 ? solve_odd(plan, forms.odd) : solve_even(plan, forms, wants_buffer);
 }
 
 void run_threaded_pass(const fft_plan& plan, half_length_range range, const float* from, float* to) {

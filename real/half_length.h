@@ -9,15 +9,24 @@ fft_plan* make_complex_subplan(fft_plan* plan, int64_t n);
 // Fills `aux` with real_half_table(m). False when memory is short.
 bool attach_half_table(fft_plan* plan, uint64_t m);
 
+struct half_length_form {
+    execute_function execute;
+    const char* name;
+};
+
+struct half_length_forms {
+    half_length_form contiguous, discrete, threaded, odd;
+};
+
+// Plans one r2c or c2r: an even length by a complex subplan of half of it on the caller's arrays, or in the buffer
+// where strides (or the caller) want one; an odd length by a complex subplan of its own length in the buffer.
+int solve_half_length(fft_plan* plan, const half_length_forms& forms, bool wants_buffer);
+
 inline bool unit_strides(const fft_plan& plan) { return plan.dims[0].is == 1 && plan.dims[0].os == 1; }
 
 // A pass over pairs (k, m - k), for k from `first` to `last`, inclusive.
 using half_length_range = void (*)(const float* from, float* to, const float* table, uint64_t m, int64_t stride,
                                    uint64_t first, uint64_t last);
-
-// May this transform run its pass on the team? Only with the pool, unit strides, and 16384 points or more. If so, the
-// workers are asked to stay close together when a thread's share is below 8192 points.
-bool prepare_threaded_pass(const fft_plan& plan);
 
 // Runs the range pass for all k from 1 to m / 2 on the team.
 void run_threaded_pass(const fft_plan& plan, half_length_range range, const float* from, float* to);

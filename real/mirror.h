@@ -4,7 +4,7 @@
 #pragma once
 #include <cstdint>
 
-#include "real/complex4.h"
+#include "kernels/ops/complex4.h"
 
 // X[k] = (s + p, d + q) / 2 and X[m - k] = (s - p, q - d) / 2.
 struct mirror_terms {

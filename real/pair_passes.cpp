@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "real/pair_passes.h"
 
-#include "real/complex4.h"
+#include "kernels/ops/complex4.h"
 
 namespace {
 constexpr int64_t shortest_vector_half = 7;

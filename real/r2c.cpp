@@ -9,34 +9,8 @@
 
 namespace {
 
-void execute_1d_r2c(fft_plan* plan, float* in, float* out);
-void execute_1d_r2c_discrete(fft_plan* plan, float* in, float* out);
-void execute_1d_r2c_multithread(fft_plan* plan, float* in, float* out);
-void execute_1d_r2c_odd(fft_plan* plan, float* in, float* out);
-
 bool accepts(const fft_plan& p) {
     return p.split != split_arrays && p.kind == kind_r2c && p.howmany_rank == 0 && p.rank == 1;
-}
-
-int solve_odd(fft_plan* plan) {
-    const int64_t n = plan->dims[0].n;
-    if (!attach_buffer(plan, 8 * n)) return refused;
-    fft_plan* sub = make_complex_subplan(plan, n);
-    if (!sub) return refused;
-    sub->in = sub->out = static_cast<float*>(plan->buffer);  // the caller's arrays are too small for n complex numbers
-    if (plan_subplans(plan->subplans, 1) != accepted) return refused;
-    return install(plan, execute_1d_r2c_odd, "execute_1d_r2c_odd");
-}
-
-int solve_even(fft_plan* plan) {
-    const int64_t m = plan->dims[0].n / 2;
-    const bool contiguous = unit_strides(*plan) && plan->double_os != 1;
-    if (!contiguous && !attach_buffer(plan, 8 * m)) return refused;
-    if (!make_complex_subplan(plan, m) || plan_subplans(plan->subplans, 1) != accepted) return refused;
-    if (!attach_half_table(plan, m)) return refused;
-    if (prepare_threaded_pass(*plan)) return install(plan, execute_1d_r2c_multithread, "execute_1d_r2c_multithread");
-    if (unit_strides(*plan)) return install(plan, execute_1d_r2c, "execute_1d_r2c");
-    return install(plan, execute_1d_r2c_discrete, "execute_1d_r2c_discrete");
 }
 
 const float* half_table(const fft_plan* plan) { return static_cast<const float*>(plan->aux); }
@@ -84,9 +58,14 @@ void execute_1d_r2c_odd(fft_plan* plan, float* in, float* out) {
     }
 }
 
+constexpr half_length_forms forms = {{execute_1d_r2c, "execute_1d_r2c"},
+                                     {execute_1d_r2c_discrete, "execute_1d_r2c_discrete"},
+                                     {execute_1d_r2c_multithread, "execute_1d_r2c_multithread"},
+                                     {execute_1d_r2c_odd, "execute_1d_r2c_odd"}};
+
 }  // namespace
 
 int solve_problem_r2c_1d(fft_plan* plan) {
     if (!accepts(*plan)) return refused;
-    return plan->dims[0].n & 1 ? solve_odd(plan) : solve_even(plan);
+    return solve_half_length(plan, forms, !unit_strides(*plan) || plan->double_os == 1);
 }

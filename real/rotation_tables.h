@@ -54,3 +54,19 @@ private:
     fft_dim dim_;
     float *out_, *data_;
 };
+
+// What an even and an odd length of one kind do.
+struct rotation_forms {
+    execute_function even, odd;
+    const char *even_name, *odd_name;
+};
+
+// Types II and III: an even length runs a complex subplan of half of it, an odd one a real subplan of its own length.
+inline int solve_by_rotation(fft_plan* plan, uint32_t odd_kind, int64_t sign, const rotation_forms& forms) {
+    const int64_t n = plan->dims[0].n;
+    const bool odd = n & 1;
+    if (!attach_trigonometric_buffer(plan)) return refused;
+    if (!plan_buffer_subplan(plan, odd ? odd_kind : kind_c2c, odd ? n : n / 2, sign)) return refused;
+    if (!attach_rotation_tables(plan, odd ? 0 : n / 2, n, 0)) return refused;
+    return odd ? install(plan, forms.odd, forms.odd_name) : install(plan, forms.even, forms.even_name);
+}

@@ -115,23 +115,16 @@ void execute_odd(fft_plan* plan, float* in, float* out) {
     }
 }
 
-template <bool sine>
-int solve(fft_plan* plan, const char* even_name, const char* odd_name) {
-    if (!is_single_r2r(*plan, sine ? r2r_rodft10 : r2r_redft10)) return refused;
-    const int64_t n = plan->dims[0].n;
-    const bool odd = n & 1;
-    if (!attach_trigonometric_buffer(plan)) return refused;
-    if (!plan_buffer_subplan(plan, odd ? kind_r2c : kind_c2c, odd ? n : n / 2, sign_forward)) return refused;
-    if (!attach_rotation_tables(plan, odd ? 0 : n / 2, n, 0)) return refused;
-    return odd ? install(plan, execute_odd<sine>, odd_name) : install(plan, execute_even<sine>, even_name);
-}
-
 }  // namespace
 
 int solve_problem_redft10_1d(fft_plan* plan) {
-    return solve<false>(plan, "execute_redft10_1d", "execute_redft10_1d_odd");
+    if (!is_single_r2r(*plan, r2r_redft10)) return refused;
+    return solve_by_rotation(plan, kind_r2c, sign_forward,
+                             {execute_even<false>, execute_odd<false>, "execute_redft10_1d", "execute_redft10_1d_odd"});
 }
 
 int solve_problem_rodft10_1d(fft_plan* plan) {
-    return solve<true>(plan, "execute_rodft10_1d", "execute_rodft10_1d_odd");
+    if (!is_single_r2r(*plan, r2r_rodft10)) return refused;
+    return solve_by_rotation(plan, kind_r2c, sign_forward,
+                             {execute_even<true>, execute_odd<true>, "execute_rodft10_1d", "execute_rodft10_1d_odd"});
 }

@@ -83,23 +83,16 @@ void execute_odd(fft_plan* plan, float* in, float* out) {
     interleave_odd_length(z, result.data(), n, sine ? -1.0f : 1.0f);
 }
 
-template <bool sine>
-int solve(fft_plan* plan, const char* even_name, const char* odd_name) {
-    if (!is_single_r2r(*plan, sine ? r2r_rodft01 : r2r_redft01)) return refused;
-    const int64_t n = plan->dims[0].n;
-    const bool odd = n & 1;
-    if (!attach_trigonometric_buffer(plan)) return refused;
-    if (!plan_buffer_subplan(plan, odd ? kind_c2r : kind_c2c, odd ? n : n / 2, sign_backward)) return refused;
-    if (!attach_rotation_tables(plan, odd ? 0 : n / 2, n, 0)) return refused;
-    return odd ? install(plan, execute_odd<sine>, odd_name) : install(plan, execute_even<sine>, even_name);
-}
-
 }  // namespace
 
 int solve_problem_redft01_1d(fft_plan* plan) {
-    return solve<false>(plan, "execute_redft01_1d", "execute_redft01_1d_odd");
+    if (!is_single_r2r(*plan, r2r_redft01)) return refused;
+    return solve_by_rotation(plan, kind_c2r, sign_backward,
+                             {execute_even<false>, execute_odd<false>, "execute_redft01_1d", "execute_redft01_1d_odd"});
 }
 
 int solve_problem_rodft01_1d(fft_plan* plan) {
-    return solve<true>(plan, "execute_rodft01_1d", "execute_rodft01_1d_odd");
+    if (!is_single_r2r(*plan, r2r_rodft01)) return refused;
+    return solve_by_rotation(plan, kind_c2r, sign_backward,
+                             {execute_even<true>, execute_odd<true>, "execute_rodft01_1d", "execute_rodft01_1d_odd"});
 }

@@ -2,7 +2,7 @@
 // Copies: a contiguous row in SVE vectors, a strided row element by element, and everything made of them.
 #include "kernels/move/blocks.h"
 #include "kernels/move/move.h"
-#include "kernels/move/vectors.h"
+#include "kernels/ops/complex4.h"
 
 namespace {
 
@@ -10,16 +10,16 @@ constexpr int64_t vector_floats = 8;
 
 void copy_contiguous(const float* source, float* destination, int64_t floats) {
     for (; floats >= 4 * vector_floats; floats -= 4 * vector_floats) {
-        const float8 a = load8(source), b = load8(source + 8), c = load8(source + 16), d = load8(source + 24);
-        store8(destination, a);
-        store8(destination + 8, b);
-        store8(destination + 16, c);
-        store8(destination + 24, d);
+        const complex4 a = load4(source), b = load4(source + 8), c = load4(source + 16), d = load4(source + 24);
+        store4(destination, a);
+        store4(destination + 8, b);
+        store4(destination + 16, c);
+        store4(destination + 24, d);
         source += 4 * vector_floats;
         destination += 4 * vector_floats;
     }
     for (; floats >= vector_floats; floats -= vector_floats) {
-        store8(destination, load8(source));
+        store4(destination, load4(source));
         source += vector_floats;
         destination += vector_floats;
     }

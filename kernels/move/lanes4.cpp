@@ -4,16 +4,16 @@
 #include "kernels/move/blocks.h"
 #include "kernels/move/leaves.h"
 #include "kernels/move/move.h"
-#include "kernels/move/vectors.h"
+#include "kernels/ops/complex4.h"
 
 namespace {
 
 constexpr int64_t lanes = 4;
 
-void move_unit(const cpx* source, cpx* destination) { store8(&destination->re, load8(&source->re)); }
+void move_unit(const cpx* source, cpx* destination) { store4(&destination->re, load4(&source->re)); }
 
 void multiply_unit(const cpx* x, const cpx* t, cpx* product) {
-    store8(&product->re, multiply_complex4(load8(&x->re), load8(&t->re)));
+    store4(&product->re, mul(load4(&x->re), load4(&t->re)));
 }
 
 // With the same roundings as the vector form.

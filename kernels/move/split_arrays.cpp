@@ -2,7 +2,7 @@
 // Between two real arrays and one complex array. Rows with unit strides go through ZIP1 and ZIP2, or UZP1 and UZP2.
 #include "kernels/move/move.h"
 
-#include "kernels/move/vectors.h"
+#include "kernels/ops/complex4.h"
 
 namespace {
 
@@ -11,9 +11,9 @@ constexpr int64_t vector_floats = 8;
 int64_t interleave_vectors(const float* re, const float* im, float* packed, int64_t n) {
     int64_t i = 0;
     for (; i + vector_floats <= n; i += vector_floats) {
-        const float8 r = load8(re + i), s = load8(im + i);
-        store8(packed + 2 * i, zip_low(r, s));
-        store8(packed + 2 * i + vector_floats, zip_high(r, s));
+        const complex4 r = load4(re + i), s = load4(im + i);
+        store4(packed + 2 * i, zip_low(r, s));
+        store4(packed + 2 * i + vector_floats, zip_high(r, s));
     }
     return i;
 }
@@ -21,9 +21,9 @@ int64_t interleave_vectors(const float* re, const float* im, float* packed, int6
 int64_t separate_vectors(const float* packed, float* re, float* im, int64_t n) {
     int64_t i = 0;
     for (; i + vector_floats <= n; i += vector_floats) {
-        const float8 low = load8(packed + 2 * i), high = load8(packed + 2 * i + vector_floats);
-        store8(re + i, even_lanes(low, high));
-        store8(im + i, odd_lanes(low, high));
+        const complex4 low = load4(packed + 2 * i), high = load4(packed + 2 * i + vector_floats);
+        store4(re + i, unzip_even(low, high));
+        store4(im + i, unzip_odd(low, high));
     }
     return i;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-// Four complex numbers in one vector, for the whole-array passes of real transforms. Real part first in each lane.
+// Four complex numbers, or eight floats, in one vector of 256 bits, for passes over whole arrays: an SVE register on
+// Arm, a generic vector elsewhere. Real part first in each lane.
 #pragma once
+#include <cstdint>
 
 #if defined(__ARM_FEATURE_SVE)
 #include "kernels/ops/sve_common.h"
@@ -9,6 +11,11 @@ typedef svfloat32_t complex4 __attribute__((arm_sve_vector_bits(256)));
 
 inline complex4 load4(const float* p) { return svld1_f32(svptrue_b32(), p); }
 inline void store4(float* p, complex4 v) { svst1_f32(svptrue_b32(), p, v); }
+// fewer than eight floats
+inline void copy_part(const float* source, float* destination, int64_t n) {
+    const svbool_t part = svwhilelt_b32(int64_t{0}, n);
+    svst1_f32(part, destination, svld1_f32(part, source));
+}
 inline complex4 add(complex4 a, complex4 b) { return svadd_f32_x(svptrue_b32(), a, b); }
 inline complex4 sub(complex4 a, complex4 b) { return svsub_f32_x(svptrue_b32(), a, b); }
 inline complex4 negate(complex4 a) { return svneg_f32_x(svptrue_b32(), a); }
@@ -25,7 +32,7 @@ inline complex4 product(complex4 a, complex4 b) {
     const complex4 first = svcmla_f32_x(svptrue_b32(), sve_common::zero(), a, b, first_turn);
     return svcmla_f32_x(svptrue_b32(), first, a, b, second_turn);
 }
-// a b, conj(a) b, and the same negated
+// a b, conj(a) b, and the same negated: each part is two fused multiply-adds that start from +0
 inline complex4 mul(complex4 a, complex4 b) { return product<0, 90>(a, b); }
 inline complex4 mul_conjugate(complex4 a, complex4 b) { return product<0, 270>(a, b); }
 inline complex4 mul_negated(complex4 a, complex4 b) { return product<180, 270>(a, b); }
@@ -58,6 +65,9 @@ inline complex4 load4(const float* p) {
     return v;
 }
 inline void store4(float* p, complex4 v) { memcpy(p, &v, sizeof v); }
+inline void copy_part(const float* source, float* destination, int64_t n) {
+    for (int64_t i = 0; i < n; ++i) destination[i] = source[i];
+}
 inline complex4 add(complex4 a, complex4 b) { return a + b; }
 inline complex4 sub(complex4 a, complex4 b) { return a - b; }
 inline complex4 negate(complex4 a) { return -a; }
@@ -78,8 +88,8 @@ inline complex4 sub_i(complex4 a, complex4 b) { return add_i(a, -b); }
 inline complex4 mul(complex4 a, complex4 b) {
     complex4 r;
     for (int i = 0; i < 8; i += 2) {
-        r[i] = __builtin_fmaf(-a[i + 1], b[i + 1], a[i] * b[i]);
-        r[i + 1] = __builtin_fmaf(a[i + 1], b[i], a[i] * b[i + 1]);
+        r[i] = __builtin_fmaf(-a[i + 1], b[i + 1], __builtin_fmaf(a[i], b[i], 0.0f));
+        r[i + 1] = __builtin_fmaf(a[i + 1], b[i], __builtin_fmaf(a[i], b[i + 1], 0.0f));
     }
     return r;
 }
