@@ -15,6 +15,8 @@ std::string pool_name(const form& f, int size, const char* of = "") {
     return std::string("pool_") + f.name + (size < 10 ? "_n0" : "_n") + std::to_string(size) + of;
 }
 
+constexpr int lanes = 4;
+
 std::string number(int i) { return std::to_string(i); }
 
 // The places of element j and of a number of the spectrum, by the offsets in the tables.
@@ -43,47 +45,34 @@ access apart_access(const form& f) {
     return a;
 }
 
-// Parts of one row in the lanes of a vector.
-std::string quarter_places(quarter_slot s) {
-    const int step = s.part == quarter_part::lanes_falling ? -2 : 2;
-    switch (s.part) {
-        case quarter_part::lanes_rising:
-        case quarter_part::lanes_falling: {
-            std::string list = coefficient_part(s.first);
-            for (int i = 1; i < s.count; ++i) list += ", " + coefficient_part(s.first + i * step);
-            return list;
-        }
-        case quarter_part::elements: {
-            std::string list = element(s.first);
-            for (int i = 1; i < s.count; ++i) list += ", " + element(s.first + i);
-            return list;
-        }
-        case quarter_part::both:
-            return coefficient_part(s.first) + ", " + coefficient_part(s.first + 1);
-        default:
-            return coefficient_part(s.first);
-    }
-}
+enum class row_layout { offsets, pairs, half_complex };
 
-std::string contiguous_place(quarter_slot s) {
-    return (s.part == quarter_part::elements ? "a0 + " : "b0 + ") + number(s.first);
-}
-
-access quarter_access(quarter_layout data) {
-    const auto places = data == quarter_layout::contig ? contiguous_place : quarter_places;
+// Parts of one row in the lanes of a vector, at their offsets or, contiguous, as they lie.
+access quarter_access(row_layout layout, int size) {
+    const auto places = [=](quarter_slot s) {
+        const bool elements = s.part == quarter_part::elements;
+        if (elements && layout != row_layout::offsets) return "a0 + " + number(s.first);
+        if (layout == row_layout::pairs) return "b0 + " + number(s.first);
+        const auto place = [=](int slot) {
+            if (elements) return element(slot);
+            if (layout == row_layout::offsets) return coefficient_part(slot);
+            return "b0 + " + number(slot % 2 ? size - slot / 2 : slot / 2);
+        };
+        const int count = s.part == quarter_part::one ? 1 : s.part == quarter_part::two ? 2 : lanes;
+        std::string list = place(s.first);
+        for (int i = 1; i < count; ++i) list += ", " + place(s.first + i);
+        return list;
+    };
     access a;
     a.load = [places](int slot) {
         const quarter_slot s = quarter_slot::unpack(slot);
-        const char* word = s.part == quarter_part::same   ? "load_same("
-                           : s.part == quarter_part::both ? "load_both("
-                                                          : "load(";
-        return word + places(s) + ")";
+        const char* word = s.part == quarter_part::one ? "_same" : s.part == quarter_part::two ? "_both" : "";
+        return std::string("load") + word + "(" + places(s) + ")";
     };
     a.store = [places](int slot, std::string v) {
         const quarter_slot s = quarter_slot::unpack(slot);
-        const bool half = s.part == quarter_part::low_half || s.part == quarter_part::both;
-        const char* word = half ? "store_low(" : s.part == quarter_part::lowest ? "store_lowest(" : "store(";
-        return word + places(s) + ", " + v + ")";
+        const char* word = s.part == quarter_part::one ? "_lowest" : s.part == quarter_part::two ? "_low" : "";
+        return std::string("store") + word + "(" + places(s) + ", " + v + ")";
     };
     return a;
 }
@@ -125,13 +114,15 @@ access rows_access(const form& f) {
 struct pools_of_kernel {
     std::vector<named_pool> all;
 
-    // The declaration that makes a pool known to the operations that follow.
-    void use(text& out, const std::string& name, const body& b, bool in_double = false) {
+    // The declaration that makes a pool known to the operations that follow. With `each_turn` what is loaded from it
+    // isn't kept from turn to turn: most calls have one, and there are more constants than registers.
+    void use(text& out, const std::string& name, const body& b, bool in_double, bool each_turn = false) {
         if (b.graph.constants().empty()) return;
         bool known = false;
         for (const named_pool& p : all) known |= p.name == name;
         if (!known) all.push_back({name, in_double, b.graph.constants()});
-        out.line("const ", in_double ? "double" : "float", "* const pool = ", name, ";");
+        out.line("const ", in_double ? "double" : "float",
+                 "* const pool = ", each_turn ? "in_this_turn(" + name + ", count)" : name, ";");
     }
 };
 
@@ -141,7 +132,9 @@ bool in_double(const form& f, int size) {
     return f.loop == shape::real_row && f.sign > 0 && (size == 3 || size == 5 || size == 7 || size == 32);
 }
 
-bool in_quarters(const form& f, int size) { return f.loop == shape::real_row && size >= 32; }
+bool in_quarters(const form& f, int size) {
+    return (f.loop == shape::real_row || f.loop == shape::real_rows) && size >= 16;
+}
 
 class kernel_printer {
 public:
@@ -151,8 +144,7 @@ public:
         if (f_.loop == shape::real_quad) return print_groups(out);
         if (f_.loop != shape::real_row) return print_any_count(out);
         if (in_quarters(f_, size_)) return print_quarters(out);
-        use_row(out, false);
-        print_row(out);
+        print_row_by_offsets(out);
     }
 
     pools_of_kernel pools;
@@ -163,58 +155,78 @@ private:
 
     body row_body(bool everywhere) const { return make_real_body(f_, size_, everywhere); }
 
-    void use_row(text& out, bool quad) {
-        const body b = row_body(!quad);
-        pools.use(out, pool_name(f_, size_), b, !quad && in_double(f_, size_));
+    // One row whose sequence and spectrum lie contiguous, and one by its offsets.
+    void print_quarters(text& out) {
+        out.line("if (", in_a_row(row_layout::pairs), ") {");
+        print_quarter_row(out, row_layout::pairs);
+        out.line("} else {");
+        print_row_by_offsets(out);
+        out.line("}");
     }
 
-    void print_row(text& out) {
+    void print_quarter_row(text& out, row_layout layout) {
+        const body b = make_quarter_body(size_, f_.sign);
+        out.line("using namespace ", four(), ";");
+        pools.use(out, pool_name(f_, size_, "_quarters"), b, in_double(f_, size_), f_.loop == shape::real_rows);
+        print_constants(out, b);
+        print_operations(out, b, quarter_access(layout, size_));
+    }
+
+    // Vectors pay for themselves when their lanes come from anywhere only if there are many of them.
+    void print_row_by_offsets(text& out) {
+        if (size_ >= 32) return print_quarter_row(out, row_layout::offsets);
         const body b = row_body(true);
         out.line("using namespace ", one(), ";");
+        pools.use(out, pool_name(f_, size_), b, in_double(f_, size_));
         print_constants(out, b);
         print_operations(out, b, row_access(f_));
     }
 
-    void print_quarters(text& out) {
-        out.line("using namespace ", four(), ";");
-        const body contiguous = make_quarter_body(size_, f_.sign, quarter_layout::contig);
-        const body apart = make_quarter_body(size_, f_.sign, quarter_layout::offsets);
-        pools.use(out, pool_name(f_, size_), contiguous, in_double(f_, size_));
-        print_constants(out, contiguous);
-        out.line("const bool pairs = b1 == b0 + 1 && s1[1] == 2 && s2[1] == 2;");
-        out.line("if (pairs && a1 == a0 + 1 && s0[1] == 2) {");
-        print_operations(out, contiguous, quarter_access(quarter_layout::contig));
-        out.line("} else {");
-        print_operations(out, apart, quarter_access(quarter_layout::offsets));
-        out.line("}");
+    std::string in_a_row(row_layout layout) const {
+        const std::string elements = "a1 == a0 + 1 && s0[1] == 2 && ";
+        if (layout == row_layout::pairs) return elements + "b1 == b0 + 1 && s1[1] == 2 && s2[1] == 2";
+        return elements + "b1 == b0 + " + number(size_) + " && s1[1] == 1 && s2[1] == -1";
     }
 
-    void print_loop(text& out, const body& b, const access& a, const char* condition, const std::string& in_step,
-                    const std::string& out_step) {
+    void print_loop_head(text& out, const char* condition, const std::string& in_step, const std::string& out_step) {
         const bool cosine = f_.loop == shape::cosine_rows;
-        print_constants(out, b);
         const std::string a_step = f_.sign < 0 ? in_step : out_step, b_step = f_.sign < 0 ? out_step : in_step;
         if (cosine)
             out.line("for (; ", condition, ", in += ", in_step, ", out += ", out_step, ") {");
         else
             out.line("for (; ", condition, ", a0 += ", a_step, ", a1 += ", a_step, ", b0 += ", b_step,
                      ", b1 += ", b_step, ") {");
+    }
+
+    void print_loop(text& out, const body& b, const access& a, const char* condition, const std::string& in_step,
+                    const std::string& out_step) {
+        print_constants(out, b);
+        print_loop_head(out, condition, in_step, out_step);
         print_operations(out, b, a);
         out.line("}");
     }
 
-    // Adjacent rows go four at a time; what is left over and rows at any other distance go one by one.
+    // Adjacent rows, and rows that lie contiguous, go four at a time; what is left over and other rows go one by one.
     void print_any_count(text& out) {
+        out.line("if (count >= 4) {");
         print_groups_of_layout(out, rows_layout::half_complex_in_a_row);
         out.line("if (d0 == 1 && d1 == 1) {");
         out.line("using namespace ", four(), ";");
-        const body quad = row_body(false), single = row_body(true);
+        const body quad = row_body(false);
         pools.use(out, pool_name(f_, size_), quad, in_double(f_, size_));
         print_loop(out, quad, row_access(f_), "count >= 4; count -= 4", "4", "4");
         out.line("}");
-        out.line("using namespace ", one(), ";");
-        pools.use(out, pool_name(f_, size_), single, in_double(f_, size_));
-        print_loop(out, single, row_access(f_), "count > 0; --count", "d0", "d1");
+        out.line("}");
+        if (in_quarters(f_, size_)) {
+            out.line("if (", in_a_row(row_layout::half_complex), ") {");
+            print_loop_head(out, "count > 0; --count", "d0", "d1");
+            print_quarter_row(out, row_layout::half_complex);
+            out.line("}");
+            out.line("}");
+        }
+        print_loop_head(out, "count > 0; --count", "d0", "d1");
+        print_row_by_offsets(out);
+        out.line("}");
     }
 
     void print_groups(text& out) {
@@ -224,7 +236,7 @@ private:
         print_groups_of_layout(out, rows_layout::half_complex_in_a_row);
         const body quad = row_body(false);
         out.line("using namespace real_quad;");
-        pools.use(out, pool_name(f_, size_), quad);
+        pools.use(out, pool_name(f_, size_), quad, false);
         out.line("if (d0 == 1 && d1 == 1) {");
         print_loop(out, quad, row_access(f_), "count >= 4; count -= 4", "4", "4");
         out.line("} else {");
@@ -238,16 +250,16 @@ private:
         if (f_.loop == shape::cosine_rows || (!beside && size_ % 4 != 0)) return;
         const char* sequence_distance = f_.sign < 0 ? "d0" : "d1";
         const char* spectrum_distance = f_.sign < 0 ? "d1" : "d0";
-        const std::string in_a_row = "a1 == a0 + 1 && s0[1] == 2 && ", pairs = "b1 == b0 + 1 && s2[1] == s1[1]";
         if (beside)
-            out.line("if (", sequence_distance, " == 1 && ", spectrum_distance, " == 2 && ", pairs, ") {");
-        else if (layout == rows_layout::pairs_in_a_row)
-            out.line("if (", in_a_row, pairs, " && s1[1] == 2) {");
+            out.line("if (", sequence_distance, " == 1 && ", spectrum_distance,
+                     " == 2 && b1 == b0 + 1 && s2[1] == s1[1]) {");
         else
-            out.line("if (", in_a_row, "b1 == b0 + ", size_, " && s1[1] == 1 && s2[1] == -1) {");
+            out.line("if (",
+                     in_a_row(layout == rows_layout::pairs_in_a_row ? row_layout::pairs : row_layout::half_complex),
+                     ") {");
         out.line("using namespace real_quad;");
         const body b = make_rows_body(f_, size_, layout);
-        pools.use(out, pool_name(f_, size_), b);
+        pools.use(out, pool_name(f_, size_), b, false);
         print_loop(out, b, rows_access(f_), "count >= 4; count -= 4", "4 * d0", "4 * d1");
         out.line("}");
     }

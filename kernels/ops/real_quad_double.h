@@ -77,6 +77,9 @@ OPS_INLINE vec evens(vec a, vec b) {
 OPS_INLINE vec odds(vec a, vec b) {
     return {__builtin_shufflevector(a.lo, a.hi, 1, 3), __builtin_shufflevector(b.lo, b.hi, 1, 3)};
 }
+OPS_INLINE vec swap_pairs(vec a) {
+    return {__builtin_shufflevector(a.lo, a.lo, 1, 0), __builtin_shufflevector(a.hi, a.hi, 1, 0)};
+}
 OPS_INLINE vec swap_halves(vec a) { return {a.hi, a.lo}; }
 
 // Four places one after the other, from the lowest lane on.
