@@ -17,9 +17,14 @@
 //   twice_minus(a, b, two)       2 a - b
 //   zip_lo zip_hi                complex numbers of a and b in turn (pairs)
 //
-// Real data: real_one 1, real_double 1 (computed in double precision), real_quad 4. load, store, add, sub, scale and
-// fused operations as above, and
+// Real data: real_one 1, real_quad 4; real_double and real_quad_double likewise, computed in double precision. load,
+// store, add, sub, scale and fused operations as above, and
 //   neg                          -a
+//   load(p0..p3), store(...)     each lane at its own place; load_apart, store_apart: at equal distances
+//   load_same, load_both         one number in all lanes, two in turn; store_low, store_lowest: two lanes, one lane
+//   load_three, store_three      three adjacent numbers
+//   constants(p)                 four numbers of the pool, one for each lane
+//   interleave_lo/_hi, evens, odds, swap_halves, swap_pairs   exchanges of lanes, see op in generator/dag.h
 //
 // Off Arm every name is the same template over the number of lanes, from portable.h.
 #pragma once
