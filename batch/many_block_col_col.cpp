@@ -76,6 +76,27 @@ void execute_c2c_many_block_col_col_copy(fft_plan* plan, float* in, float* out) 
     }
 }
 
+// The same where the groups of a block run by stages: the last stage writes to the output itself, four transforms wide.
+void execute_blocks_by_stages(fft_plan* plan, float* in, float* out) {
+    plan_scratch scratch(plan);
+    fft_plan *const columns = plan->subplans[0], *const group = columns->subplans[0];
+    const plan_scratch working(group);
+    if (!scratch || !working) return;
+    const fft_dim d = plan->dims[0], batch = plan->howmany[0];
+    const int64_t block = columns->howmany[0].n;
+    for (int64_t i = 0; i < batch.n; i += block) {
+        copy_matrix_cpx(in + 2 * i * batch.is, scratch.data(), d.n, block, batch.is, d.is, 1, block);
+        for (int64_t g = 0; g < block; g += 4)
+            execute_four_lanes(plan->aux, scratch.data() + 2 * g, out + 2 * (i + g), working.data(), d.n);
+    }
+}
+
+bool ends_in_stages(const fft_plan& p) {
+    const fft_plan& columns = *p.subplans[0];
+    return p.howmany[0].os == 1 && columns.subplan_count == 1 && columns.subplans[0]->howmany_rank == 1 &&
+           can_run_in_four_lanes(*columns.subplans[0]);
+}
+
 void execute_c2c_many_block_col_col_trans(fft_plan* plan, float* in, float* out) {
     plan_scratch scratch(plan);
     if (!scratch) return;
@@ -103,12 +124,21 @@ void set_block(fft_plan* sub, const block_choice& choice, float* buffer) {
     sub->in = sub->out = buffer;
 }
 
+int install_copy(fft_plan* plan) {
+    constexpr const char* name = "execute_c2c_many_block_col_col_copy";
+    if (!ends_in_stages(*plan)) return install(plan, execute_c2c_many_block_col_col_copy, name);
+    const fft_plan &columns = *plan->subplans[0], &group = *columns.subplans[0];
+    if (!attach_aux(plan, four_lanes_list_bytes(group))) return refused;
+    fill_four_lanes_list(group, plan->aux, columns.howmany[0].n, plan->dims[0].os);
+    return install(plan, execute_blocks_by_stages, name);
+}
+
 int install_variant(fft_plan* plan, uint64_t variant) {
     switch (variant) {
         case block_parallel:
             return install(plan, loop_over_groups(*plan->subplans[0]), "execute_c2c_many_block_col_col_parallel");
         case block_copy:
-            return install(plan, execute_c2c_many_block_col_col_copy, "execute_c2c_many_block_col_col_copy");
+            return install_copy(plan);
         default:
             return install(plan, execute_c2c_many_block_col_col_trans, "execute_c2c_many_block_col_col_trans");
     }

@@ -92,6 +92,6 @@ int solve_problem_dft_many(fft_plan* plan) {
     if (!turns_rows_to_columns(*plan)) return install(plan, loop_over(*plan), "execute_many");
     if (!attach_buffer(plan, 2 * 4 * 8 * plan->dims[0].n) || !attach_aux(plan, four_lanes_list_bytes(*item)))
         return refused;
-    fill_four_lanes_list(*item, plan->aux);
+    fill_four_lanes_list(*item, plan->aux, 4, plan->dims[0].os);
     return install(plan, execute_rows_to_columns, "execute_many");
 }

@@ -86,7 +86,7 @@ void execute_two_stages_each(fft_plan* plan, float* in, float* out, int64_t coun
 
 // Contiguous plans have their last table in another order, that of rows side by side.
 bool can_run_in_four_lanes(const fft_plan& plan) {
-    return plan.howmany_rank == 0 && !has_unit_strides(plan) &&
+    return (plan.howmany_rank == 0 || is_batch_of_lanes(plan, 4)) && !has_unit_strides(plan) &&
            (plan.execute == execute_two_stages || plan.execute == execute_discrete);
 }
 
@@ -96,7 +96,7 @@ uint64_t four_lanes_list_bytes(const fft_plan& plan) {
     return 8 + count * sizeof(stage_record);
 }
 
-void fill_four_lanes_list(const fft_plan& plan, void* list) {
+void fill_four_lanes_list(const fft_plan& plan, void* list, int64_t is, int64_t os) {
     const bool two = plan.execute == execute_two_stages;
     const stage_record* single = two ? two_stages(plan.aux) : counted_stages(plan.aux);
     const uint64_t count = stage_count_of(list) = two ? 2 : stage_count_of(plan.aux);
@@ -106,8 +106,8 @@ void fill_four_lanes_list(const fft_plan& plan, void* list) {
     for (uint64_t q = 0; q < count; ++q) {
         stage_record& stage = counted_stages(list)[q];
         stage = single[q];
-        stage.is = 4;
-        if (q + 1 < count) stage.os = 4;
+        stage.is = q == 0 ? is : 4;
+        stage.os = q + 1 == count ? os : 4;
         (q == 0          ? stage_lookup_first_sve
          : q + 1 < count ? stage_lookup_other_sve
                          : stage_lookup_last_sve)(&stage, &four);

@@ -10,14 +10,14 @@ bool runs_two_stages(const fft_plan& plan);
 // `count` such plans, from `in` to `out`, which advance by these steps in floats.
 void execute_two_stages_each(fft_plan* plan, float* in, float* out, int64_t count, int64_t in_step, int64_t out_step);
 
-// One transform of any number of stages whose output has a stride: four of them, with outputs side by side, can run in
-// the lanes of a vector, by the same tables.
+// One transform whose input or output has a stride, or four side by side: it can run in the lanes of a vector, by the
+// same tables.
 bool can_run_in_four_lanes(const fft_plan& plan);
 
 // A list of stages for four lanes, as `four_lanes_list_bytes` of storage. The plan's tables are lent to it.
 uint64_t four_lanes_list_bytes(const fft_plan& plan);
-void fill_four_lanes_list(const fft_plan& plan, void* list);
+void fill_four_lanes_list(const fft_plan& plan, void* list, int64_t is, int64_t os);
 
-// Runs the list: lane c of input element j stands at 4 j + c, that of output element j at j * (the output's stride) +
-// c. The working memory holds two arrays of four transforms; the input may be the first.
+// Runs the list: lane c of input element j stands at j * is + c, that of output element j at j * os + c. The working
+// memory holds two arrays of four transforms; the input may be the first if its stride is 4.
 void execute_four_lanes(const void* list, const float* in, float* out, float* working, int64_t n);
