@@ -4,7 +4,7 @@
 #include "dft/stage_list.h"
 #include "dft/twiddles.h"
 #include "planner/solvers.h"
-#include "tests/dft/problems.h"
+#include "tests/dft/convolution_plans.h"
 
 #include <cstring>
 
@@ -27,7 +27,7 @@ const bluestein_case cases[] = {
 // Emulated, long padded sizes are tried in one layout.
 std::vector<complex_problem> layouts(const bluestein_case& c) {
     if (is_emulated && c.M > 1000) return {{c.n, -1}};
-    return {{c.n, -1}, {c.n, 1}, {c.n, -1, 3, 1}, {c.n, 1, 1, 2}, {c.n, 1, 2, 5}};
+    return convolution_layouts(c.n);
 }
 
 }  // namespace
@@ -38,15 +38,7 @@ TEST(Bluestein, TakesEveryLengthWithALargePrimeFactor) {
             EXPECT_TRUE(bool(planned(record_of({n, -1, 1, 1, false, flags}), solve_problem_c2c_1d_bluestein_sve))) << n;
     for (int64_t n : {0, 1, 2, 64, 37 * 37})
         EXPECT_FALSE(bool(planned(record_of({n}), solve_problem_c2c_1d_bluestein_sve))) << n;
-    std::vector<fft_plan> others(6, record_of({41}));
-    others[0].kind = kind_c2c_large_piece;
-    others[1].split = split_arrays;
-    others[2].howmany_rank = 1;
-    others[2].howmany[0] = {2, 41, 41};
-    others[3].rank = 2;
-    others[3].dims[1] = {4, 1, 1};
-    others[4].private_copy = 1;
-    others[5].rank = 0;
+    const std::vector<fft_plan> others = all_but_one_complex_transform(41);
     for (size_t i = 0; i < others.size(); ++i)
         EXPECT_FALSE(bool(planned(others[i], solve_problem_c2c_1d_bluestein_sve))) << i;
 }
@@ -63,18 +55,7 @@ TEST(Bluestein, StorageNamesAndSubplan) {
             EXPECT_EQ(plan->aux_size, (c.n + 16 * s + c.p + 1 + c.M) * 8);
             EXPECT_EQ(plan->aux_owned, 1u);
             EXPECT_EQ(plan->buffer_size, ((unit ? 1 : 2) * c.n + c.M) * 8);
-            ASSERT_EQ(plan->subplan_count, 1);
-            const fft_plan& subplan = *plan->subplans[0];
-            EXPECT_EQ(subplan.kind, uint32_t{kind_c2c});
-            EXPECT_EQ(subplan.sign, -1);
-            EXPECT_EQ(subplan.rank, 1);
-            EXPECT_EQ(subplan.howmany_rank, 0);
-            EXPECT_EQ(subplan.flags, 64u);
-            EXPECT_EQ(subplan.dims[0].n, c.M);
-            EXPECT_EQ(subplan.dims[0].is, 1);
-            EXPECT_EQ(subplan.dims[0].os, 1);
-            EXPECT_EQ(subplan.in, plan->buffer);
-            EXPECT_EQ(subplan.out, plan->buffer);
+            expect_convolver(*plan.get(), c.M);
         }
 }
 
@@ -86,7 +67,7 @@ TEST(Bluestein, AuxWordByWord) {
             const planned plan(record_of(p), solve_problem_c2c_1d_bluestein_sve);
             ASSERT_TRUE(bool(plan));
             const uint64_t* word = static_cast<uint64_t*>(plan->aux);
-            const uint64_t s = c.radices.size(), n = c.n;
+            const uint64_t s = c.radices.size();
             EXPECT_EQ(*word++, s);
             std::vector<stage_record> stages(s);
             memcpy(stages.data(), word, s * sizeof(stage_record));
@@ -106,26 +87,7 @@ TEST(Bluestein, AuxWordByWord) {
             EXPECT_LT(relative_error(kernel, reference::dft(sequence, -1)), error_limit(c.M) + 0x1p-23);
 
             const char* tables = reinterpret_cast<const char*>(word + c.p + c.M);
-            uint64_t done = 1;
-            for (uint64_t i = 0; i < s; ++i) {
-                const stage_record& stage = stages[i];
-                EXPECT_EQ(stage.radix, c.radices[i]);
-                EXPECT_EQ(stage.kernel == nullptr, i == 0);
-                EXPECT_EQ(stage.done, done);
-                EXPECT_EQ(stage.rest, n / done / stage.radix);
-                EXPECT_EQ(stage.is, i == 0 ? p.is : 1);
-                EXPECT_EQ(stage.os, i + 1 == s ? p.os : 1);
-                EXPECT_EQ(reinterpret_cast<char*>(stage.twiddles), tables);
-                if (i > 0) {
-                    std::vector<float> expected(2 * (stage.radix - 1) * done);
-                    const bool across_rows = i + 1 == s && p.is == 1 && p.os == 1;
-                    (across_rows ? twiddle_fill_last_sve : twiddle_fill_rows)(expected.data(), n, stage.radix, done,
-                                                                              stage.rest, p.sign);
-                    EXPECT_EQ(memcmp(tables, expected.data(), expected.size() * sizeof(float)), 0) << "stage " << i;
-                    tables += expected.size() * sizeof(float);
-                }
-                done *= stage.radix;
-            }
+            tables = expect_stages(stages.data(), c.radices, p, twiddle_fill_last_sve, tables);
             EXPECT_LE(tables, static_cast<char*>(plan->aux) + plan->aux_size);
         }
 }

@@ -5,7 +5,7 @@
 #include "dft/stage_list.h"
 #include "dft/twiddles.h"
 #include "planner/solvers.h"
-#include "tests/dft/problems.h"
+#include "tests/dft/convolution_plans.h"
 
 #include <cstring>
 
@@ -14,7 +14,7 @@ namespace {
 struct rader_row {
     planned::solve_function solve;
     std::string suffix;
-    void (*fill_last)(float*, uint64_t, uint64_t, uint64_t, uint64_t, int64_t);
+    twiddle_fill fill_last;
 };
 const rader_row rader_rows[] = {
     {solve_problem_c2c_1d_rader_sve, "sve", twiddle_fill_last_sve},
@@ -31,8 +31,6 @@ const rader_case cases[] = {
     {43, 43, {43}, 3},        {43 * 60, 43, {43, 20, 3}, 3},
     {1009, 1009, {1009}, 11}, {61 * 7 * 8, 61, {61, 14, 4}, 2},
 };
-
-std::vector<complex_problem> layouts(int64_t n) { return {{n, -1}, {n, 1}, {n, -1, 3, 1}, {n, 1, 1, 2}, {n, 1, 2, 5}}; }
 
 }  // namespace
 
@@ -53,24 +51,15 @@ TEST(Rader, Acceptance) {
 }
 
 TEST(Rader, RefusesWhatIsNotOneComplexTransform) {
-    for (const rader_row& row : rader_rows) {
-        std::vector<fft_plan> others(6, record_of({41}));
-        others[0].kind = kind_c2c_large_piece;
-        others[1].split = split_arrays;
-        others[2].howmany_rank = 1;
-        others[2].howmany[0] = {2, 41, 41};
-        others[3].rank = 2;
-        others[3].dims[1] = {4, 1, 1};
-        others[4].private_copy = 1;
-        others[5].rank = 0;
+    const std::vector<fft_plan> others = all_but_one_complex_transform(41);
+    for (const rader_row& row : rader_rows)
         for (size_t i = 0; i < others.size(); ++i) EXPECT_FALSE(bool(planned(others[i], row.solve))) << i;
-    }
 }
 
 TEST(Rader, StorageNamesAndSubplan) {
     for (const rader_row& row : rader_rows)
         for (const rader_case& c : cases)
-            for (const complex_problem& p : layouts(c.n)) {
+            for (const complex_problem& p : convolution_layouts(c.n)) {
                 const planned plan(record_of(p), row.solve);
                 ASSERT_TRUE(bool(plan)) << description(p, nullptr);
                 SCOPED_TRACE(description(p, plan.get()));
@@ -80,18 +69,7 @@ TEST(Rader, StorageNamesAndSubplan) {
                 EXPECT_EQ(plan->aux_size, (c.n + 16 * s + c.p + 2 * q) * 8);
                 EXPECT_EQ(plan->aux_owned, 1u);
                 EXPECT_EQ(plan->buffer_size, (q + (unit ? 1 : 2) * c.n) * 8);
-                ASSERT_EQ(plan->subplan_count, 1);
-                const fft_plan& subplan = *plan->subplans[0];
-                EXPECT_EQ(subplan.kind, uint32_t{kind_c2c});
-                EXPECT_EQ(subplan.sign, -1);
-                EXPECT_EQ(subplan.rank, 1);
-                EXPECT_EQ(subplan.howmany_rank, 0);
-                EXPECT_EQ(subplan.flags, 64u);
-                EXPECT_EQ(subplan.dims[0].n, int64_t(q));
-                EXPECT_EQ(subplan.dims[0].is, 1);
-                EXPECT_EQ(subplan.dims[0].os, 1);
-                EXPECT_EQ(subplan.in, plan->buffer);
-                EXPECT_EQ(subplan.out, plan->buffer);
+                expect_convolver(*plan.get(), int64_t(q));
             }
 }
 
@@ -99,12 +77,12 @@ TEST(Rader, StorageNamesAndSubplan) {
 TEST(Rader, AuxWordByWord) {
     for (const rader_row& row : rader_rows)
         for (const rader_case& c : cases)
-            for (const complex_problem& p : layouts(c.n)) {
+            for (const complex_problem& p : convolution_layouts(c.n)) {
                 SCOPED_TRACE(description(p, nullptr) + " " + row.suffix);
                 const planned plan(record_of(p), row.solve);
                 ASSERT_TRUE(bool(plan));
                 const uint64_t* word = static_cast<uint64_t*>(plan->aux);
-                const uint64_t q = c.p - 1, s = c.radices.size(), n = c.n;
+                const uint64_t q = c.p - 1, s = c.radices.size();
                 EXPECT_EQ(*word++, s);
                 std::vector<stage_record> stages(s);
                 memcpy(stages.data(), word, s * sizeof(stage_record));
@@ -128,27 +106,7 @@ TEST(Rader, AuxWordByWord) {
                 memcpy(static_cast<void*>(actual.data()), kernel, q * sizeof actual[0]);
                 EXPECT_LT(relative_error(actual, reference::dft(roots, -1)), error_limit(q) + 0x1p-23);
 
-                uint64_t done = 1;
-                for (uint64_t i = 0; i < s; ++i) {
-                    const stage_record& stage = stages[i];
-                    EXPECT_EQ(stage.radix, c.radices[i]);
-                    EXPECT_EQ(stage.kernel == nullptr, i == 0);
-                    EXPECT_EQ(stage.done, done);
-                    EXPECT_EQ(stage.rest, n / done / stage.radix);
-                    EXPECT_EQ(stage.is, i == 0 ? p.is : 1);
-                    EXPECT_EQ(stage.os, i + 1 == s ? p.os : 1);
-                    EXPECT_EQ(stage.sign, p.sign);
-                    EXPECT_EQ(reinterpret_cast<char*>(stage.twiddles), tables);
-                    if (i > 0) {
-                        std::vector<float> expected(2 * (stage.radix - 1) * done);
-                        const bool across_rows = i + 1 == s && p.is == 1 && p.os == 1;
-                        (across_rows ? row.fill_last : twiddle_fill_rows)(expected.data(), n, stage.radix, done,
-                                                                          stage.rest, p.sign);
-                        EXPECT_EQ(memcmp(tables, expected.data(), expected.size() * sizeof(float)), 0) << "stage " << i;
-                        tables += expected.size() * sizeof(float);
-                    }
-                    done *= stage.radix;
-                }
+                tables = expect_stages(stages.data(), c.radices, p, row.fill_last, tables);
                 EXPECT_LE(tables, static_cast<char*>(plan->aux) + plan->aux_size);
             }
 }
@@ -157,7 +115,7 @@ TEST(Rader, EveryFormComputes) {
     for (const rader_case& c : cases) {
         const sample expected(c.n);
         for (const rader_row& row : rader_rows)
-            for (complex_problem p : layouts(c.n))
+            for (complex_problem p : convolution_layouts(c.n))
                 for (bool in_place : {false, true}) {
                     p.in_place = in_place;
                     EXPECT_TRUE(computes(p, expected, row.solve));
