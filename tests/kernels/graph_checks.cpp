@@ -13,12 +13,9 @@ std::string at(int n, const node& v) {
     return " at t" + std::to_string(n) + " (operation " + std::to_string(int(v.what)) + ")";
 }
 
-// The slots of all nodes of a kind that are printed, in order.
 std::multiset<int> slots(const body& b, op what) {
-    std::multiset<int> result;
-    for (int n : b.order)
-        if (b.graph.nodes()[n].what == what) result.insert(b.graph.nodes()[n].slot);
-    return result;
+    const std::vector<int> in_order = slots_of(b, what);
+    return {in_order.begin(), in_order.end()};
 }
 
 std::multiset<int> range(int first, int end) {
@@ -47,6 +44,15 @@ bool same_graph(const body& a, const body& b) {
     const auto key_equal = [](const node& x, const node& y) { return x.key() == y.key(); };
     return a.order == b.order && std::equal(a.graph.nodes().begin(), a.graph.nodes().end(), b.graph.nodes().begin(),
                                             b.graph.nodes().end(), key_equal);
+}
+
+bool is_exchange(op what) { return what == op::zip_lo || what == op::zip_hi || what > op::store; }
+
+std::vector<int> slots_of(const body& b, op what) {
+    std::vector<int> result;
+    for (int n : b.order)
+        if (b.graph.nodes()[n].what == what) result.push_back(b.graph.nodes()[n].slot);
+    return result;
 }
 
 bodies different_bodies(const form& f, int size, int sign) {
@@ -103,6 +109,7 @@ complaints in_place_complaints(const body& b) {
 
 // Constants lie within the pool, in the forms that the vocabulary has: a lane of a pair for plain products, the odd
 // lane or a register that holds the number everywhere for rotated ones; doubled numbers for rotated ones only.
+// Real vectors also multiply by numbers that differ from lane to lane, and take any number everywhere.
 complaints constant_complaints(const body& b) {
     complaints result;
     const int pairs = int(b.graph.constants().entries().size());
@@ -112,10 +119,16 @@ complaints constant_complaints(const body& b) {
         const bool takes = turned || v.what == op::scale || v.what == op::fma || v.what == op::fms;
         if (takes != (v.k.entry != constant::none)) result.push_back("has or lacks a constant" + at(n, v));
         if (!takes || v.k == two) continue;
+        if (is_lanes(v.k)) {
+            if (v.k.entry - first_lanes_entry >= int(b.graph.constants().lanes().size()))
+                result.push_back("reads outside the pool" + at(n, v));
+            continue;
+        }
         if (v.k.entry < 0 || v.k.entry >= pairs || v.k.lane < 0 || v.k.lane > 1)
             result.push_back("reads outside the pool" + at(n, v));
         if (turned && !v.k.everywhere && v.k.lane != 1) result.push_back("turns by an even lane" + at(n, v));
-        if (v.k.everywhere && v.what == op::scale) result.push_back("scales by what is everywhere" + at(n, v));
+        if (v.k.everywhere && v.what == op::scale && !b.graph.constants().grows())
+            result.push_back("scales by what is everywhere" + at(n, v));
         if (v.k.twice && !turned) result.push_back("doubles a lane of a plain product" + at(n, v));
     }
     return result;
@@ -144,17 +157,22 @@ int peak_of_live_values(const body& b) {
 
 operation_counts count_operations(const body& b) {
     std::map<op, int> of;
-    for (int n : b.order) ++of[b.graph.nodes()[n].what];
+    int exchanges = 0;
+    for (int n : b.order) {
+        const op what = b.graph.nodes()[n].what;
+        ++of[what];
+        exchanges += is_exchange(what);
+    }
     return {.loads = of[op::load],
             .twiddles = of[op::twiddle],
-            .adds = of[op::add] + of[op::sub],
+            .adds = of[op::add] + of[op::sub] + of[op::neg],
             .turned = of[op::add_i] + of[op::sub_i],
             .scales = of[op::scale],
             .fused = of[op::fma] + of[op::fms] + of[op::twice_minus],
             .turned_fused = of[op::fma_i] + of[op::fms_i],
             .products = of[op::mul],
-            .zips = of[op::zip_lo] + of[op::zip_hi],
+            .exchanges = exchanges,
             .stores = of[op::store],
-            .pool = int(b.graph.constants().entries().size()),
+            .pool = int(b.graph.constants().entries().size() + b.graph.constants().lanes().size()),
             .peak = peak_of_live_values(b)};
 }

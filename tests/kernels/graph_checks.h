@@ -13,6 +13,9 @@ inline bool is_turned_product(generator::op what) {
 }
 bool same_graph(const generator::body& a, const generator::body& b);
 bool has(const generator::body& b, generator::op what);
+bool is_exchange(generator::op what);  // of lanes
+// The slots of all operations of a kind, in the printed order.
+std::vector<int> slots_of(const generator::body& b, generator::op what);
 
 // The bodies of a kernel that differ: those that a loop and its tail share count once.
 generator::bodies different_bodies(const generator::form& f, int size, int sign);
@@ -20,14 +23,14 @@ generator::bodies different_bodies(const generator::form& f, int size, int sign)
 // Each returns complaints, none if all is well.
 using complaints = std::vector<std::string>;
 complaints order_complaints(const generator::body& b);
-complaints load_complaints(const generator::body& b, int size);
+complaints load_complaints(const generator::body& b, int size);  // of complex bodies
 complaints store_complaints(const generator::body& b, int size);
 complaints in_place_complaints(const generator::body& b);
 complaints constant_complaints(const generator::body& b);
 
 struct operation_counts {
-    int loads, twiddles, adds, turned, scales, fused, turned_fused, products, zips, stores;
-    int pool;  // pairs of constants
+    int loads, twiddles, adds, turned, scales, fused, turned_fused, products, exchanges, stores;
+    int pool;  // pairs of constants, and vectors of them
     int peak;  // most vectors that are alive at once in the printed order, constants left out
     bool operator==(const operation_counts&) const = default;
 };

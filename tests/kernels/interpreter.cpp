@@ -14,8 +14,8 @@ constexpr number i_unit{0, 1};
 
 class interpreter {
 public:
-    interpreter(const body& b, const graph_source& load, const graph_source& twiddle)
-        : graph_(b.graph), load_(load), twiddle_(twiddle), values_(b.graph.nodes().size()) {
+    interpreter(const body& b, int lanes, const graph_source& load, const graph_source& twiddle)
+        : graph_(b.graph), lanes_(lanes), load_(load), twiddle_(twiddle), values_(b.graph.nodes().size()) {
         for (int n : b.order) run(graph_.nodes()[n], values_[n]);
     }
 
@@ -29,16 +29,42 @@ private:
             result = twiddle_(v.slot);
         } else if (v.what == op::store) {
             outputs[v.slot] = values_[v.a];
-        } else if (v.what == op::zip_lo || v.what == op::zip_hi) {
-            const int from = v.what == op::zip_hi;
-            result = {{values_[v.a].lane[from], values_[v.b].lane[from]}};
         } else {
-            for (int c = 0; c < graph_lanes; ++c)
-                result.lane[c] = arithmetic(v, values_[v.a].lane[c], v.b == none ? number{} : values_[v.b].lane[c]);
+            const graph_vector &a = values_[v.a], &b = v.b == none ? a : values_[v.b];
+            if (exchange(v.what, a, b, result)) return;
+            for (int c = 0; c < lanes_; ++c) result[c] = arithmetic(v, a[c], b[c], c);
         }
     }
 
-    number arithmetic(const node& v, number a, number b) const {
+    // False for an operation that keeps to the lanes.
+    bool exchange(op what, const graph_vector& a, const graph_vector& b, graph_vector& result) const {
+        switch (what) {
+            case op::zip_lo:
+            case op::interleave_lo:
+                for (int c = 0; c < lanes_; ++c) result[c] = (c % 2 ? b : a)[c / 2];
+                return true;
+            case op::zip_hi:
+            case op::interleave_hi:
+                for (int c = 0; c < lanes_; ++c) result[c] = (c % 2 ? b : a)[lanes_ / 2 + c / 2];
+                return true;
+            case op::evens:
+                result = {a[0], a[2], b[0], b[2]};
+                return true;
+            case op::odds:
+                result = {a[1], a[3], b[1], b[3]};
+                return true;
+            case op::swap_halves:
+                result = {a[2], a[3], a[0], a[1]};
+                return true;
+            case op::swap_pairs:
+                result = {a[1], a[0], a[3], a[2]};
+                return true;
+            default:
+                return false;
+        }
+    }
+
+    number arithmetic(const node& v, number a, number b, int lane) const {
         switch (v.what) {
             case op::mul:
                 return a * b;
@@ -51,17 +77,19 @@ private:
             case op::sub_i:
                 return a - i_unit * b;
             case op::scale:
-                return constant_of(v) * a;
+                return constant_of(v, lane) * a;
             case op::fma:
-                return a + constant_of(v) * b;
+                return a + constant_of(v, lane) * b;
             case op::fms:
-                return a - constant_of(v) * b;
+                return a - constant_of(v, lane) * b;
             case op::fma_i:
-                return a + constant_of(v) * i_unit * b;
+                return a + constant_of(v, lane) * i_unit * b;
             case op::fms_i:
-                return a - constant_of(v) * i_unit * b;
+                return a - constant_of(v, lane) * i_unit * b;
             case op::twice_minus:
                 return 2.0 * a - b;
+            case op::neg:
+                return -a;
             default:
                 std::fprintf(stderr, "interpreter: operation %d is unknown\n", int(v.what));
                 std::abort();
@@ -69,19 +97,21 @@ private:
     }
 
     // A rotated product reads the odd lanes of a pair, whatever lane the graph names.
-    double constant_of(const node& v) const {
+    double constant_of(const node& v, int lane) const {
         constant k = v.k;
+        if (is_lanes(k)) return double(graph_.constants().lanes()[k.entry - first_lanes_entry][lane]);
         if (is_turned_product(v.what) && !k.everywhere) k.lane = 1;
         return double(graph_.constants().value(k));
     }
 
     const dag& graph_;
+    int lanes_;
     const graph_source &load_, &twiddle_;
     std::vector<graph_vector> values_;
 };
 
 }  // namespace
 
-std::map<int, graph_vector> interpret(const body& b, const graph_source& load, const graph_source& twiddle) {
-    return interpreter(b, load, twiddle).outputs;
+std::map<int, graph_vector> interpret(const body& b, int lanes, const graph_source& load, const graph_source& twiddle) {
+    return interpreter(b, lanes, load, twiddle).outputs;
 }

@@ -2,6 +2,7 @@
 // The recorded graph of a kernel body, computed operation by operation in double precision, as the vocabulary of
 // kernels/ops defines the operations.
 #pragma once
+#include <array>
 #include <complex>
 #include <functional>
 #include <map>
@@ -10,13 +11,12 @@
 
 using number = std::complex<double>;
 
-// Two lanes tell apart what belongs to one lane and what moves between lanes.
-constexpr int graph_lanes = 2;
-struct graph_vector {
-    number lane[graph_lanes];
-};
+// Lanes tell apart what belongs to one lane and what moves between lanes: two complex numbers, or four real ones.
+constexpr int most_lanes = 4;
+using graph_vector = std::array<number, most_lanes>;
 
 using graph_source = std::function<graph_vector(int slot)>;
 
 // The outputs by their slots.
-std::map<int, graph_vector> interpret(const generator::body& b, const graph_source& load, const graph_source& twiddle);
+std::map<int, graph_vector> interpret(const generator::body& b, int lanes, const graph_source& load,
+                                      const graph_source& twiddle);

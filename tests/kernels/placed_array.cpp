@@ -26,7 +26,8 @@ const char* name_of(placement where) {
     return names[int(where)];
 }
 
-placed_array::placed_array(size_t count, placement where) {
+template <class element>
+placed_array<element>::placed_array(size_t count, placement where) {
     if (where == placement::between_guards) {
         size_ = count + 2 * guard;
         floats_.resize(size_);
@@ -36,11 +37,12 @@ placed_array::placed_array(size_t count, placement where) {
         map_pages(count, where == placement::ends_at_page);
     }
     const float nan = std::numeric_limits<float>::quiet_NaN();
-    std::fill(begin_, begin_ + size_, element{nan, nan});
+    std::fill_n(reinterpret_cast<float*>(begin_), size_ * sizeof(element) / sizeof nan, nan);
 }
 
 // A page that must not be touched, pages for the layout and one guard zone, a page that must not be touched.
-void placed_array::map_pages(size_t count, bool at_end) {
+template <class element>
+void placed_array<element>::map_pages(size_t count, bool at_end) {
     const size_t page = sysconf(_SC_PAGESIZE);
     size_ = count + guard;
     const size_t inner = (size_ * sizeof(element) + page - 1) / page * page;
@@ -53,14 +55,19 @@ void placed_array::map_pages(size_t count, bool at_end) {
     data_ = begin_ + (at_end ? guard : 0);
 }
 
-placed_array::~placed_array() {
+template <class element>
+placed_array<element>::~placed_array() {
     if (pages_) munmap(pages_, pages_size_);
 }
 
-bool placed_array::owns(const void* address) const {
+template <class element>
+bool placed_array<element>::owns(const void* address) const {
     const char* a = static_cast<const char*>(address);
     return a >= pages_ && a < pages_ + pages_size_;
 }
+
+template class placed_array<float>;
+template class placed_array<std::complex<float>>;
 
 bool survives(const std::function<void()>& call, const void*& address) {
     struct sigaction ours{}, before_segv, before_bus;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Arrays of complex numbers for one call of a kernel, filled with quiet NaNs: whoever reads one that was not set spoils
-// the result, and whoever writes outside the layout is seen. Instead of one of its two guard zones an array may have
-// a page that must not be touched at all.
+// Arrays of floats or of complex numbers for one call of a kernel, filled with quiet NaNs: whoever reads one that was
+// not set spoils the result, and whoever writes outside the layout is seen. Instead of one of its two guard zones an
+// array may have a page that must not be touched at all.
 #pragma once
 #include <complex>
 #include <functional>
@@ -11,10 +11,9 @@
 enum class placement { between_guards, ends_at_page, starts_at_page };
 const char* name_of(placement where);
 
+template <class element>
 class placed_array {
 public:
-    using element = std::complex<float>;
-
     placed_array(size_t count, placement where);
     ~placed_array();
     placed_array(const placed_array&) = delete;
@@ -40,6 +39,8 @@ private:
     element *begin_ = nullptr, *data_ = nullptr;
     size_t size_ = 0;
 };
+extern template class placed_array<float>;
+extern template class placed_array<std::complex<float>>;
 
 // Runs the call. False if it touched memory that it must not touch, at `address`.
 bool survives(const std::function<void()>& call, const void*& address);

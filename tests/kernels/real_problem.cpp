@@ -16,7 +16,6 @@ namespace {
 using namespace generator;
 
 constexpr double tolerance = 3e-7;
-constexpr size_t guard = 64;  // floats on either side of an array
 
 std::vector<int> sequence_slots(int n) {
     std::vector<int> slots(n);
@@ -65,13 +64,12 @@ int64_t distance(const real_problem& p, bool spectrum) {
                                                     : p.spectrum_distance;
 }
 
-std::vector<float> poisoned(const real_problem& p, bool spectrum, const std::vector<int>& slots) {
+// Floats of the layout of one side. The imaginary part that coefficient n / 2 hasn't belongs to it.
+int64_t extent(const real_problem& p, bool spectrum, const std::vector<int>& slots) {
     int64_t last = 0;
     for (int slot : slots) last = std::max(last, position(p, spectrum, slot));
-    if (p.in_place) last = std::max<int64_t>(last, 2 * p.n * std::max(p.stride, p.spectrum_stride));
-    // The slots of imaginary parts that don't exist belong to the array: what happens to them is checked.
-    const int64_t count = last + 2 + int64_t(std::max(p.count, 1) - 1) * distance(p, spectrum);
-    return std::vector<float>(count + 2 * guard, std::numeric_limits<float>::quiet_NaN());
+    if (spectrum && p.spectrum == storage::complex_numbers && p.n % 2 == 0) ++last;
+    return last + 1 + int64_t(std::max(p.count, 1) - 1) * distance(p, spectrum);
 }
 
 void call_cosine(const real_problem& p, const float* in, float* out) {
@@ -99,19 +97,19 @@ void call(const real_problem& p, float* in, float* out) {
 }
 
 std::string compare(const real_problem& p, const std::vector<float>& got, const std::vector<float>& before,
-                    const std::vector<double>& want) {
+                    const std::vector<double>& want, size_t front) {
     double error = 0, norm = 0;
     const bool exact = is_exact(*p.form, p.n);
     for (size_t e = 0; e < got.size(); ++e) {
         if (std::isnan(want[e])) {
             if (std::memcmp(&got[e], &before[e], sizeof got[e]) != 0)
-                return "wrote outside its outputs, at " + std::to_string(ptrdiff_t(e) - ptrdiff_t(guard));
+                return "wrote outside its outputs, at " + std::to_string(ptrdiff_t(e) - ptrdiff_t(front));
             continue;
         }
         const double difference = std::fabs(got[e] - want[e]);
         // Half a unit in the last place of a float, and what double precision may add.
         const double half_unit = std::ldexp(1, std::ilogb(want[e]) - 24);
-        if (exact && !(difference <= half_unit + 1e-14)) return "not the nearest float at " + std::to_string(e - guard);
+        if (exact && !(difference <= half_unit + 1e-14)) return "not the nearest float at " + std::to_string(e - front);
         error += difference * difference;
         norm += want[e] * want[e];
     }
@@ -160,27 +158,32 @@ std::string describe(const real_problem& p) {
                                                  : " half-complex")
       << " count=" << p.count << " stride=" << p.stride << " distance=" << p.distance
       << " spectrum stride=" << p.spectrum_stride << " distance=" << p.spectrum_distance
-      << (p.in_place ? " in place" : "");
+      << (p.in_place ? " in place, " : " ") << name_of(p.where);
     return s.str();
 }
 
 std::string check(const real_problem& p, const real_rows& rows) {
     const bool cosine = p.spectrum == storage::plain, spectrum_in = !cosine && !is_forward(*p.form);
     const bool spectrum_out = cosine || is_forward(*p.form);
-    auto in = poisoned(p, spectrum_in, rows.in_slots), out = poisoned(p, spectrum_out, rows.out_slots);
+    const int64_t in_extent = extent(p, spectrum_in, rows.in_slots),
+                  out_extent = extent(p, spectrum_out, rows.out_slots);
+    placed_array<float> in(p.in_place ? std::max(in_extent, out_extent) : in_extent, p.where), out(out_extent, p.where);
     for (int row = 0; row < p.count; ++row)
         for (size_t i = 0; i < rows.in_slots.size(); ++i)
-            in[guard + row * distance(p, spectrum_in) + position(p, spectrum_in, rows.in_slots[i])] =
-                float(rows.in[row][i]);
-    auto& target = p.in_place ? in : out;
-    std::vector<double> want(target.size(), std::numeric_limits<double>::quiet_NaN());
+            in[row * distance(p, spectrum_in) + position(p, spectrum_in, rows.in_slots[i])] = float(rows.in[row][i]);
+    placed_array<float>& target = p.in_place ? in : out;
+    const auto in_before = in.whole(), before = target.whole();
+    std::vector<double> want(before.size(), std::numeric_limits<double>::quiet_NaN());
     for (int row = 0; row < std::min(p.count, rows_done(*p.form, p.count)); ++row)
         for (size_t o = 0; o < rows.out_slots.size(); ++o)
-            want.at(guard + row * distance(p, spectrum_out) + position(p, spectrum_out, rows.out_slots[o])) =
+            want.at(target.front() + row * distance(p, spectrum_out) + position(p, spectrum_out, rows.out_slots[o])) =
                 rows.out[row][o];
-    const auto in_before = in, before = target;
-    call(p, in.data() + guard, target.data() + guard);
-    if (!p.in_place && std::memcmp(in.data(), in_before.data(), in.size() * sizeof in[0]) != 0)
+    const void* address = nullptr;
+    if (!survives([&] { call(p, in.data(), target.data()); }, address))
+        return std::string("touched memory near its ") + (in.owns(address)    ? "input"
+                                                          : out.owns(address) ? "output"
+                                                                              : "?");
+    if (!p.in_place && std::memcmp(in.whole().data(), in_before.data(), in_before.size() * sizeof in_before[0]) != 0)
         return "wrote to its input";
-    return compare(p, target, before, want);
+    return compare(p, target.whole(), before, want, target.front());
 }

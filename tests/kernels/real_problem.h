@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// One call of one kernel of real data on poisoned arrays between guard zones, checked against sums in double precision.
+// One call of one kernel of real data on poisoned arrays, checked against sums in double precision.
 #pragma once
 #include <string>
 #include <vector>
 
 #include "kernels/generator/forms.h"
 #include "kernels/registry.h"
+#include "placed_array.h"
 
 enum class storage {
     complex_numbers,  // coefficients as pairs
@@ -35,6 +36,7 @@ struct real_problem {
     // complex elements, or floats of half-complex and plain storage.
     int stride, distance, spectrum_stride, spectrum_distance;
     bool in_place = false;
+    placement where = placement::between_guards;
 };
 
 bool is_forward(const generator::form& f);

@@ -102,7 +102,7 @@ TEST(GraphChecks, Counts) {
                                     .fused = 0,
                                     .turned_fused = 0,
                                     .products = 0,
-                                    .zips = 0,
+                                    .exchanges = 0,
                                     .stores = 2,
                                     .pool = 1,
                                     .peak = 3};
@@ -111,8 +111,8 @@ TEST(GraphChecks, Counts) {
 
 TEST(Interpreter, Operations) {
     const number x[] = {{1, 2}, {3, -5}};
-    const auto load = [&](int slot) -> graph_vector { return {{x[slot], 2.0 * x[slot]}}; };
-    const auto twiddle = [](int) -> graph_vector { return {{{0, 1}, {2, 0}}}; };
+    const auto load = [&](int slot) -> graph_vector { return {x[slot], 2.0 * x[slot]}; };
+    const auto twiddle = [](int) -> graph_vector { return {number(0, 1), number(2, 0)}; };
     const number i_unit(0, 1);
     const double c = -0.5, s = -std::sqrt(0.75);  // of 3, forward
     struct {
@@ -141,9 +141,9 @@ TEST(Interpreter, Operations) {
             g.store(2, changed.order.back());
             print(changed, int(g.nodes().size()) - 1);
         });
-        const graph_vector result = interpret(b, load, twiddle).at(2);
-        EXPECT_LT(std::abs(result.lane[0] - o.expected), 1e-15) << int(o.what);
-        EXPECT_LT(std::abs(result.lane[1] - 2.0 * o.expected), 1e-15) << int(o.what);
+        const graph_vector result = interpret(b, 2, load, twiddle).at(2);
+        EXPECT_LT(std::abs(result[0] - o.expected), 1e-15) << int(o.what);
+        EXPECT_LT(std::abs(result[1] - 2.0 * o.expected), 1e-15) << int(o.what);
     }
     const body exchanged = transform_of_two([](body& b) {
         dag& g = b.graph;
@@ -153,9 +153,40 @@ TEST(Interpreter, Operations) {
         g.store(3, g.scale(hi, {0, 0}));
         for (int n = b.order.back() + 1; n < int(g.nodes().size()); ++n) print(b, n);
     });
-    const auto results = interpret(exchanged, load, twiddle);
-    EXPECT_EQ(results.at(2).lane[0], x[0] * i_unit);
-    EXPECT_EQ(results.at(2).lane[1], x[1] * 2.0);
-    EXPECT_EQ(results.at(3).lane[0], x[0] * 2.0 * c);
-    EXPECT_EQ(results.at(3).lane[1], x[1] * 2.0 * c);
+    const auto results = interpret(exchanged, 2, load, twiddle);
+    EXPECT_EQ(results.at(2)[0], x[0] * i_unit);
+    EXPECT_EQ(results.at(2)[1], x[1] * 2.0);
+    EXPECT_EQ(results.at(3)[0], x[0] * 2.0 * c);
+    EXPECT_EQ(results.at(3)[1], x[1] * 2.0 * c);
+}
+
+// Exchanges of four real lanes, and constants that differ between them.
+TEST(Interpreter, FourRealLanes) {
+    const auto load = [](int slot) -> graph_vector {
+        const double first = 10.0 * slot;
+        return {first, first + 1, first + 2, first + 3};
+    };
+    struct {
+        op what;
+        graph_vector expected;
+    } const exchanges[] = {
+        {op::interleave_lo, {0, 10, 1, 11}}, {op::interleave_hi, {2, 12, 3, 13}}, {op::evens, {0, 2, 10, 12}},
+        {op::odds, {1, 3, 11, 13}},          {op::swap_halves, {2, 3, 0, 1}},     {op::swap_pairs, {1, 0, 3, 2}},
+        {op::neg, {0, -1, -2, -3}},
+    };
+    for (const auto& e : exchanges) {
+        const body b = transform_of_two([&](body& changed) {
+            const bool unary = e.what == op::swap_halves || e.what == op::swap_pairs || e.what == op::neg;
+            print(changed, changed.graph.binary(e.what, 0, unary ? none : 1));
+            changed.graph.store(2, changed.order.back());
+            print(changed, int(changed.graph.nodes().size()) - 1);
+        });
+        EXPECT_EQ(interpret(b, 4, load, load).at(2), e.expected) << int(e.what);
+    }
+    body b{dag(pool::growing(false), false), {}};
+    const int x = b.graph.load(1);
+    b.graph.store(0, b.graph.scale(x, b.graph.constants().add_lanes({1, 2, 3, 4})));
+    b.order = {0, 1, 2};
+    EXPECT_EQ(interpret(b, 4, load, load).at(0), (graph_vector{10, 22, 36, 52}));
+    EXPECT_EQ(constant_complaints(b), complaints{});
 }

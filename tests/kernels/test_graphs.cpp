@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Every kernel body as the generator records it: its promises, read off the graph, and the transform that it computes,
-// in double precision. What compilers make of a body is test_kernels' business.
+// Every body of a complex kernel as the generator records it: its promises, read off the graph, and the transform that
+// it computes, in double precision. What compilers make of a body is test_kernels' business.
 #include <gtest/gtest.h>
 
 #include <numbers>
@@ -15,6 +15,7 @@ using namespace generator;
 
 constexpr double tolerance = 1e-13;
 constexpr int signs[] = {-1, 1};
+constexpr int complex_lanes = 2;
 
 bool is_direct(const form& f) {
     return f.loop == shape::direct || f.loop == shape::many || f.loop == shape::assemble || f.loop == shape::rows;
@@ -62,15 +63,15 @@ struct impulses {
 double error_of(const body& b, const impulses& x, int sign) {
     const bool twiddled = has(b, op::twiddle), transposed = has(b, op::zip_lo);
     const auto load = [&](int slot) -> graph_vector {
-        if (!transposed) return {{x.in(slot, 0), x.in(slot, 1)}};
+        if (!transposed) return {x.in(slot, 0), x.in(slot, 1)};
         const row_slot s = row_slot::unpack(slot);
-        return {{x.in(s.column, s.row), x.in(s.column + 1, s.row)}};
+        return {x.in(s.column, s.row), x.in(s.column + 1, s.row)};
     };
-    const auto twiddle = [&](int slot) -> graph_vector { return {{twiddle_of(slot, 0), twiddle_of(slot, 1)}}; };
+    const auto twiddle = [&](int slot) -> graph_vector { return {twiddle_of(slot, 0), twiddle_of(slot, 1)}; };
     double error = 0;
-    for (const auto& [k, result] : interpret(b, load, twiddle))
-        for (int c = 0; c < graph_lanes; ++c)
-            error = std::max(error, std::abs(result.lane[c] - x.out(k, c, sign, twiddled)));
+    for (const auto& [k, result] : interpret(b, complex_lanes, load, twiddle))
+        for (int c = 0; c < complex_lanes; ++c)
+            error = std::max(error, std::abs(result[c] - x.out(k, c, sign, twiddled)));
     return error;
 }
 

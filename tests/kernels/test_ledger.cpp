@@ -30,7 +30,7 @@ constexpr column columns[] = {
     {"twid", &operation_counts::twiddles}, {"add", &operation_counts::adds},
     {"add_i", &operation_counts::turned},  {"mul", &operation_counts::scales},
     {"fma", &operation_counts::fused},     {"fma_i", &operation_counts::turned_fused},
-    {"cmul", &operation_counts::products}, {"zip", &operation_counts::zips},
+    {"cmul", &operation_counts::products}, {"zip", &operation_counts::exchanges},
     {"pool", &operation_counts::pool},     {"alive", &operation_counts::peak},
 };
 
@@ -73,8 +73,12 @@ lines kernel_lines(const form& f, int size, int sign, const char* direction) {
 lines ledger() {
     lines all;
     for (const form& f : forms()) {
-        if (is_real(f)) continue;
         for (const int size : f.sizes) {
+            if (f.sign != 0) {
+                const lines one = kernel_lines(f, size, f.sign, f.sign < 0 ? "fwd" : "bwd");
+                all.insert(all.end(), one.begin(), one.end());
+                continue;
+            }
             const bool same = kernel_lines(f, size, -1, "") == kernel_lines(f, size, 1, "");
             lines added = kernel_lines(f, size, -1, same ? "both" : "fwd");
             if (!same)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every kernel of real data, run as built: all counts on either side of two groups of rows, rows one after the other,
-// side by side and apart, both storages of the spectrum, in place, between guard zones.
+// side by side and apart, both storages of the spectrum, in place; in arrays between guard zones, before a page that
+// must not be touched, and behind one.
 #include <gtest/gtest.h>
 
 #include <algorithm>
@@ -63,7 +64,10 @@ TEST_P(real_kernels, compute_their_transforms) {
         ASSERT_NE(kernel, nullptr) << family().name << " " << n;
         const real_rows rows(family(), n);
         for (const storage s : storages())
-            for (const int count : counts()) check_layouts({&family(), kernel, n, s, count, 0, 0, 0, 0}, rows);
+            for (const int count : counts())
+                for (const placement where :
+                     {placement::between_guards, placement::ends_at_page, placement::starts_at_page})
+                    check_layouts({&family(), kernel, n, s, count, 0, 0, 0, 0, false, where}, rows);
     }
 }
 
