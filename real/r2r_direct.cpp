@@ -5,6 +5,7 @@
 #include "batch/in_place.h"
 #include "planner/solvers.h"
 #include "real/direct_tables.h"
+#include "real/mirror.h"
 
 namespace {
 
@@ -36,9 +37,30 @@ void execute_hc2r(fft_plan* plan, float* in, float* out) {
                aux.offsets(2), rows.n, rows.is, rows.os);
 }
 
-// (Re, Im) of each coefficient becomes (Re - Im, Re + Im).
+// (Re, Im) of coefficient k, or of eight, becomes (Re - Im, Re + Im).
+struct folded {
+    complex4 low, high;
+};
+
+folded folded8(const float* h, int64_t n, int64_t k) {
+    const complex4 re = load4(h + k), im = load8_down(h + n - k);
+    return {sub(re, im), add(re, im)};
+}
+
+void store_folded8(float* h, int64_t n, int64_t k, const folded& f) {
+    store4(h + k, f.low);
+    store8_down(h + n - k, f.high);
+}
+
+// The last eight may begin inside the eight before: they are read before anything is written.
 void fold_half_complex(float* h, int64_t n, int64_t stride) {
-    for (int64_t k = 1; k < n >> 1; ++k) {
+    const int64_t last = (n >> 1) - 1, final = last - 7;
+    if (stride == 1 && final >= 1) {
+        const folded held = folded8(h, n, final);
+        for (int64_t k = 1; k < final; k += 8) store_folded8(h, n, k, folded8(h, n, k));
+        return store_folded8(h, n, final, held);
+    }
+    for (int64_t k = 1; k <= last; ++k) {
         const float re = h[k * stride], im = h[(n - k) * stride];
         h[k * stride] = re - im;
         h[(n - k) * stride] = re + im;

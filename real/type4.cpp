@@ -183,7 +183,10 @@ void execute_odd(fft_plan* plan, float* in, float* out) {
     const int64_t n = dim.n, m = n >> 1;
     constexpr float root2 = 1.4142135f;
     float* const h = scratch.data();
-    for (int64_t t = 0; t < n; ++t) h[t] = extended<sine>(in, (m + 4 * t) % (4 * n), n, dim.is);
+    for (int64_t t = 0, i = m; t < n; ++t) {
+        h[t] = extended<sine>(in, i, n, dim.is);
+        i += i + 4 < 4 * n ? 4 : 4 - 4 * n;
+    }
     run_subplan(plan, h, h);
     const auto put = [&](int64_t k, float value) { out[k * dim.os] = root2 * (sine && (k & 1) ? -value : value); };
     for (int64_t k = 1; k <= m; ++k) {
