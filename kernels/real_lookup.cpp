@@ -40,13 +40,31 @@ const redft00_kernel_row redft00_loop[4] = {
 
 namespace {
 
-void pick_stage(sorensen_stage_record* stage, const fft_plan*) { stage->kernel = nullptr; }
+constexpr uint64_t stage_slots = 64;
+
+void pick_stage(sorensen_stage_record* stage, const fft_plan* plan, const sorensen_kernel (&table)[stage_slots]) {
+    const bool found =
+        plan->dims[0].is == 1 && plan->dims[0].os == 1 && plan->sign == sign_backward && stage->radix - 1 < stage_slots;
+    stage->kernel = found ? table[stage->radix - 1] : nullptr;
+}
 
 }  // namespace
 
-void stage_lookup_sorensen_first_neon(sorensen_stage_record* stage, const fft_plan* plan) { pick_stage(stage, plan); }
-void stage_lookup_sorensen_other_neon(sorensen_stage_record* stage, const fft_plan* plan) { pick_stage(stage, plan); }
-void stage_lookup_sorensen_last_neon(sorensen_stage_record* stage, const fft_plan* plan) { pick_stage(stage, plan); }
-void stage_lookup_sorensen_first_sve(sorensen_stage_record* stage, const fft_plan* plan) { pick_stage(stage, plan); }
-void stage_lookup_sorensen_other_sve(sorensen_stage_record* stage, const fft_plan* plan) { pick_stage(stage, plan); }
-void stage_lookup_sorensen_last_sve(sorensen_stage_record* stage, const fft_plan* plan) { pick_stage(stage, plan); }
+void stage_lookup_sorensen_first_neon(sorensen_stage_record* stage, const fft_plan* plan) {
+    pick_stage(stage, plan, sorensen_first_neon_bwd);
+}
+void stage_lookup_sorensen_other_neon(sorensen_stage_record* stage, const fft_plan* plan) {
+    pick_stage(stage, plan, sorensen_other_neon_bwd);
+}
+void stage_lookup_sorensen_last_neon(sorensen_stage_record* stage, const fft_plan* plan) {
+    pick_stage(stage, plan, sorensen_last_neon_bwd);
+}
+void stage_lookup_sorensen_first_sve(sorensen_stage_record* stage, const fft_plan* plan) {
+    pick_stage(stage, plan, sorensen_first_sve_bwd);
+}
+void stage_lookup_sorensen_other_sve(sorensen_stage_record* stage, const fft_plan* plan) {
+    pick_stage(stage, plan, sorensen_other_sve_bwd);
+}
+void stage_lookup_sorensen_last_sve(sorensen_stage_record* stage, const fft_plan* plan) {
+    pick_stage(stage, plan, sorensen_last_sve_bwd);
+}

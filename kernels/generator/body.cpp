@@ -29,8 +29,8 @@ values inputs(dag& g, const body_kind& kind) {
     return x;
 }
 
-// a + i b and a - i b both end in memory: the second is made from the first, which its store has set free, so that
-// a needn't be copied.
+}  // namespace
+
 void chain_rotated_pairs(dag& g, values& outputs) {
     for (size_t first = 0; first < outputs.size(); ++first)
         for (size_t second = first + 1; second < outputs.size(); ++second) {
@@ -45,8 +45,6 @@ void chain_rotated_pairs(dag& g, values& outputs) {
                 outputs[second].n = g.fused(op::fma_i, f, u.b, k);
         }
 }
-
-}  // namespace
 
 body make_body(const body_kind& kind) {
     body result{dag(pool(kind.size, kind.sign), kind.overwrites), {}};

@@ -3,6 +3,7 @@
 // which they are to be printed.
 #pragma once
 #include "kernels/generator/dag.h"
+#include "kernels/generator/value.h"
 
 namespace generator {
 
@@ -29,5 +30,9 @@ struct body {
 };
 
 body make_body(const body_kind& kind);
+
+// a + i b and a - i b both end in memory: the second is made from the first, which its store has set free, so that
+// a needn't be copied.
+void chain_rotated_pairs(dag& g, values& outputs);
 
 }  // namespace generator

@@ -14,6 +14,7 @@ constexpr int real_many_sizes[] = {2, 3, 4, 8, 16};
 constexpr int quad_only_sizes[] = {32};  // smaller ones are those of r2c_many
 constexpr int cosine_sizes[] = {2, 3, 4, 17};
 constexpr int half_complex_sizes[] = {2, 4, 8, 16, 32};
+constexpr int sorensen_sizes[] = {2, 3, 4, 5, 7, 8, 12, 16, 32};
 constexpr int scalar_sizes[] = {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 15, 16, 17, 21, 24};
 
 using enum instruction_set;
@@ -59,6 +60,13 @@ constexpr form table[] = {
     {"r2hc_loop",            neon,   real_rows,   offsets, half_complex_sizes, -1},
     {"hc2r_loop",            neon,   real_rows,   offsets, half_complex_sizes,                 +1},
     {"redft00_loop",         neon,   cosine_rows, offsets, cosine_sizes,                 -1},
+
+    {"sorensen_first_neon",  neon,   sorensen_first, contig, sorensen_sizes, +1},
+    {"sorensen_other_neon",  neon,   sorensen_other, contig, sorensen_sizes, +1},
+    {"sorensen_last_neon",   neon,   sorensen_last,  contig, sorensen_sizes, +1},
+    {"sorensen_first_sve",   sve,    sorensen_first, contig, sorensen_sizes, +1},
+    {"sorensen_other_sve",   sve,    sorensen_other, contig, sorensen_sizes, +1},
+    {"sorensen_last_sve",    sve,    sorensen_last,  contig, sorensen_sizes, +1},
 };
 // clang-format on
 

@@ -22,6 +22,10 @@ enum class shape {
     real_quad,    // rows in groups of four, one row in every lane
     real_rows,    // any number of rows; adjacent rows in lanes
     cosine_rows,  // likewise, type I cosine transforms
+
+    sorensen_first,  // stages of Hermitian spectra: over the rows; one branch
+    sorensen_other,  // over the rows and the branches
+    sorensen_last,   // over the branches; one row, which is real
 };
 
 // Where the elements lie and what the lanes of a vector are.
@@ -43,6 +47,7 @@ struct form {
 };
 
 inline bool is_real(const form& f) { return f.data == layout::offsets; }
+inline bool is_sorensen(const form& f) { return f.loop >= shape::sorensen_first; }
 inline bool has_direction(const form& f, int sign) { return f.sign == 0 || f.sign == sign; }
 
 std::span<const form> forms();

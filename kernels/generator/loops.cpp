@@ -5,6 +5,7 @@
 
 #include "kernels/generator/loop_shapes.h"
 #include "kernels/generator/real_loops.h"
+#include "kernels/generator/sorensen_loops.h"
 
 namespace generator {
 
@@ -80,6 +81,7 @@ std::string kernel_name(const form& f, int size, int sign) {
 
 std::string kernel_parameters(const form& f) {
     if (is_real(f)) return real_kernel_parameters(f);
+    if (is_sorensen(f)) return sorensen_kernel_parameters();
     if (is_stage(f)) return "(const stage_record* stage, const float* in, float* out)";
     if (f.loop == shape::assemble || f.loop == shape::many || f.loop == shape::rows)
         return "(" + run_parameters(f) + ")";
@@ -88,6 +90,7 @@ std::string kernel_parameters(const form& f) {
 
 std::string kernel_source(const form& f, int size) {
     if (is_real(f)) return real_kernel_text(f, size).str();
+    if (is_sorensen(f)) return sorensen_kernel_text(f, size).str();
     text out;
     out.append("// " + std::string(f.name) + ", size " + std::to_string(size) + ". Written by kernels/generator.\n\n");
     const std::string forward = run_text(f, size, -1).str(), backward = run_text(f, size, +1).str();
@@ -102,6 +105,7 @@ std::string kernel_source(const form& f, int size) {
 }
 
 bodies kernel_bodies(const form& f, int size, int sign) {
+    if (is_sorensen(f)) return sorensen_kernel_text(f, size).printed_bodies();
     return (is_real(f) ? real_kernel_text(f, size) : run_text(f, size, sign)).printed_bodies();
 }
 

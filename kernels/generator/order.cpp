@@ -16,6 +16,7 @@ public:
         : nodes_(graph.nodes()),
           done_(nodes_.size()),
           live_(nodes_.size()),
+          finishes_(nodes_.size()),
           store_of_(nodes_.size(), none),
           loads_first_(loads_first),
           stores_pairs_(stores_pairs) {
@@ -39,6 +40,10 @@ private:
     }
 
     void mark_live() {
+        for (int n = 0; n < int(nodes_.size()); ++n) {
+            const op what = nodes_[n].what;
+            finishes_[n] = what == op::mul || what == op::zip_lo || what == op::zip_hi;
+        }
         for (int n = int(nodes_.size()) - 1; n >= 0; --n) {
             const node& v = nodes_[n];
             if (v.what == op::store) {
@@ -49,8 +54,27 @@ private:
             if (!live_[n]) continue;
             if (v.what == op::load) ++loads_left_;
             for (int operand : {v.a, v.b})
-                if (operand != none) live_[operand] = true;
+                if (operand != none) {
+                    live_[operand] = true;
+                    if (v.what != op::store && !finishes_[n]) finishes_[operand] = false;
+                }
         }
+    }
+
+    bool is_ready(int n) const {
+        return n == none || done_[n] || nodes_[n].what == op::twiddle || nodes_[n].what == op::load;
+    }
+
+    // What a value only passes on its way to memory follows it as soon as all of it is there.
+    void visit_finishers(int n) {
+        bool any = false;
+        for (int user = n + 1; user < int(nodes_.size()); ++user) {
+            const node& u = nodes_[user];
+            if (!live_[user] || !finishes_[user] || (u.a != n && u.b != n)) continue;
+            any = true;
+            if (is_ready(u.a) && is_ready(u.b)) visit(user);
+        }
+        if (any) visit_users(n);
     }
 
     void visit(int n) {
@@ -60,6 +84,7 @@ private:
         visit(nodes_[n].b);
         order_.push_back(n);
         if (nodes_[n].what == op::load) --loads_left_;
+        visit_finishers(n);
         if (store_of_[n] != none) store_all(stored_with(store_of_[n]));
     }
 
@@ -78,14 +103,18 @@ private:
             if (!done_[nodes_[s].a]) return;
         std::vector<int>& to = loads_first_ && loads_left_ > 0 ? held_back_ : order_;
         to.insert(to.end(), stores.begin(), stores.end());
-        // What is made from a stored value overwrites it.
-        for (int s : stores)
-            for (int user = nodes_[s].a + 1; user < int(nodes_.size()); ++user)
-                if (nodes_[user].a == nodes_[s].a && nodes_[user].what != op::store) visit(user);
+        for (int s : stores) visit_users(nodes_[s].a);
+    }
+
+    // What is made from a value that went to memory overwrites it.
+    void visit_users(int n) {
+        for (int user = n + 1; user < int(nodes_.size()); ++user)
+            if (nodes_[user].a == n && nodes_[user].what != op::store && !finishes_[user]) visit(user);
     }
 
     const std::vector<node>& nodes_;
     std::vector<bool> done_, live_;
+    std::vector<bool> finishes_;  // permutations and products of which nothing but stores is made
     std::vector<int> store_of_;
     bool loads_first_, stores_pairs_;
     int loads_left_ = 0, store_count_ = 0;

@@ -38,6 +38,7 @@ public:
 
     std::string name(const constant& k) const {
         if (k == two) return "two";
+        if (k == conjugating) return "signs";
         if (is_lanes(k))  // loaded where it is used: there are too many to be held
             return "constants(pool + " + std::to_string(body_.graph.constants().lanes_offset(k)) + ")";
         if (in_quad(k)) return "q" + std::to_string(k.entry / 2);
@@ -50,6 +51,8 @@ public:
         for (const auto& [text_name, k] : used_) {
             if (k == two)
                 out.line("const vec two = same(2.0f);");
+            else if (k == conjugating)
+                out.line("const vec signs = conjugation();");
             else if (k.twice)
                 out.line("const vec ", text_name, " = add(", name(once(k)), ", ", name(once(k)), ");");
             else if (k.everywhere)

@@ -6,6 +6,7 @@
 #include "kernels/generator/loops.h"
 #include "kernels/generator/pool.h"
 #include "kernels/generator/real_loops.h"
+#include "kernels/generator/sorensen_loops.h"
 
 namespace generator {
 
@@ -22,8 +23,15 @@ std::string pool_name(int size, int sign) {
 
 int slots(const form& f) { return is_real(f) ? real_table_slots : table_slots; }
 
+std::vector<named_pool> pools_of(const form& f, int size) {
+    if (is_real(f)) return real_pools(f, size);
+    if (is_sorensen(f)) return sorensen_pools(f, size);
+    return {};
+}
+
 const char* pointer_type(const form& f) {
     if (is_real(f)) return f.loop == shape::cosine_rows ? "redft00_kernel" : "real_kernel";
+    if (is_sorensen(f)) return "sorensen_kernel";
     switch (f.loop) {
         case shape::direct:
             return f.data == layout::contig ? "direct_contig_kernel" : "direct_strided_kernel";
@@ -87,8 +95,7 @@ std::string declarations_text() {
             if (!pool(size, sign).entries().empty()) s += "extern const float " + pool_name(size, sign) + "[];\n";
     for (const form& f : forms())
         for (int size : f.sizes) {
-            if (is_real(f))
-                for (const named_pool& p : real_pools(f, size)) s += "extern const " + array_of(p) + ";\n";
+            for (const named_pool& p : pools_of(f, size)) s += "extern const " + array_of(p) + ";\n";
             for (int sign : signs)
                 if (has_direction(f, sign)) s += "void " + kernel_name(f, size, sign) + kernel_parameters(f) + ";\n";
         }
@@ -170,9 +177,8 @@ std::string pools_text() {
             s += "};\n";
         }
     for (const form& f : forms())
-        if (is_real(f))
-            for (int size : f.sizes)
-                for (const named_pool& p : real_pools(f, size)) s += pool_text(p);
+        for (int size : f.sizes)
+            for (const named_pool& p : pools_of(f, size)) s += pool_text(p);
     return s;
 }
 

@@ -19,6 +19,8 @@ using values = std::vector<value>;
 inline value rotated(value a, int quarters) { return {a.graph, a.n, ((a.quarters + quarters) % 4 + 4) % 4}; }
 inline value operator-(value a) { return rotated(a, 2); }
 inline value times_i(value a) { return rotated(a, 1); }
+// Free when it is added to a number that isn't conjugated.
+inline value conjugate(value a) { return {a.graph, a.graph->scale(a.n, conjugating), -a.quarters & 3}; }
 
 value operator+(value a, value b);
 inline value operator-(value a, value b) { return a + (-b); }

@@ -48,6 +48,10 @@ template <int lane>
 OPS_INLINE vec fms(vec a, vec b, quad k) {
     return vfms_laneq_f32(a, b, k, lane);
 }
+OPS_INLINE vec fma_all(vec a, vec b, vec k) { return vfma_f32(a, b, k); }
+OPS_INLINE vec fms_all(vec a, vec b, vec k) { return vfms_f32(a, b, k); }
+OPS_INLINE vec conjugation() { return vreinterpret_f32_u64(vdup_n_u64(0xbf8000003f800000)); }
+OPS_INLINE vec load_backward(const float* p) { return load(p); }
 OPS_INLINE vec fma_i(vec a, vec b, vec k) { return vcmla_rot90_f32(a, k, b); }
 OPS_INLINE vec fms_i(vec a, vec b, vec k) { return vcmla_rot270_f32(a, k, b); }
 
@@ -66,6 +70,8 @@ OPS_INLINE quad two_constants(const float* p) { return portable::load<2>(p); }
 OPS_INLINE vec load(const float* p) { return portable::load<1>(p); }
 OPS_INLINE vec constant(const float* p) { return portable::constant<1>(p); }
 OPS_INLINE vec same(float k) { return portable::same<1>(k); }
+OPS_INLINE vec conjugation() { return portable::conjugation<1>(); }
+OPS_INLINE vec load_backward(const float* p) { return load(p); }
 OPS_INLINE row_twiddle load_row(const float* p) { return load(p); }
 
 }  // namespace neon_one

@@ -47,6 +47,13 @@ template <int lane>
 OPS_INLINE vec fms(vec a, vec b, vec k) {
     return vfmsq_laneq_f32(a, b, k, lane);
 }
+OPS_INLINE vec fma_all(vec a, vec b, vec k) { return vfmaq_f32(a, b, k); }
+OPS_INLINE vec fms_all(vec a, vec b, vec k) { return vfmsq_f32(a, b, k); }
+OPS_INLINE vec conjugation() { return vreinterpretq_f32_u64(vdupq_n_u64(0xbf8000003f800000)); }
+OPS_INLINE vec load_backward(const float* p) {
+    const vec v = load(p - 2);
+    return vextq_f32(v, v, 2);
+}
 OPS_INLINE vec fma_i(vec a, vec b, vec k) { return vcmlaq_rot90_f32(a, k, b); }
 OPS_INLINE vec fms_i(vec a, vec b, vec k) { return vcmlaq_rot270_f32(a, k, b); }
 
@@ -76,6 +83,8 @@ OPS_INLINE void store(float* p, int64_t distance, vec a) {
 }
 OPS_INLINE vec constant(const float* p) { return portable::constant<2>(p); }
 OPS_INLINE vec same(float k) { return portable::same<2>(k); }
+OPS_INLINE vec conjugation() { return portable::conjugation<2>(); }
+OPS_INLINE vec load_backward(const float* p) { return {{p[0], p[1], p[-2], p[-1]}}; }
 OPS_INLINE row_twiddle load_row(const float* p) { return portable::load<1>(p); }
 OPS_INLINE vec mul(vec a, row_twiddle w) {
     return portable::mul(a, vec{__builtin_shufflevector(w.v, w.v, 0, 1, 0, 1)});

@@ -6,6 +6,10 @@
 //   lanes_left(l, n)             mask of the floats from l to n
 //   load(p, d), store(p, d, v)   one complex number at p, the other d floats further (pairs)
 //   lanes_apart(d), load(p, o)   offsets of lanes d floats apart, a load of lanes at such offsets (SVE)
+//   store(p, o, v)               a store of lanes at such offsets (SVE)
+//   load_backward(p)             the complex number at p and those in front of it, in descending order
+//   but_imaginary_of_first(k)    mask of all but the imaginary part of element 0; ..._of_last: when loaded backward
+//   conjugation()                1 and -1 in turn: fma_all and fms_all by it add and subtract a conjugate
 //   store_rows(p, d, a, b)       lane c of a and that of b, side by side, at p + c d (SVE)
 //   constant(p), same(x)         a pair of the pool (k[0], k[1]) in every complex place, one float in all
 //   two_constants(p)             two pairs of the pool in one register, taken by lanes 0 to 3
@@ -17,9 +21,10 @@
 //   twice_minus(a, b, two)       2 a - b
 //   zip_lo zip_hi                complex numbers of a and b in turn (pairs)
 //
-// Real data: real_one 1, real_quad 4; real_double and real_quad_double likewise, computed in double precision. load,
-// store, add, sub, scale and fused operations as above, and
+// Real data: real_one 1, real_quad 4, real_oct 8 (SVE, under masks); real_double and real_quad_double likewise,
+// computed in double precision. load, store, add, sub, scale and fused operations as above, and
 //   neg                          -a
+//   store_complex(p, v)          numbers as complex ones without imaginary parts
 //   load(p0..p3), store(...)     each lane at its own place; load_apart, store_apart: at equal distances
 //   load_same, load_both         one number in all lanes, two in turn; store_low, store_lowest: two lanes, one lane
 //   load_three, store_three      three adjacent numbers
@@ -31,6 +36,7 @@
 
 #include "kernels/ops/neon_one.h"
 #include "kernels/ops/neon_pair.h"
+#include "kernels/ops/real_oct.h"
 #include "kernels/ops/real_one.h"
 #include "kernels/ops/real_quad.h"
 #include "kernels/ops/real_quad_double.h"

@@ -48,6 +48,13 @@ OPS_INLINE vector<lanes> same(float k) {
 }
 
 template <int lanes>
+OPS_INLINE vector<lanes> conjugation() {
+    vector<lanes> r;
+    for (int i = 0; i < 2 * lanes; ++i) r.v[i] = i % 2 ? -1.0f : 1.0f;
+    return r;
+}
+
+template <int lanes>
 OPS_INLINE vector<lanes> add(vector<lanes> a, vector<lanes> b) {
     return {a.v + b.v};
 }

@@ -8,6 +8,7 @@ namespace real_one {
 using vec = float;
 OPS_INLINE vec load(const float* p) { return *p; }
 OPS_INLINE void store(float* p, vec a) { *p = a; }
+OPS_INLINE void store_complex(float* p, vec a) { p[0] = a, p[1] = 0; }
 OPS_INLINE vec same(float k) { return k; }
 OPS_INLINE vec add(vec a, vec b) { return a + b; }
 OPS_INLINE vec sub(vec a, vec b) { return a - b; }

@@ -37,6 +37,10 @@ OPS_INLINE vec constants(const float* p) { return vld1q_f32(p); }
 OPS_INLINE vec add(vec a, vec b) { return vaddq_f32(a, b); }
 OPS_INLINE vec sub(vec a, vec b) { return vsubq_f32(a, b); }
 OPS_INLINE vec neg(vec a) { return vnegq_f32(a); }
+OPS_INLINE void store_complex(float* p, vec a) {
+    const float32x4x2_t with_zeros = {{a, vdupq_n_f32(0)}};
+    vst2q_f32(p, with_zeros);
+}
 template <int lane>
 OPS_INLINE vec scale(vec a, quad k) {
     return vmulq_laneq_f32(a, k, lane);
@@ -94,6 +98,9 @@ OPS_INLINE vec constants(const float* p) { return load(p); }
 OPS_INLINE vec add(vec a, vec b) { return a + b; }
 OPS_INLINE vec sub(vec a, vec b) { return a - b; }
 OPS_INLINE vec neg(vec a) { return -a; }
+OPS_INLINE void store_complex(float* p, vec a) {
+    for (int i = 0; i < 4; ++i) p[2 * i] = a[i], p[2 * i + 1] = 0;
+}
 template <int lane>
 OPS_INLINE vec scale(vec a, quad k) {
     return a * k[lane];

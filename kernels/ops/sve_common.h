@@ -47,6 +47,7 @@ OPS_INLINE vec fms(vec a, vec b, vec k) {
 OPS_INLINE vec fma_all(vec a, vec b, vec k) { return svmla_f32_x(all(), a, b, k); }
 OPS_INLINE vec fms_all(vec a, vec b, vec k) { return svmls_f32_x(all(), a, b, k); }
 OPS_INLINE vec twice_minus(vec a, vec b, vec two) { return svnmsb_f32_x(all(), a, two, b); }
+OPS_INLINE vec conjugation() { return svreinterpret_f32_u64(svdup_n_u64(0xbf8000003f800000)); }
 OPS_INLINE vec fma_i(vec a, vec b, vec k) { return svcmla_f32_x(all(), a, k, b, 90); }
 OPS_INLINE vec fms_i(vec a, vec b, vec k) { return svcmla_f32_x(all(), a, k, b, 270); }
 

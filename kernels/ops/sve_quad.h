@@ -23,6 +23,18 @@ OPS_INLINE lane_offsets lanes_apart() {
 OPS_INLINE vec load(const float* p, lane_offsets lanes) {
     return svreinterpret_f32_s64(svld1_gather_s64offset_s64(all(), reinterpret_cast<const int64_t*>(p), lanes));
 }
+OPS_INLINE vec load_backward(mask m, const float* p) {
+    return svreinterpret_f32_f64(svrev_f64(svreinterpret_f64_f32(svld1_f32(m, p - 6))));
+}
+OPS_INLINE vec load_backward(const float* p) { return load_backward(all(), p); }
+OPS_INLINE void store(float* p, lane_offsets lanes, vec a) {
+    svst1_scatter_s64offset_s64(svptrue_b64(), reinterpret_cast<int64_t*>(p), lanes, svreinterpret_s64_f32(a));
+}
+// All lanes but the imaginary part of element 0, the last one when they were loaded backward.
+OPS_INLINE mask but_imaginary_of_first(int64_t k) {
+    return svnot_b_z(all(), sveor_b_z(all(), svwhilelt_b32_s64(k, 2), svwhilelt_b32_s64(k, 1)));
+}
+OPS_INLINE mask but_imaginary_of_last(int64_t k) { return svwhilelt_b32_s64(0, 7 + k); }
 OPS_INLINE void store(float* p, vec a) { svst1_f32(all(), p, a); }
 OPS_INLINE void store(mask m, float* p, vec a) { svst1_f32(m, p, a); }
 OPS_INLINE mask two_lanes() { return svptrue_pat_b32(SV_VL4); }
@@ -54,14 +66,27 @@ using vec = vector<4>;
 using row_twiddle = vec;
 using quad = vector<2>;
 OPS_INLINE quad two_constants(const float* p) { return portable::load<2>(p); }
-using mask = int64_t;  // the number of leading floats
+struct mask {
+    int64_t floats;  // the number of leading floats
+    int but = -1;    // without this one
+};
 struct lane_offsets {
     int64_t floats;
 };
-OPS_INLINE mask lanes_left(int64_t l, int64_t n) { return n - l < 8 ? n - l : 8; }
+OPS_INLINE mask lanes_left(int64_t l, int64_t n) { return {n - l < 8 ? n - l : 8}; }
+OPS_INLINE mask but_imaginary_of_first(int64_t k) { return {8, k ? -1 : 1}; }
+OPS_INLINE mask but_imaginary_of_last(int64_t k) { return {k ? 8 : 7}; }
 OPS_INLINE vec load(const float* p) { return portable::load<4>(p); }
-OPS_INLINE vec load(mask m, const float* p) { return portable::load<4>(p, m); }
-OPS_INLINE void store(mask m, float* p, vec a) { portable::store(p, a, m); }
+OPS_INLINE vec load(mask m, const float* p) {
+    vec r = portable::load<4>(p, m.floats);
+    if (m.but >= 0) r.v[m.but] = 0;
+    return r;
+}
+OPS_INLINE vec load_backward(mask m, const float* p) {
+    return {__builtin_shufflevector(load(m, p - 6).v, load(m, p - 6).v, 6, 7, 4, 5, 2, 3, 0, 1)};
+}
+OPS_INLINE vec load_backward(const float* p) { return load_backward({8}, p); }
+OPS_INLINE void store(mask m, float* p, vec a) { portable::store(p, a, m.floats); }
 OPS_INLINE lane_offsets lanes_apart(int64_t floats) { return {floats}; }
 template <int64_t floats>
 OPS_INLINE lane_offsets lanes_apart() {
@@ -72,13 +97,19 @@ OPS_INLINE vec load(const float* p, lane_offsets lanes) {
     for (int i = 0; i < 8; ++i) r.v[i] = p[i / 2 * lanes.floats + i % 2];
     return r;
 }
+<<<<<<< HEAD
 OPS_INLINE void store_rows(float* p, int64_t distance, vec a, vec b) {
     for (int c = 0; c < 4; ++c) {
         const float two[] = {a.v[2 * c], a.v[2 * c + 1], b.v[2 * c], b.v[2 * c + 1]};
         std::memcpy(p + c * distance, two, sizeof two);
     }
+=======
+OPS_INLINE void store(float* p, lane_offsets lanes, vec a) {
+    for (int i = 0; i < 8; ++i) p[i / 2 * lanes.floats + i % 2] = a.v[i];
+>>>>>>> 221fe7f (wip sorensen kernels)
 }
 OPS_INLINE vec constant(const float* p) { return portable::constant<4>(p); }
+OPS_INLINE vec conjugation() { return portable::conjugation<4>(); }
 OPS_INLINE vec same(float k) { return portable::same<4>(k); }
 OPS_INLINE row_twiddle load_row(const float* p) { return constant(p); }
 
