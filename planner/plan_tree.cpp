@@ -2,9 +2,10 @@
 #include "planner/plan_tree.h"
 
 #include "kernels/kernel_types.h"
+#include "kernels/real_kernels.h"
 
-#include <span>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -15,22 +16,28 @@ std::string without_prefix(const char* name, std::string_view prefix) {
     return std::string(text);
 }
 
-// The stages of a plan that is a chain of them. A list of two stages of the multi-stage solvers starts with its first
-// record, any other with their number.
-std::span<const stage_record> stages(const fft_plan& plan, std::string_view execute) {
-    if (execute.starts_with("1d_two_stages_")) return {static_cast<const stage_record*>(plan.aux), 2};
-    for (std::string_view chain : {"1d_sve", "1d_neon", "1d_discrete_", "1d_rader_", "1d_bluestein_"}) {
-        if (!execute.starts_with(chain)) continue;
-        const auto* words = static_cast<const uint64_t*>(plan.aux);
-        return {reinterpret_cast<const stage_record*>(words + 1), words[0]};
-    }
+template <class Record>
+std::vector<uint64_t> radices(const void* records, uint64_t count) {
+    std::vector<uint64_t> list;
+    for (uint64_t q = 0; q < count; ++q) list.push_back(static_cast<const Record*>(records)[q].radix);
+    return list;
+}
+
+// The radices of a plan that is a chain of stages. A list of two stages of the multi-stage solvers starts with its
+// first record, any other with their number.
+std::vector<uint64_t> radices(const fft_plan& plan, std::string_view execute) {
+    if (execute.starts_with("1d_two_stages_")) return radices<stage_record>(plan.aux, 2);
+    const auto* words = static_cast<const uint64_t*>(plan.aux);
+    if (execute.starts_with("c2r_1d_sorensen_")) return radices<sorensen_stage_record>(words + 1, words[0]);
+    for (std::string_view chain : {"1d_sve", "1d_neon", "1d_discrete_", "1d_rader_", "1d_bluestein_"})
+        if (execute.starts_with(chain)) return radices<stage_record>(words + 1, words[0]);
     return {};
 }
 
 std::string solver_text(const fft_plan& plan) {
     const std::string execute = without_prefix(plan.execute_name, "execute_");
     std::string text = without_prefix(plan.solver_name, "solve_problem_") + " > " + execute;
-    for (const stage_record& stage : stages(plan, execute)) text += " " + std::to_string(stage.radix);
+    for (uint64_t radix : radices(plan, execute)) text += " " + std::to_string(radix);
     return text;
 }
 

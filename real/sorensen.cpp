@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: Apache-2.0
+// Rows 30 and 35: one contiguous complex-to-real transform as a chain of stages on the stored half of Hermitian spectra
+// (Sorensen et al. 1987), in arithmetic of the size of a real transform: no complex transform is formed. The twins take
+// the same problems, so that row 35 gets only those for which the clock prefers it.
+#include "dft/sizes.h"
+#include "dft/stage_list.h"
+#include "planner/solver.h"
+#include "planner/solvers.h"
+#include "real/half_length.h"
+#include "real/sorensen_stages.h"
+
+namespace {
+
+constexpr int64_t longest = 32768;  // above it a complex transform of half the length is faster
+
+struct sorensen_form {
+    apply_radices fill;
+    const char* one_stage;
+    const char* two_stages;
+    const char* any;
+};
+
+bool accepts(const fft_plan& p) {
+    return p.dims[0].n <= longest && p.dims[0].n > 1 && p.split != split_arrays && p.kind == kind_c2r &&
+           p.sign == sign_backward  // the stages have kernels of this direction only
+           && p.nthreads < 2 && p.howmany_rank == 0 && p.rank == 1 && unit_strides(p) &&
+           factor_list_strip(p.dims[0].n, radix_order_sorensen, radix_order_sorensen_count) == 1;
+}
+
+bool find_order(const fft_plan& plan, radix_order& order) {
+    radix_schedule_result result = {};
+    sorensen_radix_schedule(&result, plan.dims[0].n, order.radices);
+    order.stage_count = result.stage_count;
+    return result.stage_count > 0 && result.list_count > 0;
+}
+
+// One stage needs no scratch, two need one working array, a longer chain alternates between two.
+bool attach_storage(fft_plan* plan, uint64_t stage_count) {
+    const uint64_t n = plan->dims[0].n;
+    return attach_aux(plan, sorensen_list_bytes(n, stage_count)) &&
+           attach_buffer(plan, (stage_count == 2 ? 8 : 16) * n);
+}
+
+void run(const sorensen_stage_record& stage, const float* in, float* out) { stage.kernel(&stage, in, out); }
+
+void execute_one_stage(fft_plan* plan, float* in, float* out) {
+    const plan_scratch scratch(plan);
+    if (!scratch) return;
+    run(sorensen_stages(plan->aux).stages[0], in, out);
+}
+
+void execute_two_stages(fft_plan* plan, float* in, float* out) {
+    const plan_scratch scratch(plan);
+    if (!scratch) return;
+    const sorensen_stage_record* stages = sorensen_stages(plan->aux).stages;
+    run(stages[0], in, scratch.data());
+    run(stages[1], scratch.data(), out);
+}
+
+void execute_stages(fft_plan* plan, float* in, float* out) {
+    const plan_scratch scratch(plan);
+    if (!scratch) return;
+    const auto [count, stages] = sorensen_stages(plan->aux);
+    float* const halves[2] = {scratch.data(), scratch.data() + plan->buffer_size / 2 / sizeof(float)};
+    const float* from = in;
+    for (uint64_t i = 0; i + 1 < *count; ++i) {
+        run(stages[i], from, halves[i % 2]);
+        from = halves[i % 2];
+    }
+    run(stages[*count - 1], from, out);
+}
+
+int install_form(fft_plan* plan, const sorensen_form& form, uint64_t stage_count) {
+    if (stage_count == 1) return install(plan, execute_one_stage, form.one_stage);
+    if (stage_count == 2) return install(plan, execute_two_stages, form.two_stages);
+    return install(plan, execute_stages, form.any);
+}
+
+int solve(fft_plan* plan, const sorensen_form& form) {
+    radix_order order;
+    if (!accepts(*plan) || !find_order(*plan, order) || !attach_storage(plan, order.stage_count)) return refused;
+    install_form(plan, form, order.stage_count);
+    build_stages(plan, order, form.fill, 0, 0);
+    return accepted;
+}
+
+}  // namespace
+
+int solve_problem_c2r_1d_sorensen_sve(fft_plan* plan) {
+    return solve(plan, {sorensen_stage_fill_sve, "execute_c2r_1d_sorensen_one_stage_sve",
+                        "execute_c2r_1d_sorensen_two_stages_sve", "execute_c2r_1d_sorensen_sve"});
+}
+
+int solve_problem_c2r_1d_sorensen_neon(fft_plan* plan) {
+    return solve(plan, {sorensen_stage_fill_neon, "execute_c2r_1d_sorensen_one_stage_neon",
+                        "execute_c2r_1d_sorensen_two_stages_neon", "execute_c2r_1d_sorensen_neon"});
+}
