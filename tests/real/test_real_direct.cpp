@@ -359,6 +359,13 @@ TEST(DirectRoutes, BatchesOfRealToReal) {
     EXPECT_EQ(batch(r2r_r2hc, 64, 8), "solve_problem_r2hc_many execute_r2hc_many");
 }
 
+TEST(DirectRoutes, NoTypeOneCosineOfOnePoint) {
+    const real_problem p = {.kind = kind_r2r, .r2r_kind = r2r_redft00, .dim = {1, 1, 1}};
+    EXPECT_EQ(execute_name(solve_problem_redft00_direct, p), "refused");
+    EXPECT_EQ(execute_name(solve_problem_redft00_1d, p), "refused");
+    EXPECT_EQ(route(p), "refused");
+}
+
 TEST(DirectRoutes, KernelsGetTheCountOfABatchThatIsNotThere) {
     const plan_pointer p =
         real_problem{.kind = kind_r2r, .r2r_kind = r2r_r2hc, .dim = {8, 1, 1}}.record(planned_in, planned_out);
