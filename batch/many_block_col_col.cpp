@@ -91,9 +91,14 @@ void execute_blocks_by_stages(fft_plan* plan, float* in, float* out) {
     }
 }
 
+// Four columns are half a cache line. Where the lines of a block don't stay in a second-level cache of 1 MiB until the
+// next four columns come, they would travel twice, which costs more than the copy.
+constexpr int64_t cached_output_bytes = 1 << 19;
+
 bool ends_in_stages(const fft_plan& p) {
     const fft_plan& columns = *p.subplans[0];
-    return p.howmany[0].os == 1 && columns.subplan_count == 1 && columns.subplans[0]->howmany_rank == 1 &&
+    return p.howmany[0].os == 1 && p.dims[0].n * p.dims[0].os * 8 <= cached_output_bytes &&
+           columns.subplan_count == 1 && columns.subplans[0]->howmany_rank == 1 &&
            can_run_in_four_lanes(*columns.subplans[0]);
 }
 
