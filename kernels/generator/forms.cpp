@@ -57,16 +57,16 @@ constexpr form table[] = {
     {"r2c_many",             neon,   real_quad,   offsets, real_many_sizes,                 -1},
     {"c2r_many",             neon,   real_quad,   offsets, real_many_sizes,                 +1},
     {"r2hc_quad",            neon,   real_quad,   offsets, quad_only_sizes,                 -1},
-    {"r2hc_loop",            neon,   real_rows,   offsets, half_complex_sizes, -1},
+    {"r2hc_loop",             neon,   real_rows,      offsets, half_complex_sizes, -1},
     {"hc2r_loop",            neon,   real_rows,   offsets, half_complex_sizes,                 +1},
     {"redft00_loop",         neon,   cosine_rows, offsets, cosine_sizes,                 -1},
 
-    {"sorensen_first_neon",  neon,   sorensen_first, contig, sorensen_sizes, +1},
-    {"sorensen_other_neon",  neon,   sorensen_other, contig, sorensen_sizes, +1},
-    {"sorensen_last_neon",   neon,   sorensen_last,  contig, sorensen_sizes, +1},
-    {"sorensen_first_sve",   sve,    sorensen_first, contig, sorensen_sizes, +1},
-    {"sorensen_other_sve",   sve,    sorensen_other, contig, sorensen_sizes, +1},
-    {"sorensen_last_sve",    sve,    sorensen_last,  contig, sorensen_sizes, +1},
+    {"sorensen_first_neon",   neon,   sorensen_first, contig,  sorensen_sizes,     +1},
+    {"sorensen_other_neon",   neon,   sorensen_other, contig,  sorensen_sizes,     +1},
+    {"sorensen_last_neon",    neon,   sorensen_last,  contig,  sorensen_sizes,     +1},
+    {"sorensen_first_sve",    sve,    sorensen_first, contig,  sorensen_sizes,     +1},
+    {"sorensen_other_sve",    sve,    sorensen_other, contig,  sorensen_sizes,     +1},
+    {"sorensen_last_sve",     sve,    sorensen_last,  contig,  sorensen_sizes,     +1},
 };
 // clang-format on
 
