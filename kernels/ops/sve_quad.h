@@ -97,16 +97,14 @@ OPS_INLINE vec load(const float* p, lane_offsets lanes) {
     for (int i = 0; i < 8; ++i) r.v[i] = p[i / 2 * lanes.floats + i % 2];
     return r;
 }
-<<<<<<< HEAD
+OPS_INLINE void store(float* p, lane_offsets lanes, vec a) {
+    for (int i = 0; i < 8; ++i) p[i / 2 * lanes.floats + i % 2] = a.v[i];
+}
 OPS_INLINE void store_rows(float* p, int64_t distance, vec a, vec b) {
     for (int c = 0; c < 4; ++c) {
         const float two[] = {a.v[2 * c], a.v[2 * c + 1], b.v[2 * c], b.v[2 * c + 1]};
         std::memcpy(p + c * distance, two, sizeof two);
     }
-=======
-OPS_INLINE void store(float* p, lane_offsets lanes, vec a) {
-    for (int i = 0; i < 8; ++i) p[i / 2 * lanes.floats + i % 2] = a.v[i];
->>>>>>> 221fe7f (wip sorensen kernels)
 }
 OPS_INLINE vec constant(const float* p) { return portable::constant<4>(p); }
 OPS_INLINE vec conjugation() { return portable::conjugation<4>(); }
