@@ -20,6 +20,7 @@ namespace {
 
 using namespace generator;
 using complexes = std::vector<std::complex<float>>;
+using placed_floats = placed_array<float>;
 
 constexpr int side = 9;
 constexpr double tolerance = 3e-7;
@@ -58,18 +59,19 @@ const sample& sample_of(uint64_t r, uint64_t m, uint64_t L) {
 }
 
 // Imaginary parts of numbers that are real by symmetry are poison.
-void fill_input(const stage_problem& p, placed_array& in) {
+void fill_input(const stage_problem& p, placed_floats& in) {
     const complexes& x = sample_of(p.r, p.m, p.L).in;
     const uint64_t n = p.r * p.L;
     for (uint64_t e = 0; e < x.size(); ++e) {
         const uint64_t k = e / p.m;
-        in[e] = k == 0 || 2 * k == n ? std::complex<float>(x[e].real(), nan) : x[e];
+        in[2 * e] = x[e].real();
+        in[2 * e + 1] = k == 0 || 2 * k == n ? nan : x[e].imag();
     }
 }
 
 // Row k of a first stage stands in groups of two behind row 0 (NEON) or in groups of four (SVE). Row 0 of all others is
 // poison, and so is what lies behind the rows that a stage needs twiddles for.
-void fill_twiddles(const stage_problem& p, placed_array& table) {
+void fill_twiddles(const stage_problem& p, placed_floats& table) {
     const bool sve = p.f->isa == instruction_set::sve;
     const uint64_t group = !p.is_first() ? 1 : sve ? 4 : 2, from = group == 2 ? 1 : 0, rows = p.half();
     for (uint64_t k = group == 4 ? 0 : 1; k < rows; ++k)
@@ -77,21 +79,17 @@ void fill_twiddles(const stage_problem& p, placed_array& table) {
             const uint64_t first = k < from ? 0 : (k - from) / group * group + from;
             const bool full = k >= from && first + group <= rows;
             const std::complex<double> w = std::polar(1.0, 2 * M_PI * double(j * k) / double(p.r * p.L));
-            table[full ? first * (p.r - 1) + group * (j - 1) + (k - first) : k * (p.r - 1) + j - 1] =
-                std::complex<float>(w);
+            const uint64_t e = full ? first * (p.r - 1) + group * (j - 1) + (k - first) : k * (p.r - 1) + j - 1;
+            table[2 * e] = float(w.real());
+            table[2 * e + 1] = float(w.imag());
         }
 }
 
 // Element e of the result, as a pair of floats or as one.
-std::string compare(const stage_problem& p, const placed_array& out, const std::vector<placed_array::element>& before) {
-    const std::vector<placed_array::element> whole = out.whole();
-    const auto floats = [](const std::vector<placed_array::element>& v) {
-        return std::vector<float>(reinterpret_cast<const float*>(v.data()),
-                                  reinterpret_cast<const float*>(v.data() + v.size()));
-    };
-    const std::vector<float> got = floats(whole), had = floats(before);
+std::string compare(const stage_problem& p, const placed_floats& out, const std::vector<float>& had) {
+    const std::vector<float> got = out.whole();
     const std::vector<reference::complex>& want = sample_of(p.r, p.m, p.L).out;
-    const size_t start = 2 * out.front(), width = p.is_last() ? 1 : 2, end = start + width * want.size();
+    const size_t start = out.front(), width = p.is_last() ? 1 : 2, end = start + width * want.size();
     for (size_t i = 0; i < got.size(); ++i)
         if ((i < start || i >= end) && std::memcmp(&got[i], &had[i], sizeof got[i]) != 0)
             return "wrote outside its outputs, at float " + std::to_string(ptrdiff_t(i) - ptrdiff_t(start));
@@ -106,10 +104,10 @@ std::string compare(const stage_problem& p, const placed_array& out, const std::
 }
 
 std::string check(const stage_problem& p) {
-    const uint64_t results = p.is_last() ? (p.r * p.m + 1) / 2 : (p.L / 2 + 1) * p.r * p.m;
-    placed_array in((p.r * p.L / 2 + 1) * p.m, p.where), separate(results, p.where);
-    placed_array table(p.is_first() ? (p.r - 1) * p.half() : (p.r - 1) * p.L, p.where);
-    placed_array& out = p.in_place ? in : separate;
+    const uint64_t results = (p.is_last() ? 1 : 2) * (p.L / 2 + 1) * p.r * p.m;
+    placed_floats in(2 * (p.r * p.L / 2 + 1) * p.m, p.where), separate(results, p.where);
+    placed_floats table(2 * (p.r - 1) * (p.is_first() ? p.half() : p.L), p.where);
+    placed_floats& out = p.in_place ? in : separate;
     fill_input(p, in);
     fill_twiddles(p, table);
     const auto in_before = in.whole(), out_before = out.whole();
@@ -119,16 +117,12 @@ std::string check(const stage_problem& p) {
     record.half = p.half();
     record.has_middle = p.L % 2 == 0;
     record.is = record.os = 1;
-    record.twiddles = p.is_last() ? nullptr : reinterpret_cast<float*>(table.data());
+    record.twiddles = p.is_last() ? nullptr : table.data();
     record.radix = p.r;
     record.sign = 1;
     const void* address = nullptr;
-    const bool survived = survives(
-        [&] {
-            reinterpret_cast<sorensen_kernel>(p.kernel)(&record, reinterpret_cast<const float*>(in.data()),
-                                                        reinterpret_cast<float*>(out.data()));
-        },
-        address);
+    const bool survived =
+        survives([&] { reinterpret_cast<sorensen_kernel>(p.kernel)(&record, in.data(), out.data()); }, address);
     if (!survived)
         return std::string("touched memory near its ") + (in.owns(address)      ? "input"
                                                           : out.owns(address)   ? "output"
