@@ -12,7 +12,6 @@ namespace {
 
 using namespace generator;
 using cfloat = std::complex<float>;
-using complex_array = placed_array<cfloat>;
 
 constexpr double tolerance = 3e-7;
 
@@ -25,7 +24,7 @@ std::complex<T> turned(std::complex<T> x, int lane) {
 }
 
 // Twiddles in the layout that the form reads. What it must not read stays poisoned.
-void fill_twiddles(const kernel_problem& p, const transform_grid& grid, complex_array& table) {
+void fill_twiddles(const kernel_problem& p, const transform_grid& grid, placed_array& table) {
     const int r = p.radix, m = p.done;
     const form& f = *p.form;
     int group = 1;
@@ -107,10 +106,10 @@ std::string describe(const kernel_problem& p) {
 std::string check(const kernel_problem& p, const transform_grid& grid) {
     const int lanes = lanes_of(*p.form) * p.groups, r = p.radix, m = p.done, columns = p.rest;
     const size_t last = size_t(r) * m * columns - 1;
-    complex_array in(last * p.is + size_t(lanes - 1) * p.idist + 1, p.where);
-    complex_array out(last * p.os + size_t(lanes - 1) * p.odist + 1, p.where);
-    complex_array table(size_t(m) * (r - 1), p.where);
-    complex_array& target = p.in_place ? in : out;
+    placed_array in(last * p.is + size_t(lanes - 1) * p.idist + 1, p.where);
+    placed_array out(last * p.os + size_t(lanes - 1) * p.odist + 1, p.where);
+    placed_array table(size_t(m) * (r - 1), p.where);
+    placed_array& target = p.in_place ? in : out;
     const auto out_before = target.whole();
     std::vector<std::complex<double>> want(out_before.size(), std::numeric_limits<double>::quiet_NaN());
     for (int i = 0; i < m; ++i)

@@ -26,8 +26,8 @@ const char* name_of(placement where) {
     return names[int(where)];
 }
 
-template <class element>
-placed_array<element>::placed_array(size_t count, placement where) {
+template <class T>
+placed<T>::placed(size_t count, placement where) {
     if (where == placement::between_guards) {
         size_ = count + 2 * guard;
         floats_.resize(size_);
@@ -41,8 +41,8 @@ placed_array<element>::placed_array(size_t count, placement where) {
 }
 
 // A page that must not be touched, pages for the layout and one guard zone, a page that must not be touched.
-template <class element>
-void placed_array<element>::map_pages(size_t count, bool at_end) {
+template <class T>
+void placed<T>::map_pages(size_t count, bool at_end) {
     const size_t page = sysconf(_SC_PAGESIZE);
     size_ = count + guard;
     const size_t inner = (size_ * sizeof(element) + page - 1) / page * page;
@@ -55,19 +55,19 @@ void placed_array<element>::map_pages(size_t count, bool at_end) {
     data_ = begin_ + (at_end ? guard : 0);
 }
 
-template <class element>
-placed_array<element>::~placed_array() {
+template <class T>
+placed<T>::~placed() {
     if (pages_) munmap(pages_, pages_size_);
 }
 
-template <class element>
-bool placed_array<element>::owns(const void* address) const {
+template <class T>
+bool placed<T>::owns(const void* address) const {
     const char* a = static_cast<const char*>(address);
     return a >= pages_ && a < pages_ + pages_size_;
 }
 
-template class placed_array<float>;
-template class placed_array<std::complex<float>>;
+template class placed<float>;
+template class placed<std::complex<float>>;
 
 bool survives(const std::function<void()>& call, const void*& address) {
     struct sigaction ours{}, before_segv, before_bus;

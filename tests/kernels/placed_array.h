@@ -11,13 +11,15 @@
 enum class placement { between_guards, ends_at_page, starts_at_page };
 const char* name_of(placement where);
 
-template <class element>
-class placed_array {
+template <class T>
+class placed {
 public:
-    placed_array(size_t count, placement where);
-    ~placed_array();
-    placed_array(const placed_array&) = delete;
-    placed_array& operator=(const placed_array&) = delete;
+    using element = T;
+
+    placed(size_t count, placement where);
+    ~placed();
+    placed(const placed&) = delete;
+    placed& operator=(const placed&) = delete;
 
     element* data() { return data_; }  // element 0 of the layout
     element& operator[](size_t i) { return data_[i]; }
@@ -39,8 +41,10 @@ private:
     element *begin_ = nullptr, *data_ = nullptr;
     size_t size_ = 0;
 };
-extern template class placed_array<float>;
-extern template class placed_array<std::complex<float>>;
+extern template class placed<float>;
+extern template class placed<std::complex<float>>;
+using placed_floats = placed<float>;
+using placed_array = placed<std::complex<float>>;
 
 // Runs the call. False if it touched memory that it must not touch, at `address`.
 bool survives(const std::function<void()>& call, const void*& address);

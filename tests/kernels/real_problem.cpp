@@ -167,11 +167,11 @@ std::string check(const real_problem& p, const real_rows& rows) {
     const bool spectrum_out = cosine || is_forward(*p.form);
     const int64_t in_extent = extent(p, spectrum_in, rows.in_slots),
                   out_extent = extent(p, spectrum_out, rows.out_slots);
-    placed_array<float> in(p.in_place ? std::max(in_extent, out_extent) : in_extent, p.where), out(out_extent, p.where);
+    placed_floats in(p.in_place ? std::max(in_extent, out_extent) : in_extent, p.where), out(out_extent, p.where);
     for (int row = 0; row < p.count; ++row)
         for (size_t i = 0; i < rows.in_slots.size(); ++i)
             in[row * distance(p, spectrum_in) + position(p, spectrum_in, rows.in_slots[i])] = float(rows.in[row][i]);
-    placed_array<float>& target = p.in_place ? in : out;
+    placed_floats& target = p.in_place ? in : out;
     const auto in_before = in.whole(), before = target.whole();
     std::vector<double> want(before.size(), std::numeric_limits<double>::quiet_NaN());
     for (int row = 0; row < std::min(p.count, rows_done(*p.form, p.count)); ++row)

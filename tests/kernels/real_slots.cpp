@@ -1,54 +1,85 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "real_slots.h"
 
+#include "graph_checks.h"
 #include "kernels/generator/quarter_body.h"
+#include "kernels/generator/real_body.h"
+#include "kernels/generator/rows_body.h"
 
 namespace {
 
 using namespace generator;
 
-// One row in every lane.
-moved_numbers rows_in_lanes(int slot) { return {{{0, slot}, {1, slot}, {2, slot}, {3, slot}}}; }
+moved_numbers number_of_rows(int number) { return {{{0, number}, {1, number}, {2, number}, {3, number}}}; }
 
-moved_numbers numbers_of_row(int first, int step, int count) {
+moved_numbers numbers_of_row(int row, int first, int count) {
     moved_numbers m;
-    for (int i = 0; i < count; ++i) m[i].number = first + i * step;
+    for (int i = 0; i < count; ++i) m[i] = {row, first + i};
     return m;
 }
 
-// All lanes belong to one row.
-moved_numbers quarter(quarter_slot s) {
-    switch (s.part) {
-        case quarter_part::elements:
-        case quarter_part::floats:
-        case quarter_part::low_half:
-            return numbers_of_row(s.first, 1, s.count);
-        case quarter_part::lanes_rising:
-            return numbers_of_row(s.first, 2, s.count);
-        case quarter_part::lanes_falling:
-            return numbers_of_row(s.first, -2, s.count);
-        default:
-            return {};
-    }
+// Float `place` of a row of the spectrum.
+int number_at(lane_use use, int size, int place) {
+    if (use != lane_use::half_complex_in_a_row) return place;
+    return 2 * place <= size ? 2 * place : 2 * (size - place) + 1;
 }
 
-bool in_quarters(const form& f, int size) { return f.loop == shape::real_row && size >= 32; }
+moved_numbers floats_of_spectrum(lane_use use, int size, rows_slot s, int count) {
+    moved_numbers m;
+    for (int i = 0; i < count; ++i) m[i] = {s.row, number_at(use, size, s.first + i)};
+    return m;
+}
+
+moved_numbers of_four_rows(lane_use use, int size, rows_slot s) {
+    switch (s.part) {
+        case rows_part::elements:
+            return number_of_rows(s.first);
+        case rows_part::coefficients:
+            return {{{s.row, 2 * s.first},
+                     {s.row, 2 * s.first + 1},
+                     {s.row + 1, 2 * s.first},
+                     {s.row + 1, 2 * s.first + 1}}};
+        case rows_part::adjacent_reals:
+            return number_of_rows(2 * s.first);
+        case rows_part::block:
+            return numbers_of_row(s.row, s.first, 4);
+        case rows_part::spectrum_block:
+            return floats_of_spectrum(use, size, s, 4);
+        case rows_part::spectrum_three:
+            return floats_of_spectrum(use, size, s, 3);
+        case rows_part::spectrum_one:
+            return number_of_rows(number_at(use, size, s.first));
+    }
+    return {};
+}
 
 }  // namespace
 
-moved_numbers loaded(const form& f, int size, int slot) {
-    if (!in_quarters(f, size)) return rows_in_lanes(slot);
-    const quarter_slot s = quarter_slot::unpack(slot);
-    if (s.part == quarter_part::same) return numbers_of_row(s.first, 0, 4);
-    if (s.part != quarter_part::both) return quarter(s);
-    moved_numbers m = numbers_of_row(s.first, 1, 2);
-    m[2] = m[0], m[3] = m[1];
-    return m;
+lane_use lane_use_of(const form& f, int size, const body& b) {
+    for (const bool everywhere : {false, true})
+        if (same_graph(b, make_real_body(f, size, everywhere))) return lane_use::rows;
+    const bool one_row = f.loop == shape::real_row || f.loop == shape::real_rows;
+    if (one_row && size >= 16 && same_graph(b, make_quarter_body(size, f.sign))) return lane_use::quarters;
+    if (same_graph(b, make_rows_body(f, size, rows_layout::side_by_side))) return lane_use::side_by_side;
+    if (size % 4 != 0) return lane_use::unknown;
+    if (same_graph(b, make_rows_body(f, size, rows_layout::pairs_in_a_row))) return lane_use::pairs_in_a_row;
+    if (same_graph(b, make_rows_body(f, size, rows_layout::half_complex_in_a_row)))
+        return lane_use::half_complex_in_a_row;
+    return lane_use::unknown;
 }
 
-moved_numbers stored(const form& f, int size, int slot) {
-    if (!in_quarters(f, size)) return rows_in_lanes(slot);
-    const quarter_slot s = quarter_slot::unpack(slot);
-    if (s.part == quarter_part::lowest) return numbers_of_row(s.first, 0, 1);
-    return s.part == quarter_part::both ? numbers_of_row(s.first, 1, 2) : quarter(s);
+moved_numbers loaded(lane_use use, int size, int slot) {
+    if (use == lane_use::rows) return number_of_rows(slot);
+    if (use != lane_use::quarters) return of_four_rows(use, size, rows_slot::unpack(slot));
+    const auto [part, first] = quarter_slot::unpack(slot);
+    if (part == quarter_part::one) return {{{0, first}, {0, first}, {0, first}, {0, first}}};
+    if (part == quarter_part::two) return {{{0, first}, {0, first + 1}, {0, first}, {0, first + 1}}};
+    return numbers_of_row(0, first, 4);
+}
+
+moved_numbers stored(lane_use use, int size, int slot) {
+    if (use == lane_use::rows) return number_of_rows(slot);
+    if (use != lane_use::quarters) return of_four_rows(use, size, rows_slot::unpack(slot));
+    const auto [part, first] = quarter_slot::unpack(slot);
+    return numbers_of_row(0, first, part == quarter_part::one ? 1 : part == quarter_part::two ? 2 : 4);
 }

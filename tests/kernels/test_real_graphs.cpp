@@ -28,15 +28,19 @@ protected:
             const real_rows rows(family(), size);
             const bodies all = different_bodies(family(), size, family().sign);
             ASSERT_FALSE(all.empty());
-            for (const auto& b : all) check(*b, size, rows);
+            for (const auto& b : all) {
+                const lane_use use = lane_use_of(family(), size, *b);
+                ASSERT_NE(use, lane_use::unknown);
+                check(*b, use, size, rows);
+            }
         }
     }
 
     // How often each number of one of the four rows is moved by the operations of a kind.
-    std::map<std::pair<int, int>, int> moves(const body& b, int size, op what) const {
+    static std::map<std::pair<int, int>, int> moves(const body& b, lane_use use, int size, op what) {
         std::map<std::pair<int, int>, int> count;
         for (const int slot : slots_of(b, what))
-            for (const auto& [row, number] : (what == op::load ? loaded : stored)(family(), size, slot))
+            for (const auto& [row, number] : (what == op::load ? loaded : stored)(use, size, slot))
                 if (number >= 0) ++count[{row, number}];
         return count;
     }
@@ -47,11 +51,11 @@ size_t index_of(const std::vector<int>& slots, int number) {
 }
 
 // The largest difference, with rows `first` and up of the reference in the place of rows 0 and up.
-double error_of(const form& f, int size, const body& b, const real_rows& rows, int first) {
+double error_of(const body& b, lane_use use, int size, const real_rows& rows, int first) {
     const auto reference_row = [&](int row) { return (first + row) % real_rows::most; };
     const auto load = [&](int slot) {
         graph_vector v{};
-        const moved_numbers moved = loaded(f, size, slot);
+        const moved_numbers moved = loaded(use, size, slot);
         for (int c = 0; c < lanes; ++c)
             if (moved[c].number >= 0)
                 v[c] = rows.in[reference_row(moved[c].row)].at(index_of(rows.in_slots, moved[c].number));
@@ -59,7 +63,7 @@ double error_of(const form& f, int size, const body& b, const real_rows& rows, i
     };
     double error = 0;
     for (const auto& [slot, result] : interpret(b, lanes, load, load)) {
-        const moved_numbers moved = stored(f, size, slot);
+        const moved_numbers moved = stored(use, size, slot);
         for (int c = 0; c < lanes; ++c) {
             if (moved[c].number < 0) continue;
             const double want = rows.out[reference_row(moved[c].row)].at(index_of(rows.out_slots, moved[c].number));
@@ -71,19 +75,19 @@ double error_of(const form& f, int size, const body& b, const real_rows& rows, i
 
 // Random rows: a body is linear, and a wrong weight can't hide in all of them.
 TEST_P(real_graphs, compute_their_transforms) {
-    for_each_body([&](const body& b, int size, const real_rows& rows) {
+    for_each_body([&](const body& b, lane_use use, int size, const real_rows& rows) {
         for (int first = 0; first < real_rows::most; ++first)
-            EXPECT_LT(error_of(family(), size, b, rows, first), tolerance) << "from row " << first;
+            EXPECT_LT(error_of(b, use, size, rows, first), tolerance) << "from row " << first;
     });
 }
 
 // Imaginary parts that don't exist are neither read nor written. Vectors along a row may overlap where they load.
 TEST_P(real_graphs, keep_their_promises) {
-    for_each_body([&](const body& b, int size, const real_rows& rows) {
+    for_each_body([&](const body& b, lane_use use, int size, const real_rows& rows) {
         EXPECT_EQ(order_complaints(b), complaints{});
         EXPECT_EQ(constant_complaints(b), complaints{});
         EXPECT_EQ(in_place_complaints(b), complaints{});
-        const auto loads = moves(b, size, op::load), stores = moves(b, size, op::store);
+        const auto loads = moves(b, use, size, op::load), stores = moves(b, use, size, op::store);
         const int moved_rows = loads.rbegin()->first.first + 1;
         EXPECT_EQ(loads.size(), moved_rows * rows.in_slots.size());
         EXPECT_EQ(stores.size(), moved_rows * rows.out_slots.size());
