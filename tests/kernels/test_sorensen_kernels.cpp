@@ -20,7 +20,6 @@ namespace {
 
 using namespace generator;
 using complexes = std::vector<std::complex<float>>;
-using placed_floats = placed_array<float>;
 
 constexpr int side = 9;
 constexpr double tolerance = 3e-7;
