@@ -94,7 +94,7 @@ std::vector<double> mean_power(const spectrum_over_time& spectrum, size_t first,
 picture draw(const spectrum_over_time& spectrum, double seconds_per_piece, double sampling_rate) {
     picture canvas(picture_width, picture_height, paper);
     const size_t pieces = spectrum.size(),
-                 bins = spectrum.front().size() / 2;  // a real signal's other bins mirror these
+                 bins = spectrum.front().size() - 1;  // the last one is the upper edge
     double loudest = 0;
     for (const auto& power : spectrum) {
         loudest = std::max(loudest, *std::max_element(power.begin(), power.end()));

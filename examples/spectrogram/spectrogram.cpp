@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // spectrogram PICTURE.png SOUND...
 // Draws how the frequencies in a recording change over time: overlapping pieces of 1024 samples, a Hann window on each,
-// one complex transform per piece. Several sound files are drawn one after the other.
+// one real transform per piece. Several sound files are drawn one after the other.
 #include <qfftf.h>
 #include <sndfile.h>
 
@@ -60,10 +60,10 @@ spectrum_over_time transform(const std::vector<float>& samples) {
     for (int j = 0; j < points; ++j) {
         window[j] = static_cast<float>(0.5 - 0.5 * std::cos(2 * pi * j / points));
     }
-    std::vector<std::complex<float>> in(points), out(points);
+    std::vector<float> in(points);
+    std::vector<std::complex<float>> out(points / 2 + 1);  // a real signal's other bins mirror these
     qsl_fftf_plan plan =
-        qsl_fftf_plan_dft_1d(points, reinterpret_cast<qsl_fftf_complex*>(in.data()),
-                             reinterpret_cast<qsl_fftf_complex*>(out.data()), QSL_FFTF_FORWARD, QSL_FFTF_RULES);
+        qsl_fftf_plan_dft_r2c_1d(points, in.data(), reinterpret_cast<qsl_fftf_complex*>(out.data()), QSL_FFTF_RULES);
     if (!plan) {
         fail("there is no plan for this transform");
     }
@@ -75,7 +75,7 @@ spectrum_over_time transform(const std::vector<float>& samples) {
             in[j] = inside ? window[j] * samples[start + j] : 0.0f;
         }
         qsl_fftf_execute(plan);
-        std::vector<double> power(points);
+        std::vector<double> power(out.size());
         std::transform(out.begin(), out.end(), power.begin(),
                        [](auto x) { return std::norm(std::complex<double>(x)); });
         spectrum.push_back(power);
@@ -84,12 +84,12 @@ spectrum_over_time transform(const std::vector<float>& samples) {
     return spectrum;
 }
 
-// Parseval: the power of all bins is points times the power of the windowed samples, and the squares of the windows
-// that lie over one sample add up to 3/8 per window.
+// Parseval: the power of all bins, those of the mirrored half included, is points times the power of the windowed
+// samples, and the squares of the windows that lie over one sample add up to 3/8 per window.
 double energy_difference(const spectrum_over_time& spectrum, const std::vector<float>& samples) {
     double in_spectrum = 0, in_signal = 0;
     for (const auto& power : spectrum) {
-        in_spectrum = std::accumulate(power.begin(), power.end(), in_spectrum);
+        in_spectrum += 2 * std::accumulate(power.begin() + 1, power.end() - 1, 0.0) + power.front() + power.back();
     }
     for (const double sample : samples) {
         in_signal += sample * sample;
