@@ -1,33 +1,16 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every execute function of a batch, multidimensional or reshaping plan that needs scratch, itself or below it: in the
 // plans' buffers, on a thread that never planned, and there with every allocation failing in turn, when nothing at all
-// may be written. The linker sends calloc here (--wrap).
+// may be written.
 #include <gtest/gtest.h>
 
-#include <atomic>
-#include <cstring>
-#include <thread>
-
 #include "tests/batch/reshape_support.h"
+#include "tests/support/scarce_memory.h"
 #include "tests/support/signals.h"
 
 namespace {
-constexpr int any_number = 1 << 30;
-std::atomic<int> allowed_allocations{any_number};
-std::atomic<int> refused_allocations{0};
-}  // namespace
 
-extern "C" {
-void* __real_calloc(size_t count, size_t size);
-void* __wrap_calloc(size_t count, size_t size) {
-    if (allowed_allocations == any_number || allowed_allocations-- > 0) return __real_calloc(count, size);
-    allowed_allocations = 0;
-    ++refused_allocations;
-    return nullptr;
-}
-}
-
-namespace {
+using namespace scarce_memory;
 
 constexpr float untouched = -3.5f;
 
@@ -68,22 +51,11 @@ const scratch_case cases[] = {
     {"execute_multithread", {.dims = {{128, 128, 128}, {128, 1, 1}}, .batch = {}, .in_place = true, .nthreads = 2}},
 };
 
-bool has_execute(const fft_plan& p, const char* name) {
-    if (std::strcmp(p.execute_name, name) == 0) return true;
-    for (int i = 0; i < p.subplan_count; ++i)
-        if (has_execute(*p.subplans[i], name)) return true;
-    return false;
-}
-
 // As many transforms as there are points takes a while: one block of rows does.
 void shorten(fft_plan* plan, problem& p) {
     if (!has_execute(*plan, "execute_c2c_many_block_row_row")) return;
     plan->howmany[0].n = p.batch[0].n = plan->subplans[0]->howmany[0].n;
 }
-
-using floats = std::vector<float>;
-
-bool same(const floats& a, const floats& b) { return std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0; }
 
 class Scratch : public ::testing::TestWithParam<scratch_case> {
 protected:
@@ -112,23 +84,7 @@ protected:
 };
 
 TEST_P(Scratch, BelongsToThePlanOrToTheCallAndWithoutItNothingIsWritten) {
-    const floats expected = output();
-    EXPECT_FALSE(same(expected, before));
-    bool whole = false;
-    int allowed = 0;
-    for (; !whole && allowed < 20; ++allowed) {
-        refused_allocations = 0;
-        allowed_allocations = allowed;
-        floats out;
-        std::thread([&] { out = output(); }).join();
-        allowed_allocations = any_number;
-        whole = refused_allocations == 0;
-        // The team of threads allocates too, and works without.
-        const bool complete = whole || (p.nthreads > 1 && !same(out, before));
-        EXPECT_TRUE(same(out, complete ? expected : before)) << allowed << " allocations\n" << tree(*plan);
-    }
-    EXPECT_TRUE(whole);
-    EXPECT_GT(allowed, 1) << "needs no memory";
+    expect_all_or_nothing([&] { return output(); }, before, tree(*plan), p.nthreads > 1);
 }
 
 INSTANTIATE_TEST_SUITE_P(Batch, Scratch, ::testing::ValuesIn(cases), [](const auto& info) {

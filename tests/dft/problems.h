@@ -2,20 +2,13 @@
 // Complex problems of one dimension for the tests of this folder: how they are made, planned, run and compared.
 #pragma once
 #include "interface/fft_plan.h"
+#include "tests/support/emulated.h"
 #include "tests/support/reference_dft.h"
 #include "tests/support/signals.h"
 
 #include <gtest/gtest.h>
 
 #include <string>
-
-// The emulator runs vector code a hundred times slower. The long sweeps are thinned there; the portable build, whose
-// kernels come from the same source, runs all of them.
-#if TESTS_ARE_EMULATED
-constexpr bool is_emulated = true;
-#else
-constexpr bool is_emulated = false;
-#endif
 
 struct complex_problem {
     int64_t n;

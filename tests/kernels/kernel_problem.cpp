@@ -124,10 +124,7 @@ std::string check(const kernel_problem& p, const transform_grid& grid) {
     const auto in_before = in.whole();
     const void* address = nullptr;
     if (!survives([&] { call(p, in.data(), target.data(), table.data()); }, address))
-        return std::string("touched memory near its ") + (in.owns(address)      ? "input"
-                                                          : out.owns(address)   ? "output"
-                                                          : table.owns(address) ? "twiddles"
-                                                                                : "?");
+        return "touched memory near its " + name_of_touched(address, in, out, table);
     if (!p.in_place && std::memcmp(in.whole().data(), in_before.data(), in_before.size() * sizeof in_before[0]) != 0)
         return "wrote to its input";
     return compare(target.whole(), p.in_place ? in_before : out_before, want, target.front());

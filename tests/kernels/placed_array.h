@@ -48,3 +48,9 @@ using placed_array = placed<std::complex<float>>;
 
 // Runs the call. False if it touched memory that it must not touch, at `address`.
 bool survives(const std::function<void()>& call, const void*& address);
+
+// Which of the arrays of a call an address is near to, for what a failing test prints.
+template <class In, class Out, class Table>
+std::string name_of_touched(const void* address, const In& in, const Out& out, const Table& twiddles) {
+    return in.owns(address) ? "input" : out.owns(address) ? "output" : twiddles.owns(address) ? "twiddles" : "?";
+}

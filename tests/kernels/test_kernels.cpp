@@ -9,16 +9,11 @@
 
 #include "families.h"
 #include "kernel_problem.h"
+#include "tests/support/emulated.h"
 
 namespace {
 
 using namespace generator;
-
-#if TESTS_ARE_EMULATED
-constexpr bool is_emulated = true;
-#else
-constexpr bool is_emulated = false;
-#endif
 
 constexpr int strides[][2] = {{1, 1}, {3, 1}, {1, 2}, {5, 7}};
 

@@ -122,11 +122,7 @@ std::string check(const stage_problem& p) {
     const void* address = nullptr;
     const bool survived =
         survives([&] { reinterpret_cast<sorensen_kernel>(p.kernel)(&record, in.data(), out.data()); }, address);
-    if (!survived)
-        return std::string("touched memory near its ") + (in.owns(address)      ? "input"
-                                                          : out.owns(address)   ? "output"
-                                                          : table.owns(address) ? "twiddles"
-                                                                                : "?");
+    if (!survived) return "touched memory near its " + name_of_touched(address, in, out, table);
     if (!p.in_place && std::memcmp(in.whole().data(), in_before.data(), in_before.size() * sizeof in_before[0]) != 0)
         return "wrote to its input";
     return compare(p, out, out_before);

@@ -3,12 +3,7 @@
 #pragma once
 #include "interface/fft_plan.h"
 #include "kernels/real_kernels.h"
-
-#if TESTS_ARE_EMULATED
-constexpr bool is_emulated = true;
-#else
-constexpr bool is_emulated = false;
-#endif
+#include "tests/support/emulated.h"
 
 // reference::hermitian_stage rounded to floats: complex rows, or, for L of 1, the real numbers of row 0.
 void stage_by_formula(const sorensen_stage_record* stage, const float* in, float* out);

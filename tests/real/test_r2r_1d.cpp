@@ -9,17 +9,12 @@
 
 #include "include/qfftf.h"
 #include "interface/fft_plan.h"
+#include "tests/support/emulated.h"
 #include "tests/support/guarded_floats.h"
 #include "tests/support/reference_r2r.h"
 #include "tests/support/signals.h"
 
 namespace {
-
-#if TESTS_ARE_EMULATED
-constexpr bool is_emulated = true;
-#else
-constexpr bool is_emulated = false;
-#endif
 
 // All lengths to 96, and above that every one or, emulated, one in 37: the defining sums take n^2 operations.
 int next_length(int n) { return n + (is_emulated && n > 96 ? 37 : 1); }

@@ -1,36 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
 // Every execute function of real data that needs scratch, itself or below it: in the plan's buffer, on a thread that
-// never planned, and there with too little memory, when nothing at all may be written. The linker sends calloc here.
+// never planned, and there with too little memory, when nothing at all may be written.
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <atomic>
-#include <cstring>
 #include <memory>
-#include <thread>
 
 #include "interface/fft_plan.h"
 #include "planner/plan_tree.h"
+#include "tests/support/scarce_memory.h"
 #include "tests/support/signals.h"
 #include "tools/planned_problem.h"
 
 namespace {
-constexpr int any_number = 1 << 30;
-std::atomic<int> allowed_allocations{any_number};
-std::atomic<int> refused_allocations{0};
-}  // namespace
 
-extern "C" {
-void* __real_calloc(size_t count, size_t size);
-void* __wrap_calloc(size_t count, size_t size) {
-    if (allowed_allocations == any_number || allowed_allocations-- > 0) return __real_calloc(count, size);
-    allowed_allocations = 0;
-    ++refused_allocations;
-    return nullptr;
-}
-}
-
-namespace {
+using namespace scarce_memory;
 
 struct scratch_case {
     const char* execute_name;
@@ -87,17 +71,6 @@ const scratch_case cases[] = {
     {"execute_multidimension", "redft10/rodft11 20x100 inplace"},
 };
 
-bool has_execute(const fft_plan& p, const char* name) {
-    if (std::strcmp(p.execute_name, name) == 0) return true;
-    for (int i = 0; i < p.subplan_count; ++i)
-        if (has_execute(*p.subplans[i], name)) return true;
-    return false;
-}
-
-using floats = std::vector<float>;
-
-bool same(const floats& a, const floats& b) { return std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0; }
-
 class RealScratch : public ::testing::TestWithParam<scratch_case> {};
 
 TEST_P(RealScratch, BelongsToThePlanOrToTheCallAndWithoutItNothingIsWritten) {
@@ -116,21 +89,7 @@ TEST_P(RealScratch, BelongsToThePlanOrToTheCallAndWithoutItNothingIsWritten) {
         plan->execute(plan.get(), p.in_place ? out.data() : in.data(), out.data());
         return out;
     };
-    const floats expected = output();
-    EXPECT_FALSE(same(expected, before));
-    bool whole = false;
-    int allowed = 0;
-    for (; !whole && allowed < 20; ++allowed) {
-        refused_allocations = 0;
-        allowed_allocations = allowed;
-        floats out;
-        std::thread([&] { out = output(); }).join();
-        allowed_allocations = any_number;
-        whole = refused_allocations == 0;
-        EXPECT_TRUE(same(out, whole ? expected : before)) << allowed << " allocations\n" << plan_tree_line(*plan);
-    }
-    EXPECT_TRUE(whole);
-    EXPECT_GT(allowed, 1) << "needs no memory";
+    expect_all_or_nothing(output, before, plan_tree_line(*plan));
 }
 
 INSTANTIATE_TEST_SUITE_P(Real, RealScratch, ::testing::ValuesIn(cases));
