@@ -87,7 +87,7 @@ void execute_blocks_by_stages(fft_plan* plan, float* in, float* out) {
     for (int64_t i = 0; i < batch.n; i += block) {
         copy_matrix_cpx(in + 2 * i * batch.is, scratch.data(), d.n, block, batch.is, d.is, 1, block);
         for (int64_t g = 0; g < block; g += 4)
-            execute_four_lanes(plan->aux, scratch.data() + 2 * g, out + 2 * (i + g), working.data(), d.n);
+            execute_four_lanes(*group, plan->aux, scratch.data() + 2 * g, out + 2 * (i + g), working.data());
     }
 }
 

@@ -62,12 +62,12 @@ void execute_rows_to_columns(fft_plan* plan, float* in, float* out) {
     if (!scratch) return;
     const int64_t n = plan->dims[0].n;
     const fft_dim batch = plan->howmany[0];
+    fft_plan* item = plan->subplans[0];
     int64_t i = 0;
     for (; i + 4 <= batch.n; i += 4) {
         transpose_cpx_tiled(in + 2 * i * batch.is, scratch.data(), 4, n, batch.is, 4);
-        execute_four_lanes(plan->aux, scratch.data(), out + 2 * i, scratch.data(), n);
+        execute_four_lanes(*item, plan->aux, scratch.data(), out + 2 * i, scratch.data());
     }
-    fft_plan* item = plan->subplans[0];
     for (; i < batch.n; ++i) item->execute(item, in + 2 * i * batch.is, out + 2 * i);
 }
 

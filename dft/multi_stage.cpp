@@ -54,10 +54,36 @@ void execute_two_stages(fft_plan* plan, float* in, float* out) {
     stages[1].kernel(&stages[1], scratch.data(), out);
 }
 
+// 64 points are two stages. Where four transforms fill the lanes of vectors one straight kernel costs less and runs in
+// their place, as execute_straight for four side by side.
+constexpr int64_t straight_in_lanes = 64;
+
+void execute_straight(fft_plan* plan, float* in, float* out) {
+    lookup_many_quad_sve(plan, straight_in_lanes)(out, in, plan->dims[0].is, plan->dims[0].os);
+}
+
 int install_form(fft_plan* plan, const multi_stage_form& form, uint64_t stage_count) {
+    if (plan->dims[0].n == straight_in_lanes && is_batch_of_lanes(*plan, 4))
+        return install(plan, execute_straight, form.two_stages);
     if (stage_count == 2) return install(plan, execute_two_stages, form.two_stages);
     return has_unit_strides(*plan) ? install(plan, execute_contiguous, form.contiguous)
                                    : install(plan, execute_discrete, form.discrete);
+}
+
+// The first of `count` executions, as many as straight kernels can do: four lanes each, or four contiguous ones at
+// once. Returns their number.
+int64_t execute_straight_each(const fft_plan& plan, const float* in, float* out, int64_t count, int64_t in_step,
+                              int64_t out_step) {
+    const fft_dim d = plan.dims[0];
+    if (plan.execute == execute_straight) {
+        const many_kernel kernel = lookup_many_quad_sve(&plan, straight_in_lanes);
+        for (int64_t i = 0; i < count; ++i) kernel(out + i * out_step, in + i * in_step, d.is, d.os);
+        return count;
+    }
+    if (d.n != straight_in_lanes || plan.howmany_rank != 0 || !has_unit_strides(plan) || count < 4) return 0;
+    const int64_t whole = count / 4 * 4;
+    lookup_many_rows_sve(&plan, straight_in_lanes)(out, in, in_step / 2, out_step / 2, whole);
+    return whole;
 }
 
 int solve(fft_plan* plan, const multi_stage_form& form) {
@@ -72,32 +98,34 @@ int solve(fft_plan* plan, const multi_stage_form& form) {
 
 }  // namespace
 
-bool runs_two_stages(const fft_plan& plan) { return plan.execute == execute_two_stages; }
+bool runs_two_stages(const fft_plan& plan) {
+    return plan.execute == execute_two_stages || plan.execute == execute_straight;
+}
 
 void execute_two_stages_each(fft_plan* plan, float* in, float* out, int64_t count, int64_t in_step, int64_t out_step) {
     const plan_scratch scratch(plan);
     if (!scratch) return;
     const stage_record* stages = two_stages(plan->aux);
-    for (; count > 0; --count, in += in_step, out += out_step) {
-        stages[0].kernel(&stages[0], in, scratch.data());
-        stages[1].kernel(&stages[1], scratch.data(), out);
+    for (int64_t i = execute_straight_each(*plan, in, out, count, in_step, out_step); i < count; ++i) {
+        stages[0].kernel(&stages[0], in + i * in_step, scratch.data());
+        stages[1].kernel(&stages[1], scratch.data(), out + i * out_step);
     }
 }
 
 // Contiguous plans have their last table in another order, that of rows side by side.
 bool can_run_in_four_lanes(const fft_plan& plan) {
     return (plan.howmany_rank == 0 || is_batch_of_lanes(plan, 4)) && !has_unit_strides(plan) &&
-           (plan.execute == execute_two_stages || plan.execute == execute_discrete);
+           (runs_two_stages(plan) || plan.execute == execute_discrete);
 }
 
 // The count of the stages, then their records.
 uint64_t four_lanes_list_bytes(const fft_plan& plan) {
-    const uint64_t count = plan.execute == execute_two_stages ? 2 : stage_count_of(plan.aux);
+    const uint64_t count = runs_two_stages(plan) ? 2 : stage_count_of(plan.aux);
     return 8 + count * sizeof(stage_record);
 }
 
 void fill_four_lanes_list(const fft_plan& plan, void* list, int64_t is, int64_t os) {
-    const bool two = plan.execute == execute_two_stages;
+    const bool two = runs_two_stages(plan);
     const stage_record* single = two ? two_stages(plan.aux) : counted_stages(plan.aux);
     const uint64_t count = stage_count_of(list) = two ? 2 : stage_count_of(plan.aux);
     fft_plan four = plan;  // a problem for the look-ups alone
@@ -114,9 +142,12 @@ void fill_four_lanes_list(const fft_plan& plan, void* list, int64_t is, int64_t 
     }
 }
 
-void execute_four_lanes(const void* list, const float* in, float* out, float* working, int64_t n) {
-    void* stages = const_cast<void*>(list);
-    run_stages(counted_stages(stages), stage_count_of(stages), in, {working, working + 8 * n}, out);
+void execute_four_lanes(const fft_plan& plan, void* list, const float* in, float* out, float* working) {
+    const stage_record* stages = counted_stages(list);
+    const uint64_t count = stage_count_of(list);
+    const int64_t n = plan.dims[0].n;
+    if (n == straight_in_lanes) return lookup_many_quad_sve(&plan, n)(out, in, stages[0].is, stages[count - 1].os);
+    run_stages(stages, count, in, {working, working + 8 * n}, out);
 }
 
 int solve_problem_c2c_1d_sve(fft_plan* plan) {

@@ -20,4 +20,4 @@ void fill_four_lanes_list(const fft_plan& plan, void* list, int64_t is, int64_t 
 
 // Runs the list: lane c of input element j stands at j * is + c, that of output element j at j * os + c. The working
 // memory holds two arrays of four transforms; the input may be the first if its stride is 4.
-void execute_four_lanes(const void* list, const float* in, float* out, float* working, int64_t n);
+void execute_four_lanes(const fft_plan& plan, void* list, const float* in, float* out, float* working);

@@ -169,3 +169,16 @@ TEST(BlockColCol, FormsCompute) {
     run_and_compare({.dims = {{64, 256, 1}}, .batch = {{256, 1, 65}}});
     run_and_compare({.dims = {{64, 1, 260}}, .batch = {{256, 64, 1}}});
 }
+
+// One kernel call for each group, between columns of any distance on both sides.
+TEST(BlockColCol, SixtyFourPoints) {
+    for (const int64_t sign : {-1, 1})
+        for (const int64_t count : {8, 12, 132}) {
+            problem p = columns(64, count, count + 1);
+            p.sign = sign;
+            run_and_compare(p);
+            run_and_compare(in_place(p, sign));
+            p.dims[0].os = count + 6;
+            run_and_compare(p);
+        }
+}

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// The loops inside row 44 that don't call the plan of one transform: two stages at a time, and rows whose outputs stand
-// side by side, four at a time.
+// The loops inside row 44 that don't call the plan of one transform: two stages at a time, 64 points four transforms at
+// a time, and rows whose outputs stand side by side, likewise.
 #include "planner/solvers.h"
 #include "reshape_columns.h"
 
@@ -18,4 +18,32 @@ TEST(ManyLoop, TwoStagesEach) {
             check(solve_problem_dft_many, batch_of({n, 1, 1}, {count, n + 2, n + 2}, true), "execute_many");
             check(solve_problem_dft_many, batch_of({n, 2, 3}, {count, 2 * n, 3 * n}), "execute_many");
         }
+}
+
+// Groups of four and what is left of them, both directions, every distance of the rows on both sides.
+TEST(ManyLoop, SixtyFourPointsFourAtATime) {
+    for (int64_t count = 1; count <= 9; ++count)
+        for (const fft_dim rows : {fft_dim{count, 64, 64}, {count, 64, 71}, {count, 100, 64}, {count, 70, 64}})
+            check_both_directions(solve_problem_dft_many, batch_of({64, 1, 1}, rows), "execute_many");
+    for (int64_t count = 1; count <= 9; ++count)
+        for (const int64_t distance : {64, 67})
+            check_both_directions(solve_problem_dft_many, batch_of({64, 1, 1}, {count, distance, distance}, true),
+                                  "execute_many");
+}
+
+// Windows that overlap are read more than once.
+TEST(ManyLoop, SixtyFourPointsOfOverlappingRows) {
+    constexpr int64_t count = 10, step = 16;
+    const complex_array signal = complex_noise(64 + (count - 1) * step, 5);
+    arrays a = {signal, complex_noise(64 * count + 2 * guard, 6)};
+    const problem p = batch_of({64, 1, 1}, {count, step, 64});
+    const plan_pointer plan = p.plan(reinterpret_cast<float*>(a.in.data()), a.out_data());
+    ASSERT_NE(plan, nullptr);
+    plan->execute(plan.get(), reinterpret_cast<float*>(a.in.data()), a.out_data());
+    for (int64_t t = 0; t < count; ++t) {
+        const complex_array window(signal.begin() + t * step, signal.begin() + t * step + 64);
+        const auto first = a.out.begin() + guard + 64 * t;
+        EXPECT_LT(relative_error(complex_array(first, first + 64), reference::dft(widened(window), -1)), 3e-7) << t;
+    }
+    EXPECT_TRUE(same_bits(a.in, signal));
 }
