@@ -25,6 +25,8 @@ struct footprint {
     int64_t out_bytes;
     extent in;
     extent out;
+    extent whole_in;  // with the lattice, of which a half of Hermitian data has fewer points
+    extent whole_out;
     bool elementwise;  // every index takes the same step on both sides
     lattice_index lattice[2 * max_rank];
     int lattice_rank;
@@ -32,6 +34,8 @@ struct footprint {
     void add(int64_t n_in, int64_t n_out, const fft_dim& d) {
         const int64_t n = std::max(n_in, n_out), step_in = d.is * in_bytes, step_out = d.os * out_bytes;
         if (n <= 1) return;
+        whole_in.widen(n_in, step_in);
+        whole_out.widen(n_out, step_out);
         if (step_in == step_out) {
             const int64_t step = step_in < 0 ? -step_in : step_in;
             lattice[lattice_rank++] = {step, (n - 1) * step};
@@ -46,12 +50,6 @@ struct footprint {
         for (int b = 0; b < p.howmany_rank; ++b)
             if (p.howmany[b].n > 1 && p.howmany[b].is * in_bytes != p.howmany[b].os * out_bytes) return false;
         return true;
-    }
-
-    int64_t lattice_reach() const {
-        int64_t reach = 0;
-        for (int i = 0; i < lattice_rank; ++i) reach += lattice[i].reach;
-        return reach;
     }
 
     bool nests() {
@@ -71,8 +69,8 @@ footprint footprint_of(const fft_plan& p) {
     const bool half_in = in_bytes > out_bytes, half_out = in_bytes < out_bytes;
     if (p.split == split_arrays) in_bytes = out_bytes = sizeof(float);
     footprint f = {};
-    f.in_bytes = f.in.high = static_cast<int64_t>(in_bytes);
-    f.out_bytes = f.out.high = static_cast<int64_t>(out_bytes);
+    f.in_bytes = f.in.high = f.whole_in.high = static_cast<int64_t>(in_bytes);
+    f.out_bytes = f.out.high = f.whole_out.high = static_cast<int64_t>(out_bytes);
     f.elementwise = !half_in && !half_out;
     for (int d = 0; d < p.rank; ++d) {
         const int64_t n = p.dims[d].n, half = d == p.rank - 1 ? n / 2 + 1 : n;  // of Hermitian data the half is stored
@@ -108,13 +106,14 @@ bool split_may_run_in_pieces(const fft_plan& p) {
     const split_sides sides(p);
     footprint f = footprint_of(p);
     if (f.elementwise && sides.same_arrays()) return true;
-    const int64_t reach = f.lattice_reach();
     const extent in = f.in, out = f.out;
     bool meet = false;
     for (int i = 0; i < sides.in_count; ++i)
         for (int o = 0; o < sides.out_count; ++o) {
             const int64_t in_at = sides.in[i] - sides.in[0], out_at = sides.out[o] - sides.in[0];
-            if (in_at + in.low >= out_at + out.high + reach || out_at + out.low >= in_at + in.high + reach) continue;
+            if (in_at + f.whole_in.low >= out_at + f.whole_out.high ||
+                out_at + f.whole_out.low >= in_at + f.whole_in.high)
+                continue;
             meet = true;
             f.in = {std::min(f.in.low, in_at + in.low), std::max(f.in.high, in_at + in.high)};
             f.out = {std::min(f.out.low, out_at + out.low), std::max(f.out.high, out_at + out.high)};

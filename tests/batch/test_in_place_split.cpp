@@ -131,3 +131,25 @@ TEST(InPlaceSplit, CommonLayoutsRun) {
     p.out_imag = arena + 300;
     EXPECT_TRUE(runs_in_pieces(p)) << "out of place with two layouts";
 }
+
+// Half as many coefficients as points: arrays may stand closer than the longer one is long.
+TEST(InPlaceSplit, NeighboursOfHalfTheLengthDoNotMeet) {
+    fft_plan p = {};
+    p.kind = kind_c2r;
+    p.split = split_arrays;
+    p.rank = 1;
+    p.howmany_rank = 2;
+    p.dims[0] = {7, 4, 4};
+    p.howmany[0] = {4, 1, 1};
+    p.howmany[1] = {1, 1, 1};
+    p.in = arena;
+    p.in_imag = arena + 16;
+    p.out = arena + 32;
+    EXPECT_TRUE(runs_in_pieces(p)) << "coefficients in front";
+    p.out = arena + 31;
+    EXPECT_FALSE(runs_in_pieces(p)) << "one float shared";
+    p.out = arena;
+    p.in = arena + 28;
+    p.in_imag = arena + 44;
+    EXPECT_TRUE(runs_in_pieces(p)) << "points in front";
+}
