@@ -25,20 +25,20 @@ uint64_t scratch_of_tree(const fft_plan& plan) {
     return bytes;
 }
 
-void plan_scratch::take(const fft_plan& plan) {
+plan_scratch::loan plan_scratch::take(const fft_plan& plan) {
     scratch_range& left = this_thread_state().scratch;
     const uint64_t needed = std::max(scratch_of_tree(plan), alignment);
-    taken_ = true;
-    before_ = left;
+    loan l = {nullptr, nullptr, left.begin, left.end};
     if (static_cast<uint64_t>(left.end - left.begin) < needed) {
-        block_ = qsl_fftf_malloc(needed);
-        left = {static_cast<char*>(block_), static_cast<char*>(block_) + (block_ ? needed : 0)};
+        l.block = qsl_fftf_malloc(needed);
+        left = {static_cast<char*>(l.block), static_cast<char*>(l.block) + (l.block ? needed : 0)};
     }
-    data_ = reinterpret_cast<float*>(left.begin);
-    if (data_) left.begin += own_scratch(plan);
+    l.data = reinterpret_cast<float*>(left.begin);
+    if (l.data) left.begin += own_scratch(plan);
+    return l;
 }
 
-void plan_scratch::give_back() {
-    this_thread_state().scratch = before_;
-    qsl_fftf_free(block_);
+void plan_scratch::give_back(loan l) {
+    this_thread_state().scratch = {l.before_begin, l.before_end};
+    qsl_fftf_free(l.block);
 }

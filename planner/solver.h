@@ -41,28 +41,36 @@ inline int install(fft_plan* plan, execute_function execute, const char* execute
 // writes anything, or does nothing. False when that allocation failed: the execute function then returns.
 class plan_scratch {
 public:
-    explicit plan_scratch(fft_plan* plan) : data_(static_cast<float*>(plan->buffer)) {
-        if (this_thread_state().use_plan_buffer != 1) take(*plan);
+    explicit plan_scratch(fft_plan* plan) : taken_(this_thread_state().use_plan_buffer != 1) {
+        if (taken_)
+            loan_ = take(*plan);
+        else
+            loan_.data = static_cast<float*>(plan->buffer);
     }
     ~plan_scratch() {
-        if (taken_) give_back();
+        if (taken_) give_back(loan_);
     }
     plan_scratch(const plan_scratch&) = delete;
     plan_scratch& operator=(const plan_scratch&) = delete;
-    explicit operator bool() const { return data_ != nullptr; }
-    float* data() const { return data_; }
+    explicit operator bool() const { return data() != nullptr; }
+    float* data() const { return loan_.data; }
 
 protected:
-    bool missing() const { return taken_ && !data_; }
+    bool missing() const { return taken_ && !data(); }
 
 private:
-    void take(const fft_plan& plan);
-    void give_back();
+    // Passed by value, and but for `data` without a value unless taken: a thread with the plan's buffer keeps the guard
+    // in registers.
+    struct loan {
+        float* data;
+        void* block;  // what this guard allocated
+        char *before_begin, *before_end;
+    };
+    static loan take(const fft_plan& plan);
+    static void give_back(loan l);
 
-    float* data_;
-    bool taken_ = false;
-    void* block_ = nullptr;  // what this guard allocated
-    scratch_range before_ = {};
+    const bool taken_;
+    loan loan_;
 };
 
 // The same for execute functions that have no scratch of their own but run several plans, or one behind a pass of
