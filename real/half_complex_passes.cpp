@@ -2,6 +2,7 @@
 #include "real/half_complex_passes.h"
 
 #include "real/mirror.h"
+#include "real/real_tables.h"
 
 namespace {
 
@@ -29,9 +30,10 @@ void post_pass(const float* y, float* h, const float* table, int64_t m, int64_t 
     const int64_t n = 2 * m, last = m >> 1;
     h[0] = y[0] + y[1];
     h[m * os] = y[0] - y[1];
+    const float *const again = another_pointer(y), *const mirrors = mirror_table_behind(table, m);
     if (os == 1 && last >= 8)
         return cover<8>(last, [=](int64_t k) {
-            const mirror8_parts x = mirror8(y, table, m, k);
+            const mirror8_parts x = mirror8(y, again, mirrors, m, k);
             store4(h + k, packing::low(x.re, x.im));
             store8_down(h + n - k, packing::high(x.re, x.im));
             store8_down(h + m - k, packing::low(x.back_re, x.back_im));
@@ -63,6 +65,7 @@ void hc2r_pre_pass(float* c, const float* h, const float* table, int64_t m, int6
     c[0] = h[0] + h[m * is];
     c[1] = h[0] - h[m * is];
     const int64_t last = m >> 1;
+    const float* const mirrors = mirror_table_behind(table, m);
     if (is == 1 && last >= 8)
         return cover<8>(last, [=](int64_t k) {
             const complex4 re = load4(h + k), im = load8_down(h + n - k);
@@ -71,9 +74,9 @@ void hc2r_pre_pass(float* c, const float* h, const float* table, int64_t m, int6
             const complex4 back[2] = {zip_low(back_re, back_im), zip_high(back_re, back_im)};
             for (int i = 0; i < 2; ++i) {
                 const int64_t j = k + 4 * i;
-                const mirror4_result result = inverse_mirror4(front[i], back[i], load4(table + 2 * (j - 1)));
+                const mirror4_result result = inverse_mirror4(front[i], back[i], load4(mirrors + 2 * (j - 1)));
                 store4(c + 2 * j, result.front);
-                store_back(c + 2 * (m - j), result.back);
+                store4_down(c + 2 * (m - j), result.back);
             }
         });
     for (int64_t k = 1; k <= last; ++k)

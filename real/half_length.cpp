@@ -40,7 +40,9 @@ fft_plan* make_complex_subplan(fft_plan* plan, int64_t n) {
 
 bool attach_half_table(fft_plan* plan, uint64_t m) {
     if (!attach_aux(plan, 8 * m)) return false;
-    real_half_table(static_cast<float*>(plan->aux), m);
+    float* const half = static_cast<float*>(plan->aux);
+    real_half_table(half, m);
+    real_mirror_table(mirror_table_behind(half, m), half, m);
     return true;
 }
 

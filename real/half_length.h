@@ -6,7 +6,7 @@
 // Makes the one complex subplan of length n with unit strides that the single real transform runs.
 fft_plan* make_complex_subplan(fft_plan* plan, int64_t n);
 
-// Fills `aux` with real_half_table(m). False when memory is short.
+// Fills `aux` with real_half_table(m) and the mirror table behind it. False when memory is short.
 bool attach_half_table(fft_plan* plan, uint64_t m);
 
 struct half_length_form {

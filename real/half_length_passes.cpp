@@ -2,26 +2,37 @@
 #include "real/half_length_passes.h"
 
 #include "real/mirror.h"
+#include "real/real_tables.h"
 
 namespace {
 
-// Four pairs at a time. The last group may begin inside the one before, and at m / 2 reach into its own partners: it is
-// read before anything is written, since both arrays may be the same. False where there are fewer than four pairs.
-template <mirror4_result (*core)(complex4, complex4, complex4)>
-bool vector_pairs(const float* from, float* to, const float* table, uint64_t m, uint64_t first, uint64_t last) {
+// Four pairs at a time: result(k) makes those from k on and their partners. The last group may begin inside the one
+// before, and at m / 2 reach into its own partners: it is read before anything is written, since both arrays may be the
+// same. False where there are fewer than four pairs.
+template <class Result>
+inline bool vector_pairs(float* to, uint64_t m, uint64_t first, uint64_t last, const Result& result) {
     if (last < first + 3) return false;
-    const auto result = [=](uint64_t k) {
-        return core(load4(from + 2 * k), load4_down(from + 2 * (m - k)), load4(table + 2 * (k - 1)));
-    };
     const auto store = [=](uint64_t k, const mirror4_result& r) {
         store4(to + 2 * k, r.front);
-        store_back(to + 2 * (m - k), r.back);
+        store4_down(to + 2 * (m - k), r.back);
     };
     const uint64_t final = last - 3;
     const mirror4_result held = result(final);
     for (uint64_t k = first; k < final; k += 4) store(k, result(k));
     store(final, held);
     return true;
+}
+
+bool vector_post(const float* y, float* x, const float* table, uint64_t m, uint64_t first, uint64_t last) {
+    const float *const again = another_pointer(y), *const mirrors = mirror_table_behind(table, m);
+    return vector_pairs(x, m, first, last, [=](uint64_t k) { return mirrored4(y, again, mirrors, m, k); });
+}
+
+bool vector_pre(const float* z, float* c, const float* table, uint64_t m, uint64_t first, uint64_t last) {
+    const float* const mirrors = mirror_table_behind(table, m);
+    return vector_pairs(c, m, first, last, [=](uint64_t k) {
+        return inverse_mirror4(load4(z + 2 * k), load4_down(z + 2 * (m - k)), load4(mirrors + 2 * (k - 1)));
+    });
 }
 
 }  // namespace
@@ -37,7 +48,7 @@ void r2c_post_ends(const float* y, float* x, uint64_t m, int64_t os) {
 
 void r2c_post_range(const float* y, float* x, const float* table, uint64_t m, int64_t os, uint64_t first,
                     uint64_t last) {
-    if (os == 1 && vector_pairs<mirror4>(y, x, table, m, first, last)) return;
+    if (os == 1 && vector_post(y, x, table, m, first, last)) return;
     for (uint64_t k = first; k <= last; ++k) {
         const mirror_terms t = mirror(y + 2 * k, y + 2 * (m - k), table + 2 * (k - 1));
         float* const front = x + 2 * static_cast<int64_t>(k) * os;
@@ -62,7 +73,7 @@ void c2r_pre_ends(const float* z, float* c, uint64_t m, int64_t is) {
 
 void c2r_pre_range(const float* z, float* c, const float* table, uint64_t m, int64_t is, uint64_t first,
                    uint64_t last) {
-    if (is == 1 && vector_pairs<inverse_mirror4>(z, c, table, m, first, last)) return;
+    if (is == 1 && vector_pre(z, c, table, m, first, last)) return;
     for (uint64_t k = first; k <= last; ++k) {
         const float* const a = z + 2 * static_cast<int64_t>(k) * is;
         const float* const b = z + 2 * static_cast<int64_t>(m - k) * is;

@@ -29,18 +29,25 @@ inline void inverse_mirror(float a_r, float a_i, float b_r, float b_i, const flo
     back[1] = u - d;
 }
 
-// The same for four pairs. `b` and `back` hold the partners m - k, m - k - 1, ... in the order of k, k + 1, ...; those
-// of `back` have their parts swapped, which saves an operation: reversed as floats they stand as they are stored.
+// The same for four pairs. `b` and `back` hold the partners m - k, m - k - 1, ... in the order of k, k + 1, ...
 struct mirror4_result {
     complex4 front, back;
 };
 
-// X[k] and X[m - k]. The difference is taken from the sum, which leaves a register to overwrite.
-inline mirror4_result mirror4(complex4 a, complex4 b, complex4 w) {
-    const complex4 half_conjugate = pairs_of(0.5f, -0.5f), half = pairs_of(0.5f, 0.5f);
-    const complex4 s = fma_parts(mul_parts(a, half), b, half_conjugate), p = mul(w, sub(s, a));
-    return {add_i(s, p), add_i(p, s)};
+// X[k] = a + v conj f and X[m - k] = b - f conj v with f = b - conj a and v = (1 + i w) / 2. `a_again` is `a` in a
+// register that may be overwritten.
+inline mirror4_result mirror4(complex4 a, complex4 a_again, complex4 b, complex4 v) {
+    const complex4 f = fma_parts(b, a_again, pairs_of(-1, 1));
+    return {fma_conjugate(a, f, v), fms_conjugate(b, v, f)};
 }
+
+// C[k] = 2a + g conj v and C[m - k] = 2b - v conj g with g = 2 (conj b - a).
+inline mirror4_result inverse_mirror4(complex4 a, complex4 b, complex4 v) {
+    const complex4 twice_a = add(a, a), twice_b = add(b, b), g = fms_from(twice_a, b, pairs_of(2, -2));
+    return {fma_conjugate(twice_a, v, g), fms_conjugate(twice_b, g, v)};
+}
+
+// Below, the parts of `back` are swapped, which saves an operation: reversed as floats they stand as they are stored.
 
 // The same doubled, but for a front of -2 i X[k].
 inline mirror4_result mirror4_terms(complex4 a, complex4 b, complex4 w) {
@@ -49,37 +56,37 @@ inline mirror4_result mirror4_terms(complex4 a, complex4 b, complex4 w) {
     return {sub_i(p, s), add_i(p, s)};
 }
 
-// C[k] and C[m - k].
-inline mirror4_result inverse_mirror4(complex4 a, complex4 b, complex4 w) {
-    const complex4 conjugate = pairs_of(1, -1), two = pairs_of(2, 2);
-    const complex4 s = fma_parts(a, b, conjugate), p = mul_conjugate(w, fms_from(s, a, two));
-    return {add_i(s, p), add_i(p, s)};
-}
-
 // Four complex numbers that end at p, last one first, and a swapped `back` stored so that its last one stands at p.
 inline complex4 load4_down(const float* p) { return reverse4(load4(p - 6)); }
+inline void store4_down(float* p, complex4 v) { store4(p - 6, reverse4(v)); }
 inline void store_back(float* p, complex4 back) { store4(p - 6, reverse8(back)); }
 
 // Eight floats that end at p, last one first.
 inline complex4 load8_down(const float* p) { return reverse8(load4(p - 7)); }
 inline void store8_down(float* p, complex4 v) { store4(p - 7, reverse8(v)); }
 
+// A pointer to the same place, of which the compiler doesn't know that it is. What is loaded through it comes from
+// memory once more: where a multiply-add overwrites one of its operands, a second load is cheaper than a copy.
+inline const float* another_pointer(const float* p) {
+    asm("" : "+r"(p));
+    return p;
+}
+
+// The four coefficients from k on and their partners. `mirrors` is the table behind a half table.
+inline mirror4_result mirrored4(const float* y, const float* y_again, const float* mirrors, int64_t m, int64_t k) {
+    return mirror4(load4(y + 2 * k), load4(y_again + 2 * k), load4_down(y + 2 * (m - k)), load4(mirrors + 2 * (k - 1)));
+}
+
 // Eight pairs, their parts in vectors of their own.
 struct mirror8_parts {
     complex4 re, im, back_re, back_im;
 };
 
-inline mirror8_parts parts_of(const mirror4_result& low, const mirror4_result& high) {
-    return {unzip_even(low.front, high.front), unzip_odd(low.front, high.front), unzip_odd(low.back, high.back),
-            unzip_even(low.back, high.back)};
-}
-
 // The coefficients of the eight pairs from k on.
-inline mirror8_parts mirror8(const float* y, const float* table, int64_t m, int64_t k) {
-    const auto four = [=](int64_t j) {
-        return mirror4(load4(y + 2 * j), load4_down(y + 2 * (m - j)), load4(table + 2 * (j - 1)));
-    };
-    return parts_of(four(k), four(k + 4));
+inline mirror8_parts mirror8(const float* y, const float* y_again, const float* mirrors, int64_t m, int64_t k) {
+    const mirror4_result low = mirrored4(y, y_again, mirrors, m, k), high = mirrored4(y, y_again, mirrors, m, k + 4);
+    return {unzip_even(low.front, high.front), unzip_odd(low.front, high.front), unzip_even(low.back, high.back),
+            unzip_odd(low.back, high.back)};
 }
 
 // Calls group(k) for groups of `width` numbers that cover 1 to `last`, which is at least `width`. The last group may

@@ -6,6 +6,7 @@
 #include "real/half_length.h"
 #include "real/mirror.h"
 #include "real/real_subplan.h"
+#include "real/real_tables.h"
 
 namespace {
 
@@ -41,9 +42,10 @@ void real_parts(const float* y, float* out, const float* table, int64_t m, int64
     const int64_t last = m >> 1;
     out[0] = y[0] + y[1];
     out[m * os] = y[0] - y[1];
+    const float *const again = another_pointer(y), *const mirrors = mirror_table_behind(table, m);
     if (os == 1 && last >= 8)
         return cover<8>(last, [=](int64_t k) {
-            const mirror8_parts x = mirror8(y, table, m, k);
+            const mirror8_parts x = mirror8(y, again, mirrors, m, k);
             store4(out + k, x.re);
             store8_down(out + m - k, x.back_re);
         });
@@ -56,9 +58,10 @@ void real_parts(const float* y, float* out, const float* table, int64_t m, int64
 
 void negated_imaginary_parts(const float* y, float* out, const float* table, int64_t m, int64_t os) {
     const int64_t last = m >> 1;
+    const float *const again = another_pointer(y), *const mirrors = mirror_table_behind(table, m);
     if (os == 1 && last >= 8)
         return cover<8>(last, [=](int64_t k) {
-            const mirror8_parts x = mirror8(y, table, m, k);
+            const mirror8_parts x = mirror8(y, again, mirrors, m, k);
             store4(out + k - 1, negate(x.im));
             store8_down(out + m - 1 - k, negate(x.back_im));
         });

@@ -37,6 +37,13 @@ inline complex4 mul(complex4 a, complex4 b) { return product<0, 90>(a, b); }
 inline complex4 mul_conjugate(complex4 a, complex4 b) { return product<0, 270>(a, b); }
 inline complex4 mul_negated(complex4 a, complex4 b) { return product<180, 270>(a, b); }
 inline complex4 mul_conjugate_negated(complex4 a, complex4 b) { return product<180, 90>(a, b); }
+// sum + conj(a) b and sum - conj(a) b
+inline complex4 fma_conjugate(complex4 sum, complex4 a, complex4 b) {
+    return svcmla_f32_x(svptrue_b32(), svcmla_f32_x(svptrue_b32(), sum, a, b, 0), a, b, 270);
+}
+inline complex4 fms_conjugate(complex4 sum, complex4 a, complex4 b) {
+    return svcmla_f32_x(svptrue_b32(), svcmla_f32_x(svptrue_b32(), sum, a, b, 180), a, b, 90);
+}
 inline complex4 pairs_of(float re, float im) { return svtrn1_f32(svdup_n_f32(re), svdup_n_f32(im)); }
 inline complex4 swap_parts(complex4 v) {
     return svreinterpret_f32_u64(svrevw_u64_x(svptrue_b64(), svreinterpret_u64_f32(v)));
@@ -99,6 +106,14 @@ inline complex4 mul_conjugate(complex4 a, complex4 b) {
     return mul(a, b);
 }
 inline complex4 mul_negated(complex4 a, complex4 b) { return mul(-a, b); }
+inline complex4 fma_conjugate(complex4 sum, complex4 a, complex4 b) {
+    for (int i = 0; i < 8; i += 2) {
+        sum[i] = __builtin_fmaf(a[i + 1], b[i + 1], __builtin_fmaf(a[i], b[i], sum[i]));
+        sum[i + 1] = __builtin_fmaf(-a[i + 1], b[i], __builtin_fmaf(a[i], b[i + 1], sum[i + 1]));
+    }
+    return sum;
+}
+inline complex4 fms_conjugate(complex4 sum, complex4 a, complex4 b) { return fma_conjugate(sum, -a, b); }
 inline complex4 mul_conjugate_negated(complex4 a, complex4 b) { return mul_conjugate(-a, b); }
 inline complex4 pairs_of(float re, float im) { return complex4{re, im, re, im, re, im, re, im}; }
 inline complex4 swap_parts(complex4 v) { return complex4{v[1], v[0], v[3], v[2], v[5], v[4], v[7], v[6]}; }
