@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Passes between a complex transform and a packed real spectrum of n floats: the half-complex form, H[k] = Re X[k] and
 // H[n - k] = Im X[k], or the Hartley form, H[k] = Re X[k] - Im X[k]. Strides count floats; `table` is
-// real_half_table(n / 2).
+// real_half_table(n / 2) with the mirror table behind it.
 #pragma once
 #include <cstdint>
 
