@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "planner/solver.h"
+#include "planner/scratch.h"
 
 #include <algorithm>
 
