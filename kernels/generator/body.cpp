@@ -58,7 +58,8 @@ body make_body(const body_kind& kind) {
         assert(y[k].quarters == 0);
         g.store(k, y[k].n);
     }
-    result.order = print_order(g, kind.in_place, kind.stores_pairs);
+    result.order = print_order(g, kind.in_place);
+    g.choose_overwritten(result.order);
     return result;
 }
 

@@ -13,8 +13,7 @@ struct body_kind {
     bool transposed = false;  // the two lanes are rows: vectors are loaded along the rows and transposed
     // Loads must all stand before the first store, since input and output may be one array.
     bool in_place = false;
-    bool overwrites = false;    // see dag
-    bool stores_pairs = false;  // outputs 2 k and 2 k + 1 are stored at once
+    bool overwrites = false;  // see dag
 };
 
 // Slot of a load along the rows: two complex numbers at `column` of `row`.
@@ -27,6 +26,7 @@ struct row_slot {
 struct body {
     dag graph;
     std::vector<int> order;  // nodes to print, operands before their users
+    bool once = false;       // not the body of a loop: constants may as well be loaded where they are used
 };
 
 body make_body(const body_kind& kind);

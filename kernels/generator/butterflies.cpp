@@ -5,6 +5,8 @@
 
 namespace generator {
 
+constexpr int smallest_kept = 32;
+
 template <class number>
 std::vector<number> common_butterfly(const std::vector<number>& x, int a, int b, int sign) {
     std::vector<std::vector<number>> inner(b);
@@ -65,6 +67,37 @@ std::vector<number> folded_three_butterfly(const std::vector<number>& x, int b, 
     return out;
 }
 
+// With w = exp(+-2 pi i k / n), U the transform of the even elements and S and D the sum and the difference of the two
+// other ones, the outputs are U(k) +- (cos S + i sin D) and U(k + n/4) +- i (cos D + i sin S).
+template <class number>
+std::vector<number> conjugate_pair_butterfly(const std::vector<number>& x, int sign) {
+    const int n = int(x.size()), quarter = n / 4;
+    std::vector<number> even, next, previous, out(n, x[0]);
+    for (int j = 0; j < n; j += 2) even.push_back(x[j]);
+    for (int j = 0; j < n; j += 4) next.push_back(x[j + 1]), previous.push_back(x[(j + n - 1) % n]);
+    // Of the larger sizes all but the last quarter wouldn't find registers.
+    const auto home = [n](std::vector<number> v) { return n >= smallest_kept ? kept(std::move(v)) : v; };
+    const std::vector<number> u = home(butterfly(even, sign)), z = home(butterfly(next, sign));
+    const std::vector<number> y = butterfly(previous, sign);
+    const auto outputs = [&](int k, const auto& pair) { out[k] = pair.sum, out[k + n / 2] = pair.difference; };
+    for (int k = 0; k < quarter; ++k) {
+        const number s = z[k] + y[k], d = rotated(z[k] - y[k], sign), v = u[k + quarter];
+        if (k == 0) {
+            outputs(k, sum_and_difference(u[k], s));
+            outputs(k + quarter, sum_and_difference(v, d));
+        } else if (8 * k == n) {
+            const auto [plus, minus] = sum_and_difference(s, d);
+            outputs(k, sum_and_difference(u[k], cosine({1, 8}) * plus));
+            outputs(k + quarter, sum_and_difference(v, cosine({1, 8}) * -minus));
+        } else {
+            const long double c = cosine({k, n}), i = sine({k, n});
+            outputs(k, sum_and_difference(u[k], c * s, i * d));
+            outputs(k + quarter, sum_and_difference(v, c * d, -i * s));
+        }
+    }
+    return out;
+}
+
 template <class number>
 std::vector<number> butterfly(const std::vector<number>& x, int sign, long double scale) {
     const int n = int(x.size());
@@ -90,8 +123,6 @@ std::vector<number> butterfly(const std::vector<number>& x, int sign, long doubl
             return coprime_butterfly(x, 2, 7, sign);
         case 15:
             return folded_three_butterfly(x, 5, sign);
-        case 16:
-            return common_butterfly(x, 4, 4, sign);
         case 18:
             return coprime_butterfly(x, 2, 9, sign);
         case 20:
@@ -100,10 +131,10 @@ std::vector<number> butterfly(const std::vector<number>& x, int sign, long doubl
             return folded_three_butterfly(x, 7, sign);
         case 24:
             return folded_three_butterfly(x, 8, sign);
+        case 16:
         case 32:
-            return common_butterfly(x, 4, 8, sign);
         case 64:
-            return common_butterfly(x, 8, 8, sign);
+            return conjugate_pair_butterfly(x, sign);
         default:
             return prime_butterfly(x, sign, scale);
     }

@@ -22,5 +22,9 @@ std::vector<number> folded_three_butterfly(const std::vector<number>& x, int b, 
 // Sizes a b in general: b transforms of size a, roots of unity, a transforms of size b (Cooley-Tukey).
 template <class number>
 std::vector<number> common_butterfly(const std::vector<number>& x, int a, int b, int sign);
+// Powers of two: one transform of the even elements and two of the odd ones, x[4 j + 1] and x[4 j - 1], whose roots of
+// unity are conjugates of each other (Kamar and Elcherif 1989).
+template <class number>
+std::vector<number> conjugate_pair_butterfly(const std::vector<number>& x, int sign);
 
 }  // namespace generator

@@ -25,9 +25,27 @@ int dag::sum(int a, int b, int quarters) {
         const constant odd{nb.k.entry, 1};
         if (pool_.value(odd) == value) return fused(with_scale[quarters], a, nb.a, odd);
         if (pool_.value(odd) == -value) return fused(with_scale[quarters ^ 2], a, nb.a, odd);
+        constant everywhere = nb.k;
+        everywhere.everywhere = true;
+        return fused(with_scale[quarters], a, nb.a, everywhere);
     }
     if (na.what == op::scale && quarters == 0) return sum(b, a, 0);
     return binary(plain[quarters], a, b);
+}
+
+void dag::choose_overwritten(const std::vector<int>& order) {
+    if (!overwrites_) return;
+    std::vector<int> last_use(nodes_.size(), none);
+    for (int n : order)
+        for (int operand : {nodes_[n].a, nodes_[n].b})
+            if (operand != none) last_use[operand] = n;
+    for (int n : order) {
+        node& v = nodes_[n];
+        const bool fused = v.what == op::fma || v.what == op::fms;
+        if ((!fused && v.what != op::twice_minus) || last_use[v.a] == n || last_use[v.b] != n) continue;
+        v.into_b = true;
+        if (fused) v.k.everywhere = true;  // there is no such instruction that takes its constant from a lane
+    }
 }
 
 }  // namespace generator

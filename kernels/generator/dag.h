@@ -25,6 +25,7 @@ enum class op {
     fms_i,        // a - i k b
     twice_minus,  // 2 a - b
     neg,          // -a
+    reload,       // a again, from memory, where it was put when it was computed: a register of its own
     zip_lo,       // lanes of a and b in turn, from their lower halves
     zip_hi,       // from their upper halves
     store,        // a to output `slot`
@@ -45,6 +46,7 @@ struct node {
     int a = none, b = none;
     int slot = none;
     constant k{};
+    bool into_b = false;  // the result takes b's register, not a's
     auto key() const { return std::tuple(int(what), a, b, slot, k.entry, k.lane, k.everywhere, k.twice); }
 };
 
@@ -61,10 +63,15 @@ public:
     void store(int slot, int a) { intern({op::store, a, none, slot}); }
     int binary(op what, int a, int b) { return intern({what, a, b}); }
     int scale(int a, constant k) { return intern({op::scale, a, none, none, k}); }
+    int reload(int a) { return intern({op::reload, a, none, int(nodes_.size())}); }
     int fused(op what, int a, int b, constant k) { return intern({what, a, b, none, k}); }
 
     // a + b, a - b, a + i b, a - i b (turned by 0, 2, 1 and 3 quarters), taking a scaled b into a fused operation.
     int sum(int a, int b, int quarters);
+
+    // Where b isn't needed behind a multiply-add in `order` but a is, the result takes b's register, so that a needn't
+    // be copied.
+    void choose_overwritten(const std::vector<int>& order);
 
     const pool& constants() const { return pool_; }
     pool& constants() { return pool_; }

@@ -12,8 +12,9 @@ const char* one_vocabulary(const form& f) {
 const char* full_vocabulary(const form& f) { return f.isa == instruction_set::neon ? "neon_pair" : "sve_quad"; }
 
 void print_direct(text& out, const form& f, int size, int sign) {
-    const body b =
-        make_body({.size = size, .sign = sign, .in_place = true, .overwrites = f.isa == instruction_set::sve});
+    const bool sve = f.isa == instruction_set::sve;
+    body b = make_body({.size = size, .sign = sign, .in_place = true, .overwrites = sve});
+    b.once = sve;
     const strided_address input("in", "is", size), output("out", "os", size);
     access a;
     out.line("{");

@@ -12,14 +12,13 @@ namespace {
 // store follows its value at once.
 class printer_order {
 public:
-    printer_order(const dag& graph, bool loads_first, bool stores_pairs)
+    printer_order(const dag& graph, bool loads_first)
         : nodes_(graph.nodes()),
           done_(nodes_.size()),
           live_(nodes_.size()),
           finishes_(nodes_.size()),
           store_of_(nodes_.size(), none),
-          loads_first_(loads_first),
-          stores_pairs_(stores_pairs) {
+          loads_first_(loads_first) {
         mark_live();
     }
 
@@ -35,8 +34,8 @@ public:
 
 private:
     static bool waits(op what) {
-        return what == op::load || what == op::twiddle || what == op::mul || what == op::zip_lo || what == op::zip_hi ||
-               what >= op::store;
+        return what == op::load || what == op::reload || what == op::twiddle || what == op::mul || what == op::zip_lo ||
+               what == op::zip_hi || what >= op::store;
     }
 
     void mark_live() {
@@ -49,7 +48,6 @@ private:
             if (v.what == op::store) {
                 live_[n] = true;
                 store_of_[v.a] = n;
-                ++store_count_;
             }
             if (!live_[n]) continue;
             if (v.what == op::load) ++loads_left_;
@@ -85,25 +83,12 @@ private:
         order_.push_back(n);
         if (nodes_[n].what == op::load) --loads_left_;
         visit_finishers(n);
-        if (store_of_[n] != none) store_all(stored_with(store_of_[n]));
+        if (store_of_[n] != none) put_store(store_of_[n]);
     }
 
-    // A store alone, or both of a pair, in the order of their slots. The last of an odd number joins the last pair.
-    std::vector<int> stored_with(int store) const {
-        if (!stores_pairs_) return {store};
-        const auto pair = [&](int n) { return std::min(nodes_[n].slot / 2, store_count_ / 2 - 1); };
-        std::vector<int> stores;
-        for (int n = 0; n < int(nodes_.size()); ++n)
-            if (nodes_[n].what == op::store && pair(n) == pair(store)) stores.push_back(n);
-        return stores;
-    }
-
-    void store_all(const std::vector<int>& stores) {
-        for (int s : stores)
-            if (!done_[nodes_[s].a]) return;
-        std::vector<int>& to = loads_first_ && loads_left_ > 0 ? held_back_ : order_;
-        to.insert(to.end(), stores.begin(), stores.end());
-        for (int s : stores) visit_users(nodes_[s].a);
+    void put_store(int n) {
+        (loads_first_ && loads_left_ > 0 ? held_back_ : order_).push_back(n);
+        visit_users(nodes_[n].a);
     }
 
     // What is made from a value that went to memory overwrites it.
@@ -116,15 +101,13 @@ private:
     std::vector<bool> done_, live_;
     std::vector<bool> finishes_;  // permutations and products of which nothing but stores is made
     std::vector<int> store_of_;
-    bool loads_first_, stores_pairs_;
-    int loads_left_ = 0, store_count_ = 0;
+    bool loads_first_;
+    int loads_left_ = 0;
     std::vector<int> order_, held_back_;
 };
 
 }  // namespace
 
-std::vector<int> print_order(const dag& graph, bool loads_first, bool stores_pairs) {
-    return printer_order(graph, loads_first, stores_pairs).run();
-}
+std::vector<int> print_order(const dag& graph, bool loads_first) { return printer_order(graph, loads_first).run(); }
 
 }  // namespace generator

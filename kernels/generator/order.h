@@ -5,7 +5,7 @@
 
 namespace generator {
 
-// With `loads_first` no load follows a store. With `stores_pairs` stores 2 k and 2 k + 1 follow one another.
-std::vector<int> print_order(const dag& graph, bool loads_first, bool stores_pairs = false);
+// With `loads_first` no load follows a store.
+std::vector<int> print_order(const dag& graph, bool loads_first);
 
 }  // namespace generator

@@ -9,10 +9,10 @@ namespace generator {
 namespace {
 
 // The names of the operations, in the order of `op`.
-constexpr const char* words[] = {"load",          "twiddle", "mul",    "add",         "sub",       "add_i",
-                                 "sub_i",         "scale",   "fma",    "fms",         "fma_i",     "fms_i",
-                                 "twice_minus",   "neg",     "zip_lo", "zip_hi",      "store",     "interleave_lo",
-                                 "interleave_hi", "evens",   "odds",   "swap_halves", "swap_pairs"};
+constexpr const char* words[] = {"load",          "twiddle",       "mul",    "add",    "sub",         "add_i",
+                                 "sub_i",         "scale",         "fma",    "fms",    "fma_i",       "fms_i",
+                                 "twice_minus",   "neg",           "reload", "zip_lo", "zip_hi",      "store",
+                                 "interleave_lo", "interleave_hi", "evens",  "odds",   "swap_halves", "swap_pairs"};
 
 std::string name(const dag& g, int n) {
     return (g.nodes()[n].what == op::twiddle ? "w" + std::to_string(g.nodes()[n].slot) : "t" + std::to_string(n));
@@ -36,32 +36,18 @@ public:
     bool in_quad(const constant& k) const { return !k.everywhere && !pairs_.contains(k.entry); }
     int lane(const constant& k) const { return in_quad(k) ? k.entry % 2 * 2 + k.lane : k.lane; }
 
-    std::string name(const constant& k) const {
-        if (k == two) return "two";
-        if (k == conjugating) return "signs";
-        if (is_lanes(k))  // loaded where it is used: there are too many to be held
-            return "constants(pool + " + std::to_string(body_.graph.constants().lanes_offset(k)) + ")";
-        if (in_quad(k)) return "q" + std::to_string(k.entry / 2);
-        std::string s = (k.everywhere ? "u" : "k") + std::to_string(k.entry);
-        if (k.everywhere) s += k.lane ? "s" : "c";
-        return k.twice ? s + "_twice" : s;
+    // What the text of an operation says for a constant: its register, or the load of one that isn't held.
+    std::string operand(const constant& k) const {
+        if (is_lanes(k)) return "constants(pool + " + std::to_string(body_.graph.constants().lanes_offset(k)) + ")";
+        return is_held(k) ? name(k) : loaded(k);
     }
 
     void declare(text& out) const {
         for (const auto& [text_name, k] : used_) {
-            if (k == two)
-                out.line("const vec two = same(2.0f);");
-            else if (k == conjugating)
-                out.line("const vec signs = conjugation();");
-            else if (k.twice)
-                out.line("const vec ", text_name, " = add(", name(once(k)), ", ", name(once(k)), ");");
-            else if (k.everywhere)
-                out.line("const vec ", text_name, " = same(pool[", 2 * k.entry + k.lane, "]);  // ", meaning(k.entry));
-            else if (in_quad(k))
-                out.line("const quad ", text_name, " = two_constants(pool + ", k.entry / 2 * 4, ");  // ",
-                         meaning(k.entry / 2 * 2), ", ", meaning(k.entry / 2 * 2 + 1));
-            else
-                out.line("const vec ", text_name, " = constant(pool + ", 2 * k.entry, ");  // ", meaning(k.entry));
+            if (!is_held(k)) continue;
+            const std::string number = operand(once(k));
+            const std::string made = k.twice ? "add(" + number + ", " + number + ")" : loaded(k);
+            out.line("const ", in_quad(k) ? "quad " : "vec ", text_name, " = ", made, ";", meaning(k));
         }
     }
 
@@ -71,6 +57,37 @@ private:
         return k;
     }
 
+    static bool is_literal(constant k) { return k == two || k == conjugating; }
+
+    bool is_held(const constant& k) const { return is_literal(k) || k.twice || !body_.once; }
+
+    std::string name(const constant& k) const {
+        if (k == two) return "two";
+        if (k == conjugating) return "signs";
+        if (in_quad(k)) return "q" + std::to_string(k.entry / 2);
+        std::string s = (k.everywhere ? "u" : "k") + std::to_string(k.entry);
+        if (k.everywhere) s += k.lane ? "s" : "c";
+        return k.twice ? s + "_twice" : s;
+    }
+
+    std::string loaded(const constant& k) const {
+        if (k == two) return "same(2.0f)";
+        if (k == conjugating) return "conjugation()";
+        if (k.everywhere) return "same(pool[" + std::to_string(2 * k.entry + k.lane) + "])";
+        if (in_quad(k)) return "two_constants(pool + " + std::to_string(k.entry / 2 * 4) + ")";
+        return "constant(pool + " + std::to_string(2 * k.entry) + ")";
+    }
+
+    std::string meaning(const constant& k) const {
+        if (is_literal(k) || k.twice) return "";
+        if (in_quad(k)) return "  // " + meaning(k.entry / 2 * 2) + ", " + meaning(k.entry / 2 * 2 + 1);
+        return "  // " + meaning(k.entry);
+    }
+    std::string meaning(int entry) const {
+        const auto& entries = body_.graph.constants().entries();
+        return entry < int(entries.size()) ? entries[entry].meaning : "-";
+    }
+
     void use(const node& v) {
         if (v.what == op::twice_minus) used_.emplace("two", two);
         if (v.k.entry == constant::none || is_lanes(v.k)) return;
@@ -78,24 +95,23 @@ private:
         used_.emplace(name(v.k), v.k);
     }
 
-    std::string meaning(int entry) const {
-        const auto& entries = body_.graph.constants().entries();
-        return entry < int(entries.size()) ? entries[entry].meaning : "-";
-    }
-
     const body& body_;
     std::set<int> pairs_;
     std::map<std::string, constant> used_;
 };
 
+std::string kept_place(int n) { return "kept_t" + std::to_string(n); }
+
 std::string expression(const dag& g, int n, const access& a, const constant_registers& constants) {
     const node& v = g.nodes()[n];
     if (v.what == op::load) return a.load(v.slot);
+    if (v.what == op::reload) return "reload(" + kept_place(v.a) + ")";
     std::string s = words[int(v.what)];
     if (takes_lane(v.what)) s += v.k.everywhere ? "_all" : "<" + std::to_string(constants.lane(v.k)) + ">";
+    if (v.into_b) s += "_into_b";
     s += "(" + name(g, v.a);
     if (v.b != none) s += ", " + name(g, v.b);
-    if (v.k.entry != constant::none) s += ", " + constants.name(v.k);
+    if (v.k.entry != constant::none) s += ", " + constants.operand(v.k);
     if (v.what == op::twice_minus) s += ", two";
     return s + ")";
 }
@@ -113,31 +129,21 @@ void print_twiddles(text& out, const body& b, const access& a) {
         if (v.what == op::twiddle) print_twiddle(out, v.slot, a);
 }
 
-namespace {
-
-// Prints nothing for the first store of a pair. Behind an even slot that has no partner the last pair is overlapped.
-void print_store(text& out, const dag& g, const node& store, const access& a) {
-    if (!a.store_pair) return out.line(a.store(store.slot, name(g, store.a)), ";");
-    std::map<int, std::string> outputs;
-    for (const node& v : g.nodes())
-        if (v.what == op::store) outputs[v.slot] = name(g, v.a);
-    if (store.slot % 2 == 0 && outputs.contains(store.slot + 1)) return;
-    out.line(a.store_pair(store.slot - 1, outputs[store.slot - 1], outputs[store.slot]), ";");
-}
-
-}  // namespace
-
 void print_operations(text& out, const body& b, const access& a) {
     out.printed(std::make_shared<const body>(b));
     const constant_registers constants(b);
+    std::set<int> kept;
+    for (int n : b.order)
+        if (b.graph.nodes()[n].what == op::reload) kept.insert(b.graph.nodes()[n].a);
     for (int n : b.order) {
         const node& v = b.graph.nodes()[n];
         if (v.what == op::twiddle) {
             if (!a.twiddles_held) print_twiddle(out, v.slot, a);
         } else if (v.what == op::store)
-            print_store(out, b.graph, v, a);
+            out.line(a.store(v.slot, name(b.graph, v.a)), ";");
         else
             out.line("const vec ", name(b.graph, n), " = ", expression(b.graph, n, a, constants), ";");
+        if (kept.contains(n)) out.line("const in_memory ", kept_place(n), "{", name(b.graph, n), "};");
     }
 }
 

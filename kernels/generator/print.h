@@ -12,9 +12,7 @@ namespace generator {
 struct access {
     std::function<std::string(int slot)> load;                // the expression that loads an input
     std::function<std::string(int slot, std::string)> store;  // the statement that stores an output
-    // Instead of `store`, for bodies whose stores come in pairs: stores the outputs slot and slot + 1.
-    std::function<std::string(int slot, std::string, std::string)> store_pair;
-    std::function<std::string(int slot)> twiddle;  // the expression that loads a twiddle
+    std::function<std::string(int slot)> twiddle;             // the expression that loads a twiddle
     std::string twiddle_type = "vec";
     bool twiddles_held = false;  // print_twiddles has loaded them, outside of the loop
 };

@@ -27,6 +27,11 @@ inline pair_of_split_values sum_and_difference(split_value a, split_value b) {
     const auto [im_sum, im_difference] = sum_and_difference(a.im, b.im);
     return {{re_sum, im_sum}, {re_difference, im_difference}};
 }
+inline pair_of_split_values sum_and_difference(split_value a, split_value p, split_value q) {
+    return sum_and_difference(a, p + q);
+}
+
+inline split_values kept(split_values v) { return v; }
 
 split_value rotated(split_value a, int quarters);
 split_value times_root(split_value a, turn angle);

@@ -38,6 +38,17 @@ values transposed(const values& r) {
             exchanged(op::interleave_hi, b, d)};
 }
 
+value again(value a) {
+    const node v = a.graph->nodes()[a.n];
+    return v.what == op::reload ? value{a.graph, a.graph->reload(v.a), a.quarters} : a;
+}
+
+values kept(values v) {
+    for (value& a : v)
+        if (a.graph->overwrites()) a.n = a.graph->reload(a.n);
+    return v;
+}
+
 value operator*(long double c, value a) {
     dag& g = *a.graph;
     if (g.constants().grows() && is_scaled(a) && !is_lanes(g.nodes()[a.n].k)) {  // one product in place of two
@@ -52,7 +63,7 @@ value operator*(long double c, value a) {
 
 pair_of_values sum_and_difference(value a, value b) {
     dag& g = *a.graph;
-    if (!g.overwrites() || !is_scaled(b) || is_scaled(a)) return {a + b, a - b};
+    if (!g.overwrites() || !is_scaled(b) || is_scaled(a)) return {a + b, again(a) - b};
     // A sum with a product ends either operand, so that the sum and the difference together would need a copy. But
     // a - k b may overwrite b, and 2 a - (a - k b) may overwrite a.
     const node product = g.nodes()[b.n];
@@ -60,13 +71,22 @@ pair_of_values sum_and_difference(value a, value b) {
     k.everywhere = true;
     const int quarters = (b.quarters - a.quarters + 4) % 4;
     if (quarters % 2 == 0) {
-        const int less = g.fused(op::fms, a.n, product.a, k), more = g.binary(op::twice_minus, a.n, less);
+        const int less = g.fused(op::fms, a.n, product.a, k), more = g.binary(op::twice_minus, again(a).n, less);
         const value plus{&g, more, a.quarters}, minus{&g, less, a.quarters};
         return quarters == 0 ? pair_of_values{plus, minus} : pair_of_values{minus, plus};
     }
     const value plus{&g, g.fused(op::fma_i, a.n, product.a, k), a.quarters};
-    const value minus{&g, g.fused(op::fms_i, a.n, product.a, k), a.quarters};
+    const value minus{&g, g.fused(op::fms_i, again(a).n, product.a, k), a.quarters};
     return quarters == 1 ? pair_of_values{plus, minus} : pair_of_values{minus, plus};
+}
+
+pair_of_values sum_and_difference(value a, value p, value q) {
+    dag& g = *a.graph;
+    if (!g.overwrites()) return {a + (p + q), a - (p + q)};
+    // The product that isn't turned goes first: it may overwrite its operand in place of a.
+    if ((p.quarters - a.quarters) % 2 != 0) std::swap(p, q);
+    const value sum = a + p + q;
+    return {sum, {&g, g.binary(op::twice_minus, again(a).n, sum.n), a.quarters}};
 }
 
 namespace {

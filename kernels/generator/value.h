@@ -33,11 +33,18 @@ value exchanged(op what, value a, value b);
 value exchanged(op what, value a);
 values transposed(const values& rows);
 
+// On a machine that overwrites: numbers that are kept in memory, and such a number once more, which spares a copy.
+// Elsewhere, and for all others, the numbers themselves.
+values kept(values v);
+value again(value a);
+
 struct pair_of_values {
     value sum, difference;
 };
 // a + b and a - b, in the cheapest way to get both.
 pair_of_values sum_and_difference(value a, value b);
+// a + (p + q) and a - (p + q), where p and q are products.
+pair_of_values sum_and_difference(value a, value p, value q);
 
 // A real factor, which the pool must hold up to its sign unless it grows.
 value operator*(long double c, value a);

@@ -10,7 +10,6 @@
 //   load_backward(p)             the complex number at p and those in front of it, in descending order
 //   but_imaginary_of_first(k)    mask of all but the imaginary part of element 0; ..._of_last: when loaded backward
 //   conjugation()                1 and -1 in turn: fma_all and fms_all by it add and subtract a conjugate
-//   store_rows(p, d, a, b)       lane c of a and that of b, side by side, at p + c d (SVE)
 //   constant(p), same(x)         a pair of the pool (k[0], k[1]) in every complex place, one float in all
 //   two_constants(p)             two pairs of the pool in one register, taken by lanes 0 to 3
 //   load_row(p)                  the twiddle of a whole row; mul(a, w) multiplies by it or by a vector

@@ -35,6 +35,13 @@ template <int lanes>
 [[gnu::noinline]] void store(float* p, vector<lanes> a, int64_t floats) {
     std::memcpy(p, &a.v, floats * sizeof *p);
 }
+// Loading a kept vector again saves a copy on machines that overwrite operands, not here.
+template <int lanes>
+using in_memory = vector<lanes>;
+template <int lanes>
+OPS_INLINE vector<lanes> reload(vector<lanes> place) {
+    return place;
+}
 template <int lanes>
 OPS_INLINE vector<lanes> constant(const float* p) {
     vector<lanes> r;
@@ -106,8 +113,20 @@ OPS_INLINE vector<lanes> fms_all(vector<lanes> a, vector<lanes> b, vector<lanes>
     return {a.v - b.v * k.v};
 }
 template <int lanes>
+OPS_INLINE vector<lanes> fma_all_into_b(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
+    return fma_all(a, b, k);
+}
+template <int lanes>
+OPS_INLINE vector<lanes> fms_all_into_b(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
+    return fms_all(a, b, k);
+}
+template <int lanes>
 OPS_INLINE vector<lanes> twice_minus(vector<lanes> a, vector<lanes> b, vector<lanes>) {
     return {a.v + a.v - b.v};
+}
+template <int lanes>
+OPS_INLINE vector<lanes> twice_minus_into_b(vector<lanes> a, vector<lanes> b, vector<lanes> two) {
+    return twice_minus(a, b, two);
 }
 template <int lanes>
 OPS_INLINE vector<lanes> mul(vector<lanes> a, vector<lanes> w) {

@@ -14,12 +14,23 @@ using mask = svbool_t;
 using quad = svfloat32_t;
 
 OPS_INLINE mask all() { return svptrue_b32(); }
+// Constants come by replicating loads, which cost no vector pipe. Compilers like to load the number once and replicate
+// it in the vector pipes.
 OPS_INLINE vec replicate(const float* p) {
-    return svreinterpret_f32_u64(svdup_n_u64(*reinterpret_cast<const uint64_t*>(p)));
+    vec k;
+    asm("ld1rd {%0.d}, %1/z, [%2]"
+        : "=w"(k)
+        : "Upl"(svptrue_b64()), "r"(p), "m"(*reinterpret_cast<const float(*)[2]>(p)));
+    return k;
 }
 
 OPS_INLINE quad two_constants(const float* p) { return svld1rq_f32(all(), p); }
-OPS_INLINE vec same(float k) { return svdup_n_f32(k); }
+OPS_INLINE vec same(const float& in_memory) {
+    vec k;
+    asm("ld1rw {%0.s}, %1/z, [%2]" : "=w"(k) : "Upl"(all()), "r"(&in_memory), "m"(in_memory));
+    return k;
+}
+OPS_INLINE vec same(float&& literal) { return svdup_n_f32(literal); }
 // A fresh zero from the short form, which costs no vector pipe; compilers would copy one that they keep.
 OPS_INLINE vec zero() {
     vec z;
@@ -44,12 +55,33 @@ template <int lane>
 OPS_INLINE vec fms(vec a, vec b, vec k) {
     return svmls_lane_f32(a, b, k, lane);
 }
-OPS_INLINE vec fma_all(vec a, vec b, vec k) { return svmla_f32_x(all(), a, b, k); }
-OPS_INLINE vec fms_all(vec a, vec b, vec k) { return svmls_f32_x(all(), a, b, k); }
-OPS_INLINE vec twice_minus(vec a, vec b, vec two) { return svnmsb_f32_x(all(), a, two, b); }
+// Which operand gives its register to the result is told to the compiler, which would choose by chance and copy.
+#define OPS_OVERWRITING(name, instruction, overwritten, second, third)                                          \
+    OPS_INLINE vec name(vec a, vec b, vec k) {                                                                  \
+        asm(instruction " %0.s, %1/m, %2.s, %3.s" : "+w"(overwritten) : "Upl"(all()), "w"(second), "w"(third)); \
+        return overwritten;                                                                                     \
+    }
+OPS_OVERWRITING(fma_all, "fmla", a, b, k)
+OPS_OVERWRITING(fms_all, "fmls", a, b, k)
+OPS_OVERWRITING(fma_all_into_b, "fmad", b, k, a)
+OPS_OVERWRITING(fms_all_into_b, "fmsb", b, k, a)
+OPS_OVERWRITING(twice_minus, "fnmsb", a, k, b)
+OPS_OVERWRITING(twice_minus_into_b, "fnmls", b, a, k)
+#undef OPS_OVERWRITING
 OPS_INLINE vec conjugation() { return svreinterpret_f32_u64(svdup_n_u64(0xbf8000003f800000)); }
 OPS_INLINE vec fma_i(vec a, vec b, vec k) { return svcmla_f32_x(all(), a, k, b, 90); }
 OPS_INLINE vec fms_i(vec a, vec b, vec k) { return svcmla_f32_x(all(), a, k, b, 270); }
+
+// A vector in memory, from which it may be loaded again and again: no compiler may take the loads for one.
+struct in_memory {
+    float lanes[8];
+    [[gnu::always_inline]] explicit in_memory(vec a) { svst1_f32(all(), lanes, a); }
+};
+OPS_INLINE vec reload(const in_memory& place) {
+    vec a;
+    asm volatile("ld1w {%0.s}, %1/z, [%2]" : "=w"(a) : "Upl"(all()), "r"(place.lanes) : "memory");
+    return a;
+}
 
 }  // namespace sve_common
 

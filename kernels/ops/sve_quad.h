@@ -37,16 +37,6 @@ OPS_INLINE mask but_imaginary_of_first(int64_t k) {
 OPS_INLINE mask but_imaginary_of_last(int64_t k) { return svwhilelt_b32_s64(0, 7 + k); }
 OPS_INLINE void store(float* p, vec a) { svst1_f32(all(), p, a); }
 OPS_INLINE void store(mask m, float* p, vec a) { svst1_f32(m, p, a); }
-OPS_INLINE mask two_lanes() { return svptrue_pat_b32(SV_VL4); }
-OPS_INLINE void store_rows(float* p, int64_t distance, vec a, vec b) {
-    const vec even = svreinterpret_f32_f64(svtrn1_f64(svreinterpret_f64_f32(a), svreinterpret_f64_f32(b)));
-    const vec odd = svreinterpret_f32_f64(svtrn2_f64(svreinterpret_f64_f32(a), svreinterpret_f64_f32(b)));
-    const mask upper = svnot_b_z(all(), two_lanes());
-    svst1_f32(two_lanes(), p, even);
-    svst1_f32(two_lanes(), p + distance, odd);
-    svst1_f32(upper, p + 2 * distance - 4, even);
-    svst1_f32(upper, p + 3 * distance - 4, odd);
-}
 OPS_INLINE vec constant(const float* p) { return replicate(p); }
 OPS_INLINE row_twiddle load_row(const float* p) { return replicate(p); }
 
@@ -99,12 +89,6 @@ OPS_INLINE vec load(const float* p, lane_offsets lanes) {
 }
 OPS_INLINE void store(float* p, lane_offsets lanes, vec a) {
     for (int i = 0; i < 8; ++i) p[i / 2 * lanes.floats + i % 2] = a.v[i];
-}
-OPS_INLINE void store_rows(float* p, int64_t distance, vec a, vec b) {
-    for (int c = 0; c < 4; ++c) {
-        const float two[] = {a.v[2 * c], a.v[2 * c + 1], b.v[2 * c], b.v[2 * c + 1]};
-        std::memcpy(p + c * distance, two, sizeof two);
-    }
 }
 OPS_INLINE vec constant(const float* p) { return portable::constant<4>(p); }
 OPS_INLINE vec conjugation() { return portable::conjugation<4>(); }

@@ -90,6 +90,8 @@ private:
                 return 2.0 * a - b;
             case op::neg:
                 return -a;
+            case op::reload:
+                return a;
             default:
                 std::fprintf(stderr, "interpreter: operation %d is unknown\n", int(v.what));
                 std::abort();

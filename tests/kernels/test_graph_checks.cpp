@@ -172,11 +172,12 @@ TEST(Interpreter, FourRealLanes) {
     } const exchanges[] = {
         {op::interleave_lo, {0, 10, 1, 11}}, {op::interleave_hi, {2, 12, 3, 13}}, {op::evens, {0, 2, 10, 12}},
         {op::odds, {1, 3, 11, 13}},          {op::swap_halves, {2, 3, 0, 1}},     {op::swap_pairs, {1, 0, 3, 2}},
-        {op::neg, {0, -1, -2, -3}},
+        {op::neg, {0, -1, -2, -3}},          {op::reload, {0, 1, 2, 3}},
     };
     for (const auto& e : exchanges) {
         const body b = transform_of_two([&](body& changed) {
-            const bool unary = e.what == op::swap_halves || e.what == op::swap_pairs || e.what == op::neg;
+            const bool unary =
+                e.what == op::swap_halves || e.what == op::swap_pairs || e.what == op::neg || e.what == op::reload;
             print(changed, changed.graph.binary(e.what, 0, unary ? none : 1));
             changed.graph.store(2, changed.order.back());
             print(changed, int(changed.graph.nodes().size()) - 1);
