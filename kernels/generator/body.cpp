@@ -47,7 +47,7 @@ void chain_rotated_pairs(dag& g, values& outputs) {
 }
 
 body make_body(const body_kind& kind) {
-    body result{dag(pool(kind.size, kind.sign), kind.overwrites), {}};
+    body result{dag(pool(kind.size, kind.sign), kind.overwrites), {}, kind.once && kind.overwrites};
     dag& g = result.graph;
     values x = inputs(g, kind);
     if (kind.twiddled)
@@ -60,6 +60,7 @@ body make_body(const body_kind& kind) {
     }
     result.order = print_order(g, kind.in_place);
     g.choose_overwritten(result.order);
+    if (!kind.alone) g.reload_overwritten(result.order);
     return result;
 }
 

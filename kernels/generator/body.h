@@ -14,6 +14,8 @@ struct body_kind {
     // Loads must all stand before the first store, since input and output may be one array.
     bool in_place = false;
     bool overwrites = false;  // see dag
+    bool once = false;        // not the body of a loop
+    bool alone = false;       // nothing else runs at the time: results are waited for
 };
 
 // Slot of a load along the rows: two complex numbers at `column` of `row`.
@@ -26,7 +28,7 @@ struct row_slot {
 struct body {
     dag graph;
     std::vector<int> order;  // nodes to print, operands before their users
-    bool once = false;       // not the body of a loop: constants may as well be loaded where they are used
+    bool once = false;       // constants may as well be loaded where they are used
 };
 
 body make_body(const body_kind& kind);

@@ -1,9 +1,29 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kernels/generator/dag.h"
 
+#include <algorithm>
 #include <cassert>
 
 namespace generator {
+
+namespace {
+
+bool overwrites_operand(op what) {
+    switch (what) {
+        case op::add_i:
+        case op::sub_i:
+        case op::fma:
+        case op::fms:
+        case op::fma_i:
+        case op::fms_i:
+        case op::twice_minus:
+            return true;
+        default:
+            return false;
+    }
+}
+
+}  // namespace
 
 int dag::intern(const node& n) {
     const auto [it, fresh] = known_.try_emplace(n.key(), int(nodes_.size()));
@@ -45,6 +65,24 @@ void dag::choose_overwritten(const std::vector<int>& order) {
         if ((!fused && v.what != op::twice_minus) || last_use[v.a] == n || last_use[v.b] != n) continue;
         v.into_b = true;
         if (fused) v.k.everywhere = true;  // there is no such instruction that takes its constant from a lane
+    }
+}
+
+void dag::reload_overwritten(std::vector<int>& order) {
+    if (!overwrites_) return;
+    for (size_t at = 0; at < order.size(); ++at) {
+        const node v = nodes_[order[at]];
+        if (!overwrites_operand(v.what) || v.into_b) continue;
+        const auto uses = [&](int n) {
+            return nodes_[n].what != op::reload && (nodes_[n].a == v.a || nodes_[n].b == v.a);
+        };
+        const auto next = std::find_if(order.begin() + at + 1, order.end(), uses);
+        if (next == order.end()) continue;
+        const int again = reload(nodes_[v.a].what == op::reload ? nodes_[v.a].a : v.a);
+        for (auto user = next; user != order.end(); ++user)
+            for (int* operand : {&nodes_[*user].a, &nodes_[*user].b})
+                if (*operand == v.a && nodes_[*user].what != op::reload) *operand = again;
+        order.insert(next, again);
     }
 }
 

@@ -72,6 +72,9 @@ public:
     // Where b isn't needed behind a multiply-add in `order` but a is, the result takes b's register, so that a needn't
     // be copied.
     void choose_overwritten(const std::vector<int>& order);
+    // Where both are, the later users of a get it from memory: that spares the copy, and the pipes for memory have
+    // room.
+    void reload_overwritten(std::vector<int>& order);
 
     const pool& constants() const { return pool_; }
     pool& constants() { return pool_; }

@@ -13,8 +13,12 @@ const char* full_vocabulary(const form& f) { return f.isa == instruction_set::ne
 
 void print_direct(text& out, const form& f, int size, int sign) {
     const bool sve = f.isa == instruction_set::sve;
-    body b = make_body({.size = size, .sign = sign, .in_place = true, .overwrites = sve});
-    b.once = sve;
+    const body b = make_body({.size = size,
+                              .sign = sign,
+                              .in_place = true,
+                              .overwrites = sve,
+                              .once = true,
+                              .alone = f.loop == shape::direct});
     const strided_address input("in", "is", size), output("out", "os", size);
     access a;
     out.line("{");

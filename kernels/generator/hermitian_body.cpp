@@ -60,6 +60,7 @@ body make_hermitian_body(const hermitian_kind& kind) {
         for (int j = 0; j < kind.size; ++j) g.store(j, y[j].n);
     result.order = print_order(g, false);
     g.choose_overwritten(result.order);
+    g.reload_overwritten(result.order);
     return result;
 }
 
@@ -80,6 +81,7 @@ body make_real_row_body(const real_row_kind& kind) {
     for (int j = 0; j < kind.size; ++j) store_real(g, j, y[j]);
     result.order = print_order(g, kind.one);
     g.choose_overwritten(result.order);
+    g.reload_overwritten(result.order);
     return result;
 }
 

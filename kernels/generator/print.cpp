@@ -21,6 +21,8 @@ std::string name(const dag& g, int n) {
 bool takes_lane(op what) { return what == op::scale || what == op::fma || what == op::fms; }
 bool takes_rotated(op what) { return what == op::fma_i || what == op::fms_i; }
 
+constexpr int most_operations_apart = 16;
+
 // Registers of constants: a pair of the pool in every complex place, or, where lanes are all that is asked for, two
 // pairs in one register; or one number everywhere.
 class constant_registers {
@@ -36,16 +38,27 @@ public:
     bool in_quad(const constant& k) const { return !k.everywhere && !pairs_.contains(k.entry); }
     int lane(const constant& k) const { return in_quad(k) ? k.entry % 2 * 2 + k.lane : k.lane; }
 
-    // What the text of an operation says for a constant: its register, or the load of one that isn't held.
+    // What the text of an operation says for a constant.
     std::string operand(const constant& k) const {
         if (is_lanes(k)) return "constants(pool + " + std::to_string(body_.graph.constants().lanes_offset(k)) + ")";
-        return is_held(k) ? name(k) : loaded(k);
+        return is_held(k) ? name(k) : fresh_name(name(k));
+    }
+
+    // Loads the constant of an operation, the one of number `at`, unless it is held or was used a little before.
+    void load(text& out, const constant& k, int at) {
+        if (k.entry == constant::none || is_lanes(k) || is_held(k)) return;
+        const auto [use, first] = uses_.try_emplace(name(k));
+        if (first || at - use->second.last > most_operations_apart) {
+            ++use->second.loads;
+            out.line("const ", in_quad(k) ? "quad " : "vec ", fresh_name(name(k)), " = ", loaded(k), ";", meaning(k));
+        }
+        use->second.last = at;
     }
 
     void declare(text& out) const {
         for (const auto& [text_name, k] : used_) {
             if (!is_held(k)) continue;
-            const std::string number = operand(once(k));
+            const std::string number = is_held(once(k)) ? name(once(k)) : loaded(once(k));
             const std::string made = k.twice ? "add(" + number + ", " + number + ")" : loaded(k);
             out.line("const ", in_quad(k) ? "quad " : "vec ", text_name, " = ", made, ";", meaning(k));
         }
@@ -56,6 +69,8 @@ private:
         k.twice = false;
         return k;
     }
+
+    std::string fresh_name(const std::string& name) const { return name + "_" + std::to_string(uses_.at(name).loads); }
 
     static bool is_literal(constant k) { return k == two || k == conjugating; }
 
@@ -98,6 +113,10 @@ private:
     const body& body_;
     std::set<int> pairs_;
     std::map<std::string, constant> used_;
+    struct recent_use {
+        int last = 0, loads = 0;
+    };
+    std::map<std::string, recent_use> uses_;  // of constants that aren't held
 };
 
 std::string kept_place(int n) { return "kept_t" + std::to_string(n); }
@@ -131,12 +150,14 @@ void print_twiddles(text& out, const body& b, const access& a) {
 
 void print_operations(text& out, const body& b, const access& a) {
     out.printed(std::make_shared<const body>(b));
-    const constant_registers constants(b);
+    constant_registers constants(b);
     std::set<int> kept;
     for (int n : b.order)
         if (b.graph.nodes()[n].what == op::reload) kept.insert(b.graph.nodes()[n].a);
-    for (int n : b.order) {
+    for (int at = 0; at < int(b.order.size()); ++at) {
+        const int n = b.order[at];
         const node& v = b.graph.nodes()[n];
+        constants.load(out, v.k, at);
         if (v.what == op::twiddle) {
             if (!a.twiddles_held) print_twiddle(out, v.slot, a);
         } else if (v.what == op::store)
