@@ -93,4 +93,45 @@ INSTANTIATE_TEST_SUITE_P(Batch, Scratch, ::testing::ValuesIn(cases), [](const au
     return std::string(info.param.execute_name) + "_" + std::to_string(info.index);
 });
 
+// Split arrays: single transforms and batches of each kind.
+class SplitScratch : public ::testing::TestWithParam<problem> {};
+
+TEST_P(SplitScratch, BelongsToThePlanOrToTheCallAndWithoutItNothingIsWritten) {
+    const problem& p = GetParam();
+    floats in_re(p.reach(true)), in_im(p.reach(true));
+    uniform_noise noise(7);
+    for (floats* part : {&in_re, &in_im})
+        for (float& x : *part) x = noise();
+    const int64_t size = p.reach(false);
+    const floats before(2 * size, untouched);  // real parts, then imaginary parts
+    floats planned = before;
+    fft_plan* record = p.record(in_re.data(), planned.data()).release();
+    record->split = split_arrays;
+    record->in_imag = p.kind == kind_r2c ? nullptr : in_im.data();
+    record->out_imag = p.kind == kind_c2r ? nullptr : planned.data() + size;
+    const int result = plan_problem(&record);
+    const plan_pointer plan(record);
+    ASSERT_EQ(result, accepted);
+    ASSERT_TRUE(has_execute(*plan, p.batch.empty() ? "execute_split" : "execute_many_split")) << tree(*plan);
+    const auto output = [&] {
+        floats out = before;
+        plan->execute_split(plan.get(), in_re.data(), plan->in_imag, out.data(),
+                            plan->out_imag ? out.data() + size : nullptr);
+        return out;
+    };
+    expect_all_or_nothing(output, before, tree(*plan));
+}
+
+const problem split_cases[] = {
+    {.dims = {{100, 1, 1}}, .batch = {}},
+    {.dims = {{1009, 2, 1}}, .batch = {{3, 2018, 1009}}},
+    {.dims = {{12, 10, 10}, {10, 1, 1}}, .batch = {{2, 120, 120}, {2, 240, 240}}},
+    {.kind = kind_r2c, .dims = {{100, 1, 1}}, .batch = {}},
+    {.kind = kind_r2c, .dims = {{100, 1, 1}}, .batch = {{3, 100, 51}}},
+    {.kind = kind_c2r, .dims = {{100, 1, 1}}, .batch = {}},
+    {.kind = kind_c2r, .dims = {{100, 1, 1}}, .batch = {{3, 51, 100}}},
+};
+
+INSTANTIATE_TEST_SUITE_P(Batch, SplitScratch, ::testing::ValuesIn(split_cases));
+
 }  // namespace
