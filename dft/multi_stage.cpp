@@ -54,16 +54,15 @@ void execute_two_stages(fft_plan* plan, float* in, float* out) {
     stages[1].kernel(&stages[1], scratch.data(), out);
 }
 
-// 64 points are two stages. Where four transforms fill the lanes of vectors one straight kernel costs less and runs in
-// their place, as execute_straight for four side by side.
-constexpr int64_t straight_in_lanes = 64;
-
+// Where four transforms fill the lanes of vectors the straight kernel of their length, if there is one, costs less than
+// the stages and runs in their place. The stage list serves transforms that are left over.
 void execute_straight(fft_plan* plan, float* in, float* out) {
-    lookup_many_quad_sve(plan, straight_in_lanes)(out, in, plan->dims[0].is, plan->dims[0].os);
+    const fft_dim d = plan->dims[0];
+    lookup_straight_quad_sve(plan, d.n)(out, in, d.is, d.os);
 }
 
 int install_form(fft_plan* plan, const multi_stage_form& form, uint64_t stage_count) {
-    if (plan->dims[0].n == straight_in_lanes && is_batch_of_lanes(*plan, 4))
+    if (is_batch_of_lanes(*plan, 4) && lookup_straight_quad_sve(plan, plan->dims[0].n))
         return install(plan, execute_straight, form.two_stages);
     if (stage_count == 2) return install(plan, execute_two_stages, form.two_stages);
     return has_unit_strides(*plan) ? install(plan, execute_contiguous, form.contiguous)
@@ -76,13 +75,14 @@ int64_t execute_straight_each(const fft_plan& plan, const float* in, float* out,
                               int64_t out_step) {
     const fft_dim d = plan.dims[0];
     if (plan.execute == execute_straight) {
-        const many_kernel kernel = lookup_many_quad_sve(&plan, straight_in_lanes);
+        const many_kernel kernel = lookup_straight_quad_sve(&plan, d.n);
         for (int64_t i = 0; i < count; ++i) kernel(out + i * out_step, in + i * in_step, d.is, d.os);
         return count;
     }
-    if (d.n != straight_in_lanes || plan.howmany_rank != 0 || !has_unit_strides(plan) || count < 4) return 0;
+    const many_rows_kernel kernel = lookup_straight_rows_sve(&plan, d.n);
+    if (!kernel || plan.howmany_rank != 0 || !has_unit_strides(plan) || count < 4) return 0;
     const int64_t whole = count / 4 * 4;
-    lookup_many_rows_sve(&plan, straight_in_lanes)(out, in, in_step / 2, out_step / 2, whole);
+    kernel(out, in, in_step / 2, out_step / 2, whole);
     return whole;
 }
 
@@ -112,42 +112,56 @@ void execute_two_stages_each(fft_plan* plan, float* in, float* out, int64_t coun
     }
 }
 
-// Contiguous plans have their last table in another order, that of rows side by side.
-bool can_run_in_four_lanes(const fft_plan& plan) {
-    return (plan.howmany_rank == 0 || is_batch_of_lanes(plan, 4)) && !has_unit_strides(plan) &&
-           (runs_two_stages(plan) || plan.execute == execute_discrete);
+namespace {
+
+bool is_straight(const fft_plan& plan) { return lookup_straight_quad_sve(&plan, plan.dims[0].n); }
+
+// A straight kernel has a record all the same, for its strides.
+uint64_t stages_in_four_lanes(const fft_plan& plan) {
+    if (is_straight(plan)) return 1;
+    return plan.execute == execute_two_stages ? 2 : stage_count_of(plan.aux);
 }
 
-// The count of the stages, then their records.
-uint64_t four_lanes_list_bytes(const fft_plan& plan) {
-    const uint64_t count = runs_two_stages(plan) ? 2 : stage_count_of(plan.aux);
-    return 8 + count * sizeof(stage_record);
-}
-
-void fill_four_lanes_list(const fft_plan& plan, void* list, int64_t is, int64_t os) {
-    const bool two = runs_two_stages(plan);
-    const stage_record* single = two ? two_stages(plan.aux) : counted_stages(plan.aux);
-    const uint64_t count = stage_count_of(list) = two ? 2 : stage_count_of(plan.aux);
+void copy_into_four_lanes(const fft_plan& plan, stage_record* stages, uint64_t count) {
+    const stage_record* single = plan.execute == execute_two_stages ? two_stages(plan.aux) : counted_stages(plan.aux);
     fft_plan four = plan;  // a problem for the look-ups alone
     four.howmany_rank = 1;
     four.howmany[0] = {4, 1, 1};
     for (uint64_t q = 0; q < count; ++q) {
-        stage_record& stage = counted_stages(list)[q];
-        stage = single[q];
-        stage.is = q == 0 ? is : 4;
-        stage.os = q + 1 == count ? os : 4;
+        stages[q] = single[q];
+        stages[q].is = stages[q].os = 4;
         (q == 0          ? stage_lookup_first_sve
          : q + 1 < count ? stage_lookup_other_sve
-                         : stage_lookup_last_sve)(&stage, &four);
+                         : stage_lookup_last_sve)(&stages[q], &four);
     }
+}
+
+}  // namespace
+
+// A straight kernel needs nothing of the plan. Contiguous plans have their last table in another order, that of rows
+// side by side.
+bool can_run_in_four_lanes(const fft_plan& plan) {
+    if ((plan.howmany_rank != 0 && !is_batch_of_lanes(plan, 4)) || has_unit_strides(plan)) return false;
+    return plan.execute == execute_two_stages || plan.execute == execute_discrete || is_straight(plan);
+}
+
+// The count of the stages, then their records.
+uint64_t four_lanes_list_bytes(const fft_plan& plan) { return 8 + stages_in_four_lanes(plan) * sizeof(stage_record); }
+
+void fill_four_lanes_list(const fft_plan& plan, void* list, int64_t is, int64_t os) {
+    const uint64_t count = stage_count_of(list) = stages_in_four_lanes(plan);
+    stage_record* const stages = counted_stages(list);
+    if (!is_straight(plan)) copy_into_four_lanes(plan, stages, count);
+    stages[0].is = is;
+    stages[count - 1].os = os;
 }
 
 void execute_four_lanes(const fft_plan& plan, void* list, const float* in, float* out, float* working) {
     const stage_record* stages = counted_stages(list);
-    const uint64_t count = stage_count_of(list);
     const int64_t n = plan.dims[0].n;
-    if (n == straight_in_lanes) return lookup_many_quad_sve(&plan, n)(out, in, stages[0].is, stages[count - 1].os);
-    run_stages(stages, count, in, {working, working + 8 * n}, out);
+    if (const many_kernel straight = lookup_straight_quad_sve(&plan, n))
+        return straight(out, in, stages->is, stages->os);
+    run_stages(stages, stage_count_of(list), in, {working, working + 8 * n}, out);
 }
 
 int solve_problem_c2c_1d_sve(fft_plan* plan) {

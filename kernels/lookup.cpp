@@ -8,14 +8,13 @@
 
 namespace {
 
-constexpr uint64_t slots = 64;
-
-template <class Kernel>
+template <class Kernel, uint64_t slots>
 Kernel pick(const fft_plan* plan, uint64_t size, const Kernel (&forward)[slots], const Kernel (&backward)[slots]) {
     if (size - 1 >= slots) return nullptr;  // size 0 too
     return (plan->sign == -1 ? forward : backward)[size - 1];
 }
 
+template <uint64_t slots>
 void pick_stage(stage_record* stage, const fft_plan* plan, const stage_kernel (&forward)[slots],
                 const stage_kernel (&backward)[slots]) {
     stage->kernel = pick(plan, stage->radix, forward, backward);
@@ -53,6 +52,13 @@ many_assemble_kernel lookup_many_assemble_neon(const fft_plan* plan, uint64_t si
 }
 many_rows_kernel lookup_many_rows_sve(const fft_plan* plan, uint64_t size) {
     return pick(plan, size, many_rows_sve_fwd, many_rows_sve_bwd);
+}
+
+many_kernel lookup_straight_quad_sve(const fft_plan* plan, uint64_t size) {
+    return size == 64 ? lookup_many_quad_sve(plan, size) : pick(plan, size, long_quad_sve_fwd, long_quad_sve_bwd);
+}
+many_rows_kernel lookup_straight_rows_sve(const fft_plan* plan, uint64_t size) {
+    return size == 64 ? lookup_many_rows_sve(plan, size) : pick(plan, size, long_rows_sve_fwd, long_rows_sve_bwd);
 }
 
 void stage_lookup_first_neon(stage_record* stage, const fft_plan* plan) {

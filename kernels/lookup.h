@@ -14,6 +14,11 @@ many_kernel lookup_many_quad_sve(const fft_plan* plan, uint64_t size);
 many_assemble_kernel lookup_many_assemble_neon(const fft_plan* plan, uint64_t size);
 many_rows_kernel lookup_many_rows_sve(const fft_plan* plan, uint64_t size);
 
+// Lengths that run by stages, for which a straight kernel costs less where four transforms fill the lanes of vectors:
+// 64, and 128 that is no size of stages.
+many_kernel lookup_straight_quad_sve(const fft_plan* plan, uint64_t size);
+many_rows_kernel lookup_straight_rows_sve(const fft_plan* plan, uint64_t size);
+
 // The form follows from the plan's batch and strides: pair or quad batch, unit strides, or any strides. The plain
 // look-ups, for the convolution solvers, have no batched form. Twiddle tables are the caller's business.
 void stage_lookup_first_neon(stage_record* stage, const fft_plan* plan);

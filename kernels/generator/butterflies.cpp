@@ -134,6 +134,7 @@ std::vector<number> butterfly(const std::vector<number>& x, int sign, long doubl
         case 16:
         case 32:
         case 64:
+        case 128:
             return conjugate_pair_butterfly(x, sign);
         default:
             return prime_butterfly(x, sign, scale);

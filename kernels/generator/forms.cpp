@@ -9,6 +9,7 @@ constexpr int kernel_sizes[] = {2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 
                                 16, 17, 18, 19, 20, 21, 23, 24, 29, 31, 32, 37, 64};
 constexpr int direct_sve_sizes[] = {2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14,
                                     15, 16, 17, 18, 19, 20, 21, 23, 24, 29, 31, 37, 64};
+constexpr int long_sizes[] = {128};  // in lanes only: no radix of stages, no direct kernel
 constexpr int real_direct_sizes[] = {2, 3, 4, 5, 7, 8, 16, 32, 64};
 constexpr int real_many_sizes[] = {2, 3, 4, 8, 16};
 constexpr int quad_only_sizes[] = {32};  // smaller ones are those of r2c_many
@@ -32,6 +33,8 @@ constexpr form table[] = {
     {"many_assemble_neon",   neon,   assemble, batch,   kernel_sizes},
     {"many_quad_sve",        sve,    many,     batch,   kernel_sizes},
     {"many_rows_sve",        sve,    rows,     contig,  kernel_sizes},
+    {"long_quad_sve",        sve,    many,     batch,   long_sizes},
+    {"long_rows_sve",        sve,    rows,     contig,  long_sizes},
 
     {"first_contig_neon",    neon,   first,    contig,  kernel_sizes},
     {"first_strided_neon",   neon,   first,    strided, kernel_sizes},

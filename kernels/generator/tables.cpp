@@ -12,7 +12,7 @@ namespace generator {
 
 namespace {
 
-constexpr int table_slots = 64, real_table_slots = 128;
+constexpr int table_slots = 64, long_table_slots = 128;
 constexpr int signs[] = {-1, 1};
 
 const char* direction(int sign) { return sign < 0 ? "fwd" : "bwd"; }
@@ -21,7 +21,7 @@ std::string pool_name(int size, int sign) {
     return std::string("pool_") + direction(sign) + (size < 10 ? "_n0" : "_n") + std::to_string(size);
 }
 
-int slots(const form& f) { return is_real(f) ? real_table_slots : table_slots; }
+int slots(const form& f) { return is_real(f) || f.sizes.back() > table_slots ? long_table_slots : table_slots; }
 
 std::vector<named_pool> pools_of(const form& f, int size) {
     if (is_real(f)) return real_pools(f, size);
@@ -90,7 +90,7 @@ std::string pool_text(const named_pool& p) {
 
 std::string declarations_text() {
     std::string s = head;
-    for (int size = 2; size <= table_slots; ++size)
+    for (int size = 2; size <= long_table_slots; ++size)
         for (int sign : signs)
             if (!pool(size, sign).entries().empty()) s += "extern const float " + pool_name(size, sign) + "[];\n";
     for (const form& f : forms())
@@ -134,7 +134,7 @@ namespace {
 std::string pool_registry_text() {
     std::string s = "\nconst kernel_pool kernel_pools[] = {\n";
     int count = 0;
-    for (int size = 2; size <= table_slots; ++size) {
+    for (int size = 2; size <= long_table_slots; ++size) {
         const size_t pairs = pool(size, -1).entries().size();
         if (pairs == 0) continue;
         s += "    {" + std::to_string(size) + ", " + std::to_string(pairs) + ", {" + pool_name(size, -1) + ", " +
@@ -166,7 +166,7 @@ std::string pools_text() {
         "// Written by kernels/generator. Pairs (cos, sin) of 2 pi k / n; sines negated in forward pools.\n"
         "// In a unit of their own, so that kernels load them as vectors, not each number by itself.\n"
         "#include \"declarations.h\"\n";
-    for (int size = 2; size <= table_slots; ++size)
+    for (int size = 2; size <= long_table_slots; ++size)
         for (int sign : signs) {
             const pool p(size, sign);
             if (p.entries().empty()) continue;

@@ -171,14 +171,15 @@ TEST(BlockColCol, FormsCompute) {
 }
 
 // One kernel call for each group, between columns of any distance on both sides.
-TEST(BlockColCol, SixtyFourPoints) {
-    for (const int64_t sign : {-1, 1})
-        for (const int64_t count : {8, 12, 132}) {
-            problem p = columns(64, count, count + 1);
-            p.sign = sign;
-            run_and_compare(p);
-            run_and_compare(in_place(p, sign));
-            p.dims[0].os = count + 6;
-            run_and_compare(p);
-        }
+TEST(BlockColCol, StraightKernels) {
+    for (const int64_t n : {64, 128})
+        for (const int64_t sign : {-1, 1})
+            for (const int64_t count : {8, 12, 132}) {
+                problem p = columns(n, count, count + 1);
+                p.sign = sign;
+                run_and_compare(p);
+                run_and_compare(in_place(p, sign));
+                p.dims[0].os = count + 6;
+                run_and_compare(p);
+            }
 }

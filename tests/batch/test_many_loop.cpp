@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// The loops inside row 44 that don't call the plan of one transform: two stages at a time, 64 points four transforms at
-// a time, and rows whose outputs stand side by side, likewise.
+// The loops inside row 44 that don't call the plan of one transform: two stages at a time, straight kernels on
+// groups of four, and rows whose outputs stand side by side, four at a time.
 #include "planner/solvers.h"
 #include "reshape_columns.h"
 
 TEST(ManyLoop, RowsToColumns) {
-    for (const int64_t n : {22, 100, 128, 216, 1000, 2048})  // of two stages, three and four
+    for (const int64_t n : {22, 64, 100, 128, 216, 1000, 2048})  // straight, of two stages, three and four
         for (const int64_t count : {1, 3, 4, 5, 8, 11})
             check_both_directions(solve_problem_dft_many, batch_of({n, 1, count + 2}, {count, n + 3, 1}),
                                   "execute_many");
@@ -20,30 +20,33 @@ TEST(ManyLoop, TwoStagesEach) {
         }
 }
 
-// Groups of four and what is left of them, both directions, every distance of the rows on both sides.
-TEST(ManyLoop, SixtyFourPointsFourAtATime) {
-    for (int64_t count = 1; count <= 9; ++count)
-        for (const fft_dim rows : {fft_dim{count, 64, 64}, {count, 64, 71}, {count, 100, 64}, {count, 70, 64}})
-            check_both_directions(solve_problem_dft_many, batch_of({64, 1, 1}, rows), "execute_many");
-    for (int64_t count = 1; count <= 9; ++count)
-        for (const int64_t distance : {64, 67})
-            check_both_directions(solve_problem_dft_many, batch_of({64, 1, 1}, {count, distance, distance}, true),
-                                  "execute_many");
+// Groups of four and what is left of them, both directions, several distances of the rows on both sides.
+TEST(ManyLoop, StraightKernelsFourAtATime) {
+    for (const int64_t n : {64, 128})
+        for (int64_t count = 1; count <= 9; ++count) {
+            for (const fft_dim rows : {fft_dim{count, n, n}, {count, n, n + 7}, {count, n + 36, n}})
+                check_both_directions(solve_problem_dft_many, batch_of({n, 1, 1}, rows), "execute_many");
+            for (const int64_t distance : {n, n + 3})
+                check_both_directions(solve_problem_dft_many, batch_of({n, 1, 1}, {count, distance, distance}, true),
+                                      "execute_many");
+        }
 }
 
 // Windows that overlap are read more than once.
-TEST(ManyLoop, SixtyFourPointsOfOverlappingRows) {
-    constexpr int64_t count = 10, step = 16;
-    const complex_array signal = complex_noise(64 + (count - 1) * step, 5);
-    arrays a = {signal, complex_noise(64 * count + 2 * guard, 6)};
-    const problem p = batch_of({64, 1, 1}, {count, step, 64});
-    const plan_pointer plan = p.plan(reinterpret_cast<float*>(a.in.data()), a.out_data());
-    ASSERT_NE(plan, nullptr);
-    plan->execute(plan.get(), reinterpret_cast<float*>(a.in.data()), a.out_data());
-    for (int64_t t = 0; t < count; ++t) {
-        const complex_array window(signal.begin() + t * step, signal.begin() + t * step + 64);
-        const auto first = a.out.begin() + guard + 64 * t;
-        EXPECT_LT(relative_error(complex_array(first, first + 64), reference::dft(widened(window), -1)), 3e-7) << t;
+TEST(ManyLoop, StraightKernelsOnOverlappingRows) {
+    for (const int64_t n : {64, 128}) {
+        constexpr int64_t count = 10, step = 16;
+        const complex_array signal = complex_noise(n + (count - 1) * step, 5);
+        arrays a = {signal, complex_noise(n * count + 2 * guard, 6)};
+        float* const in = reinterpret_cast<float*>(a.in.data());
+        const plan_pointer plan = batch_of({n, 1, 1}, {count, step, n}).plan(in, a.out_data());
+        ASSERT_NE(plan, nullptr);
+        plan->execute(plan.get(), in, a.out_data());
+        for (int64_t t = 0; t < count; ++t) {
+            const complex_array window(signal.begin() + t * step, signal.begin() + t * step + n);
+            const auto first = a.out.begin() + guard + n * t;
+            EXPECT_LT(relative_error(complex_array(first, first + n), reference::dft(widened(window), -1)), 3e-7) << t;
+        }
+        EXPECT_TRUE(same_bits(a.in, signal));
     }
-    EXPECT_TRUE(same_bits(a.in, signal));
 }

@@ -68,6 +68,22 @@ TEST(Lookup, OfWholeTransforms) {
     check_plan_lookup(lookup_many_rows_sve, "many_rows_sve");
 }
 
+// Size 64 from the families of all sizes, 128 from those of the long ones, no other.
+TEST(Lookup, OfStraightKernelsInLanes) {
+    for (const int64_t sign : signs)
+        for (const uint64_t size : sizes()) {
+            const fft_plan plan = plan_of(sign);
+            const any_kernel quad =
+                size == 64 ? expected("many_quad_sve", sign, 64) : expected("long_quad_sve", sign, size, 128);
+            const any_kernel rows =
+                size == 64 ? expected("many_rows_sve", sign, 64) : expected("long_rows_sve", sign, size, 128);
+            EXPECT_EQ(any(lookup_straight_quad_sve(&plan, size)), quad) << size << " sign " << sign;
+            EXPECT_EQ(any(lookup_straight_rows_sve(&plan, size)), rows) << size << " sign " << sign;
+            EXPECT_EQ(quad != nullptr, size == 64 || size == 128) << size;
+            EXPECT_EQ(rows != nullptr, size == 64 || size == 128) << size;
+        }
+}
+
 // Real kernels have one direction each; the plan's sign isn't looked at.
 TEST(Lookup, OfRealData) {
     for (const int64_t sign : signs)

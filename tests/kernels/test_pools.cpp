@@ -44,7 +44,7 @@ std::vector<pair> with_folded(std::vector<pair> plain, std::initializer_list<pai
 std::map<int, std::vector<pair>> expected_pools() {
     std::map<int, std::vector<pair>> all;
     for (const int p : {3, 5, 7, 11, 13, 17, 19, 23, 29, 31, 37}) all[p] = roots_up_to((p - 1) / 2, p);
-    for (const int n : {8, 16, 32, 64}) all[n] = roots_up_to(n / 8, n);
+    for (const int n : {8, 16, 32, 64, 128}) all[n] = roots_up_to(n / 8, n);
     all[6] = roots({{1, 6}});
     all[9] = roots_up_to(4, 9);
     all[10] = roots_up_to(2, 10);
