@@ -22,11 +22,8 @@ void run_r2c_kernel(fft_plan* plan, float* in, float* out, int64_t count) {
     const fft_dim dim = plan->dims[0], rows = plan->howmany[0];
     aux.kernel(in, in + dim.is, out, out + 1, aux.in_offsets, aux.out_offsets_re, aux.out_offsets_im, count, rows.is,
                2 * rows.os);
-    for (int64_t i = 0; i < count; ++i) {
-        float* const row = out + 2 * i * rows.os;
-        row[1] = 0;
-        if (dim.n % 2 == 0) row[dim.n * dim.os + 1] = 0;
-    }
+    const int64_t last = dim.n % 2 ? 0 : dim.n * dim.os;  // the last coefficient without an imaginary part
+    for (float* row = out; count > 0; --count, row += 2 * rows.os) row[1] = row[last + 1] = 0;
 }
 
 void run_c2r_kernel(fft_plan* plan, float* in, float* out, int64_t count) {
