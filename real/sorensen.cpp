@@ -2,6 +2,8 @@
 // Rows 30 and 35: one contiguous complex-to-real transform as a chain of stages on the stored half of Hermitian spectra
 // (Sorensen et al. 1987), in arithmetic of the size of a real transform: no complex transform is formed. The twins take
 // the same problems, so that row 35 gets only those for which the clock prefers it.
+#include <utility>
+
 #include "dft/sizes.h"
 #include "dft/stage_list.h"
 #include "planner/solver.h"
@@ -61,13 +63,15 @@ void execute_stages(fft_plan* plan, float* in, float* out) {
     const plan_scratch scratch(plan);
     if (!scratch) return;
     const auto [count, stages] = sorensen_stages(plan->aux);
-    float* const halves[2] = {scratch.data(), scratch.data() + plan->buffer_size / 2 / sizeof(float)};
+    const sorensen_stage_record *stage = stages, *const last = stages + *count - 1;
+    float *to = scratch.data(), *other = to + plan->buffer_size / 2 / sizeof(float);
     const float* from = in;
-    for (uint64_t i = 0; i + 1 < *count; ++i) {
-        run(stages[i], from, halves[i % 2]);
-        from = halves[i % 2];
+    for (; stage != last; ++stage) {
+        run(*stage, from, to);
+        from = to;
+        std::swap(to, other);
     }
-    run(stages[*count - 1], from, out);
+    run(*last, from, out);
 }
 
 int install_form(fft_plan* plan, const sorensen_form& form, uint64_t stage_count) {

@@ -158,16 +158,20 @@ void print_first_rows(text& out, const form& f, const body& b, int size, int lan
     out.line("using namespace ", lanes == 1 ? "neon_one" : full_vocabulary(f), ";");
     declare_complex_pool(out, b, size);
     print_constants(out, b);
-    if (sve) out.line("const lane_offsets rows = lanes_apart(", 2 * size, ");");
+    if (sve) {
+        out.line("const lane_offsets rows = lanes_apart<", 2 * size, ">();");
+        out.line("mask first = but_imaginary_of_first();");
+        if (size % 2 == 0) out.line("mask last = but_imaginary_of_last();");
+    }
     out.line("for (; k + ", lanes, " <= half; k += ", lanes, ") {");
-    if (sve) out.line("const mask first = but_imaginary_of_first(k);");
-    if (sve && size % 2 == 0) out.line("const mask last = but_imaginary_of_last(k);");
     out.line("const float* const a = base(in + 2 * k);");
     out.line("const float* const c = base(in + in_step - 2 * k);");
     out.line("const float* const w = base(stage->twiddles + ", 2 * (size - 1), " * k);");
     out.line("float* const b = base(out + ", 2 * size, " * k);");
     input.declare_bases(out);
     print_operations(out, b, a);
+    if (sve) out.line("first = all_lanes();");
+    if (sve && size % 2 == 0) out.line("last = all_lanes();");
     out.line("}");
 }
 

@@ -3,12 +3,12 @@
 //   neon_one 1, neon_pair 2, sve_quad 4 (256 bits), sve_one 1 (in the two lowest lanes), scalar 1 (two floats).
 //
 //   load(p), store(p, v)         all lanes; with a mask in front, those that it enables
-//   lanes_left(l, n)             mask of the floats from l to n
+//   lanes_left(l, n), all_lanes()   mask of the floats from l to n, of all
 //   load(p, d), store(p, d, v)   one complex number at p, the other d floats further (pairs)
 //   lanes_apart(d), load(p, o)   offsets of lanes d floats apart, a load of lanes at such offsets (SVE)
 //   store(p, o, v)               a store of lanes at such offsets (SVE)
 //   load_backward(p)             the complex number at p and those in front of it, in descending order
-//   but_imaginary_of_first(k)    mask of all but the imaginary part of element 0; ..._of_last: when loaded backward
+//   but_imaginary_of_first()     mask of all but the imaginary part of element 0; ..._of_last: when loaded backward
 //   conjugation()                1 and -1 in turn: fma_all and fms_all by it add and subtract a conjugate
 //   constant(p), same(x)         a pair of the pool (k[0], k[1]) in every complex place, one float in all
 //   two_constants(p)             two pairs of the pool in one register, taken by lanes 0 to 3
@@ -28,6 +28,7 @@
 //   load_same, load_both         one number in all lanes, two in turn; store_low, store_lowest: two lanes, one lane
 //   load_three, store_three      three adjacent numbers
 //   constants(p)                 four numbers of the pool, one for each lane
+//   load_reversed, store_reversed   the last number in the lowest lane; store_low_reversed likewise
 //   interleave_lo/_hi, evens, odds, swap_halves, swap_pairs   exchanges of lanes, see op in generator/dag.h
 //
 // Off Arm every name is the same template over the number of lanes, from portable.h.

@@ -10,6 +10,7 @@ namespace sve_quad {
 using namespace sve_common;
 using lane_offsets = svint64_t;
 
+OPS_INLINE mask all_lanes() { return all(); }
 OPS_INLINE mask lanes_left(int64_t l, int64_t n) { return svwhilelt_b32_s64(l, n); }
 OPS_INLINE vec load(const float* p) { return svld1_f32(all(), p); }
 OPS_INLINE vec load(mask m, const float* p) { return svld1_f32(m, p); }
@@ -31,10 +32,8 @@ OPS_INLINE void store(float* p, lane_offsets lanes, vec a) {
     svst1_scatter_s64offset_s64(svptrue_b64(), reinterpret_cast<int64_t*>(p), lanes, svreinterpret_s64_f32(a));
 }
 // All lanes but the imaginary part of element 0, the last one when they were loaded backward.
-OPS_INLINE mask but_imaginary_of_first(int64_t k) {
-    return svnot_b_z(all(), sveor_b_z(all(), svwhilelt_b32_s64(k, 2), svwhilelt_b32_s64(k, 1)));
-}
-OPS_INLINE mask but_imaginary_of_last(int64_t k) { return svwhilelt_b32_s64(0, 7 + k); }
+OPS_INLINE mask but_imaginary_of_first() { return svorn_b_z(all(), svptrue_pat_b32(SV_VL1), svptrue_pat_b32(SV_VL2)); }
+OPS_INLINE mask but_imaginary_of_last() { return svptrue_pat_b32(SV_VL7); }
 OPS_INLINE void store(float* p, vec a) { svst1_f32(all(), p, a); }
 OPS_INLINE void store(mask m, float* p, vec a) { svst1_f32(m, p, a); }
 OPS_INLINE vec constant(const float* p) { return replicate(p); }
@@ -63,9 +62,10 @@ struct mask {
 struct lane_offsets {
     int64_t floats;
 };
+OPS_INLINE mask all_lanes() { return {8}; }
 OPS_INLINE mask lanes_left(int64_t l, int64_t n) { return {n - l < 8 ? n - l : 8}; }
-OPS_INLINE mask but_imaginary_of_first(int64_t k) { return {8, k ? -1 : 1}; }
-OPS_INLINE mask but_imaginary_of_last(int64_t k) { return {k ? 8 : 7}; }
+OPS_INLINE mask but_imaginary_of_first() { return {8, 1}; }
+OPS_INLINE mask but_imaginary_of_last() { return {7}; }
 OPS_INLINE vec load(const float* p) { return portable::load<4>(p); }
 OPS_INLINE vec load(mask m, const float* p) {
     vec r = portable::load<4>(p, m.floats);
