@@ -1,6 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kernels/generator/quarter_body.h"
 
+#include <algorithm>
+#include <cstdlib>
+#include <map>
+#include <set>
+
 #include "kernels/generator/order.h"
 #include "kernels/generator/real_butterflies.h"
 
@@ -23,13 +28,14 @@ public:
         store_row_zero(y[0].re);
         for (int k = 1; 2 * k <= rest_; k += 2) {
             const split_value a = turned(y[k], k), b = turned(y[k + 1], k + 1);
+            // The lanes hold z0, -z1, z2, -i z3: see `roots`.
             const values z = transposed({a.re, a.im, b.re, b.im});
             const value sum = z[0] + z[2], difference = z[0] - z[2];
-            const value other_sum = z[1] + z[3], other = times(conjugation, exchanged(op::swap_pairs, z[1] - z[3]));
-            store_rising(k, sum + other_sum);
-            store_rising(k + rest_, difference + other);
-            store_falling(k, 2 * rest_, sum - other_sum);
-            store_falling(k, rest_, difference - other);
+            const value other_sum = plus_i(z[3], z[1]), other = plus_i(z[1], z[3]);  // -i (z1 + z3) and z3 - z1
+            store_rising(k, plus_i(sum, other_sum));
+            store_rising(k + rest_, plus_i(difference, other));
+            store_falling(k, 2 * rest_, plus_i(other_sum, sum));
+            store_falling(k, rest_, plus_i(other, difference));
         }
     }
 
@@ -38,10 +44,11 @@ public:
         y[0].re = load_row_zero();
         for (int k = 1; 2 * k <= rest_; k += 2) {
             const value z0 = load({quarter_part::numbers, 2 * k}), z1 = load({quarter_part::numbers, 2 * (k + rest_)});
-            const value z2 = load_falling(k, 2 * rest_), z3 = load_falling(k, rest_);
-            const value sum = z0 + z2, difference = z0 - z2, other_sum = z1 + z3;
-            const value other = times(conjugation, exchanged(op::swap_pairs, z1 - z3));
-            const values rows = transposed({sum + other_sum, difference - other, sum - other_sum, difference + other});
+            const value i_z2 = load_falling(k, 2 * rest_), i_z3 = load_falling(k, rest_);
+            const value sum = minus_i(z0, i_z2), difference = plus_i(z0, i_z2);
+            const value other_sum = minus_i(z1, i_z3), other = plus_i(z1, i_z3);
+            const values rows =
+                transposed({sum + other_sum, plus_i(difference, other), sum - other_sum, minus_i(difference, other)});
             y[k] = turned_back({rows[0], rows[1]}, k);
             y[k + 1] = turned_back({rows[2], rows[3]}, k + 1);
         }
@@ -52,6 +59,10 @@ public:
 private:
     value load(quarter_slot s) { return {&g_, g_.load(s.pack())}; }
     void store(quarter_slot s, value v) { g_.store(s.pack(), plain(v).n); }
+
+    // a + i b and a - i b of vectors of two complex numbers
+    value plus_i(value a, value b) { return {&g_, g_.binary(op::add_i, plain(a).n, plain(b).n)}; }
+    value minus_i(value a, value b) { return {&g_, g_.binary(op::sub_i, plain(a).n, plain(b).n)}; }
 
     // A negation is taken into the numbers: what follows is a transposition, which would have to carry it out.
     value times(lane_numbers k, value a) {
@@ -70,9 +81,15 @@ private:
         for (int j = 0; j < lanes; ++j) r.c[j] = cosine({j * k, n_}), r.s[j] = sine({j * k, n_});
         return r;
     }
+    // On the way forth, with -1 in lane 1 and -i in lane 3: additions with a quarter turn then give each coefficient
+    // that rises as it is, and each that falls times i, whose lanes in reverse order are its conjugate.
+    lane_roots turned_roots(int k) const {
+        const lane_roots r = roots(k);
+        return {{r.c[0], -r.c[1], r.c[2], -r.s[3]}, {r.s[0], -r.s[1], r.s[2], r.c[3]}};
+    }
     // Row k times exp(-+2 pi i j k / n) in lane j. Row L / 2 is real before, and after the way back.
     split_value turned(split_value a, int k) {
-        const auto [c, s] = roots(k);
+        const auto [c, s] = turned_roots(k);
         if (2 * k == rest_) return {times(c, a.re), times(s, -a.re)};
         return {times(c, a.re) + times(s, a.im), times(c, a.im) - times(s, a.re)};
     }
@@ -83,19 +100,16 @@ private:
     }
 
     // Of the coefficients k + q L, k + 1 + q L those above n / 2 are the conjugates of end - k and end - k - 1, where
-    // end is 2 L or L. If k + 1 is L / 2, the second of them is a mirror image of one that rises.
+    // end is 2 L or L; here they are multiplied by i. If k + 1 is L / 2, the second of them is a mirror image of one
+    // that rises.
     void store_rising(int first, value v) { store({quarter_part::numbers, 2 * first}, v); }
     void store_falling(int k, int end, value v) {
-        const value conjugate = times(conjugation, v);
         if (2 * (k + 1) == rest_)
-            store({quarter_part::two, 2 * (end - k)}, conjugate);
+            store({quarter_part::two_reversed, 2 * (end - k)}, v);
         else
-            store({quarter_part::numbers, 2 * (end - k - 1)}, exchanged(op::swap_halves, conjugate));
+            store({quarter_part::reversed, 2 * (end - k - 1)}, v);
     }
-    value load_falling(int k, int end) {
-        const value v = load({quarter_part::numbers, 2 * (end - k - 1)});
-        return times(conjugation, exchanged(op::swap_halves, v));
-    }
+    value load_falling(int k, int end) { return load({quarter_part::reversed, 2 * (end - k - 1)}); }
 
     // Row 0, (a, b, c, d) in the lanes: coefficient 0 is a + b + c + d, 2 L is a - b + c - d, L is a - c - i (b - d).
     void store_row_zero(value v) {
@@ -115,13 +129,45 @@ private:
     int n_, rest_;
 };
 
+// Where a store of four numbers of the spectrum begins, or -1.
+int spectrum_start(const node& v) {
+    if (v.what != op::store) return -1;
+    const quarter_slot s = quarter_slot::unpack(v.slot);
+    return s.part == quarter_part::numbers || s.part == quarter_part::reversed ? s.first : -1;
+}
+
+// Lets stores wait for a later one beside them: one instruction then stores both.
+std::vector<int> with_stores_joined(const dag& g, const std::vector<int>& order) {
+    std::map<int, int> first_of;  // by the second store of a pair
+    std::set<int> waiting;
+    for (size_t i = 0; i < order.size(); ++i) {
+        const int start = spectrum_start(g.nodes()[order[i]]);
+        if (start < 0 || first_of.contains(order[i])) continue;
+        const auto is_beside = [&](int n) {
+            const int other = spectrum_start(g.nodes()[n]);
+            return other >= 0 && std::abs(other - start) == lanes && !first_of.contains(n);
+        };
+        const auto later = std::find_if(order.begin() + long(i) + 1, order.end(), is_beside);
+        if (later == order.end()) continue;
+        first_of[*later] = order[i];
+        waiting.insert(order[i]);
+    }
+    std::vector<int> joined;
+    for (const int n : order) {
+        if (waiting.contains(n)) continue;
+        if (first_of.contains(n)) joined.push_back(first_of[n]);
+        joined.push_back(n);
+    }
+    return joined;
+}
+
 }  // namespace
 
 body make_quarter_body(int size, int sign) {
     body result{dag(pool::growing(false), false), {}};
     recorder r(result.graph, size);
     sign < 0 ? r.forward() : r.backward();
-    result.order = print_order(result.graph, true);
+    result.order = with_stores_joined(result.graph, print_order(result.graph, true));
     return result;
 }
 

@@ -13,8 +13,10 @@ namespace generator {
 enum class quarter_part {
     elements,  // four elements from `first` on
     numbers,   // four numbers of the spectrum
+    reversed,  // the same, the last number in the lowest lane
     two,       // two numbers: stored from the lower lanes, loaded into the lanes in turn
-    one,       // one number: stored from the lowest lane, loaded into all
+    two_reversed,
+    one,  // one number: stored from the lowest lane, loaded into all
 };
 
 struct quarter_slot {

@@ -47,32 +47,49 @@ access apart_access(const form& f) {
 
 enum class row_layout { offsets, pairs, half_complex };
 
+bool is_reversed(quarter_part part) { return part == quarter_part::reversed || part == quarter_part::two_reversed; }
+
+int numbers_in(quarter_part part) {
+    if (part == quarter_part::one) return 1;
+    return part == quarter_part::two || part == quarter_part::two_reversed ? 2 : lanes;
+}
+
 // Parts of one row in the lanes of a vector, at their offsets or, contiguous, as they lie.
 access quarter_access(row_layout layout, int size) {
+    const auto in_one_place = [=](quarter_part part) {
+        return layout == row_layout::pairs || (part == quarter_part::elements && layout != row_layout::offsets);
+    };
     const auto places = [=](quarter_slot s) {
         const bool elements = s.part == quarter_part::elements;
-        if (elements && layout != row_layout::offsets) return "a0 + " + number(s.first);
-        if (layout == row_layout::pairs) return "b0 + " + number(s.first);
+        if (in_one_place(s.part)) {
+            // Rising numbers begin behind coefficient 0: a pair of vectors needs an even distance from its base.
+            if (s.part == quarter_part::numbers) return "b_rising + " + number(s.first - 2);
+            return (elements ? "a0 + " : "b0 + ") + number(s.first);
+        }
         const auto place = [=](int slot) {
             if (elements) return element(slot);
             if (layout == row_layout::offsets) return coefficient_part(slot);
             return "b0 + " + number(slot % 2 ? size - slot / 2 : slot / 2);
         };
-        const int count = s.part == quarter_part::one ? 1 : s.part == quarter_part::two ? 2 : lanes;
-        std::string list = place(s.first);
-        for (int i = 1; i < count; ++i) list += ", " + place(s.first + i);
+        const int count = numbers_in(s.part);
+        std::string list;
+        for (int i = 0; i < count; ++i)
+            list += (i ? ", " : "") + place(s.first + (is_reversed(s.part) ? count - 1 - i : i));
         return list;
     };
-    access a;
-    a.load = [places](int slot) {
-        const quarter_slot s = quarter_slot::unpack(slot);
-        const char* word = s.part == quarter_part::one ? "_same" : s.part == quarter_part::two ? "_both" : "";
-        return std::string("load") + word + "(" + places(s) + ")";
+    const auto word = [=](std::string what, quarter_part part, const char* one, const char* two) {
+        if (part == quarter_part::one) what += one;
+        if (numbers_in(part) == 2) what += two;
+        return what + (is_reversed(part) && in_one_place(part) ? "_reversed(" : "(");
     };
-    a.store = [places](int slot, std::string v) {
+    access a;
+    a.load = [=](int slot) {
         const quarter_slot s = quarter_slot::unpack(slot);
-        const char* word = s.part == quarter_part::one ? "_lowest" : s.part == quarter_part::two ? "_low" : "";
-        return std::string("store") + word + "(" + places(s) + ", " + v + ")";
+        return word("load", s.part, "_same", "_both") + places(s) + ")";
+    };
+    a.store = [=](int slot, std::string v) {
+        const quarter_slot s = quarter_slot::unpack(slot);
+        return word("store", s.part, "_lowest", "_low") + places(s) + ", " + v + ")";
     };
     return a;
 }
@@ -169,6 +186,7 @@ private:
         out.line("using namespace ", four(), ";");
         pools.use(out, pool_name(f_, size_, "_quarters"), b, in_double(f_, size_), f_.loop == shape::real_rows);
         print_constants(out, b);
+        if (layout == row_layout::pairs) out.line("float* const b_rising = base(b0 + 2);");
         print_operations(out, b, quarter_access(layout, size_));
     }
 

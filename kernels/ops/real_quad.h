@@ -63,6 +63,8 @@ OPS_INLINE vec evens(vec a, vec b) { return vuzp1q_f32(a, b); }
 OPS_INLINE vec odds(vec a, vec b) { return vuzp2q_f32(a, b); }
 OPS_INLINE vec swap_halves(vec a) { return vextq_f32(a, a, 2); }
 OPS_INLINE vec swap_pairs(vec a) { return vrev64q_f32(a); }
+OPS_INLINE vec add_i(vec a, vec b) { return vcaddq_rot90_f32(a, b); }
+OPS_INLINE vec sub_i(vec a, vec b) { return vcaddq_rot270_f32(a, b); }
 
 }  // namespace real_quad
 
@@ -123,12 +125,19 @@ OPS_INLINE vec evens(vec a, vec b) { return __builtin_shufflevector(a, b, 0, 2, 
 OPS_INLINE vec odds(vec a, vec b) { return __builtin_shufflevector(a, b, 1, 3, 5, 7); }
 OPS_INLINE vec swap_halves(vec a) { return __builtin_shufflevector(a, a, 2, 3, 0, 1); }
 OPS_INLINE vec swap_pairs(vec a) { return __builtin_shufflevector(a, a, 1, 0, 3, 2); }
+OPS_INLINE vec add_i(vec a, vec b) { return vec{a[0] - b[1], a[1] + b[0], a[2] - b[3], a[3] + b[2]}; }
+OPS_INLINE vec sub_i(vec a, vec b) { return vec{a[0] + b[1], a[1] - b[0], a[2] + b[3], a[3] - b[2]}; }
 
 }  // namespace real_quad
 
 #endif
 
 namespace real_quad {
+
+OPS_INLINE vec reversed(vec a) { return swap_halves(swap_pairs(a)); }
+OPS_INLINE vec load_reversed(const float* p) { return reversed(load(p)); }
+OPS_INLINE void store_reversed(float* p, vec a) { store(p, reversed(a)); }
+OPS_INLINE void store_low_reversed(float* p, vec a) { store_low(p, swap_pairs(a)); }
 
 // Each lane at its own place.
 OPS_INLINE void store(float* p0, float* p1, float* p2, vec a) {

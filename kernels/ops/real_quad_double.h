@@ -20,6 +20,8 @@ OPS_INLINE half half_fma(half a, half b, half k) {
 OPS_INLINE half half_fms(half a, half b, half k) {
     return half(vfmsq_f64(float64x2_t(a), float64x2_t(b), float64x2_t(k)));
 }
+OPS_INLINE half half_add_i(half a, half b) { return half(vcaddq_rot90_f64(float64x2_t(a), float64x2_t(b))); }
+OPS_INLINE half half_sub_i(half a, half b) { return half(vcaddq_rot270_f64(float64x2_t(a), float64x2_t(b))); }
 #else
 OPS_INLINE vec widen(real_quad::vec a) { return {{a[0], a[1]}, {a[2], a[3]}}; }
 OPS_INLINE real_quad::vec narrow(vec a) {
@@ -27,12 +29,15 @@ OPS_INLINE real_quad::vec narrow(vec a) {
 }
 OPS_INLINE half half_fma(half a, half b, half k) { return a + b * k; }
 OPS_INLINE half half_fms(half a, half b, half k) { return a - b * k; }
+OPS_INLINE half half_add_i(half a, half b) { return half{a[0] - b[1], a[1] + b[0]}; }
+OPS_INLINE half half_sub_i(half a, half b) { return half{a[0] + b[1], a[1] - b[0]}; }
 #endif
 
 template <class... Places>
 OPS_INLINE vec load(Places... places) {
     return widen(real_quad::load(places...));
 }
+OPS_INLINE vec load_reversed(const float* p) { return widen(real_quad::load_reversed(p)); }
 OPS_INLINE vec load_same(const float* p) { return {half{*p, *p}, half{*p, *p}}; }
 OPS_INLINE vec load_both(const float* re, const float* im) { return {half{*re, *im}, half{*re, *im}}; }
 OPS_INLINE vec load_both(const float* p) { return load_both(p, p + 1); }
@@ -64,6 +69,9 @@ OPS_INLINE vec fms(vec a, vec b, quad k) {
 OPS_INLINE vec scale_all(vec a, vec k) { return {a.lo * k.lo, a.hi * k.hi}; }
 OPS_INLINE vec fma_all(vec a, vec b, vec k) { return {half_fma(a.lo, b.lo, k.lo), half_fma(a.hi, b.hi, k.hi)}; }
 OPS_INLINE vec fms_all(vec a, vec b, vec k) { return {half_fms(a.lo, b.lo, k.lo), half_fms(a.hi, b.hi, k.hi)}; }
+
+OPS_INLINE vec add_i(vec a, vec b) { return {half_add_i(a.lo, b.lo), half_add_i(a.hi, b.hi)}; }
+OPS_INLINE vec sub_i(vec a, vec b) { return {half_sub_i(a.lo, b.lo), half_sub_i(a.hi, b.hi)}; }
 
 OPS_INLINE vec interleave_lo(vec a, vec b) {
     return {__builtin_shufflevector(a.lo, b.lo, 0, 2), __builtin_shufflevector(a.lo, b.lo, 1, 3)};

@@ -118,7 +118,7 @@ complaints constant_complaints(const body& b) {
         const bool turned = is_turned_product(v.what);
         const bool takes = turned || v.what == op::scale || v.what == op::fma || v.what == op::fms;
         if (takes != (v.k.entry != constant::none)) result.push_back("has or lacks a constant" + at(n, v));
-        if (!takes || v.k == two) continue;
+        if (!takes || v.k == two || v.k == conjugating) continue;
         if (is_lanes(v.k)) {
             if (v.k.entry - first_lanes_entry >= int(b.graph.constants().lanes().size()))
                 result.push_back("reads outside the pool" + at(n, v));

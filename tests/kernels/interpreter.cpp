@@ -59,9 +59,21 @@ private:
             case op::swap_pairs:
                 result = {a[1], a[0], a[3], a[2]};
                 return true;
+            case op::add_i:
+            case op::sub_i:
+                if (!is_of_real_data()) return false;
+                result = turned_sum(a, b, what == op::add_i ? 1 : -1);
+                return true;
             default:
                 return false;
         }
+    }
+
+    // Kernels of real data have no complex lanes: their complex numbers take two lanes each.
+    bool is_of_real_data() const { return graph_.constants().grows(); }
+
+    static graph_vector turned_sum(const graph_vector& a, const graph_vector& b, double sign) {
+        return {a[0] - sign * b[1], a[1] + sign * b[0], a[2] - sign * b[3], a[3] + sign * b[2]};
     }
 
     number arithmetic(const node& v, number a, number b, int lane) const {
@@ -77,11 +89,11 @@ private:
             case op::sub_i:
                 return a - i_unit * b;
             case op::scale:
-                return constant_of(v, lane) * a;
+                return scaled(v, a, lane);
             case op::fma:
-                return a + constant_of(v, lane) * b;
+                return a + scaled(v, b, lane);
             case op::fms:
-                return a - constant_of(v, lane) * b;
+                return a - scaled(v, b, lane);
             case op::fma_i:
                 return a + constant_of(v, lane) * i_unit * b;
             case op::fms_i:
@@ -96,6 +108,10 @@ private:
                 std::fprintf(stderr, "interpreter: operation %d is unknown\n", int(v.what));
                 std::abort();
         }
+    }
+
+    number scaled(const node& v, number x, int lane) const {
+        return v.k == conjugating ? std::conj(x) : constant_of(v, lane) * x;
     }
 
     // A rotated product reads the odd lanes of a pair, whatever lane the graph names.

@@ -18,6 +18,12 @@ moved_numbers numbers_of_row(int row, int first, int count) {
     return m;
 }
 
+moved_numbers reversed_numbers_of_row(int row, int first, int count) {
+    moved_numbers m;
+    for (int i = 0; i < count; ++i) m[i] = {row, first + count - 1 - i};
+    return m;
+}
+
 // Float `place` of a row of the spectrum.
 int number_at(lane_use use, int size, int place) {
     if (use != lane_use::half_complex_in_a_row) return place;
@@ -74,12 +80,23 @@ moved_numbers loaded(lane_use use, int size, int slot) {
     const auto [part, first] = quarter_slot::unpack(slot);
     if (part == quarter_part::one) return {{{0, first}, {0, first}, {0, first}, {0, first}}};
     if (part == quarter_part::two) return {{{0, first}, {0, first + 1}, {0, first}, {0, first + 1}}};
-    return numbers_of_row(0, first, 4);
+    return part == quarter_part::reversed ? reversed_numbers_of_row(0, first, 4) : numbers_of_row(0, first, 4);
 }
 
 moved_numbers stored(lane_use use, int size, int slot) {
     if (use == lane_use::rows) return number_of_rows(slot);
     if (use != lane_use::quarters) return of_four_rows(use, size, rows_slot::unpack(slot));
     const auto [part, first] = quarter_slot::unpack(slot);
-    return numbers_of_row(0, first, part == quarter_part::one ? 1 : part == quarter_part::two ? 2 : 4);
+    switch (part) {
+        case quarter_part::one:
+            return numbers_of_row(0, first, 1);
+        case quarter_part::two:
+            return numbers_of_row(0, first, 2);
+        case quarter_part::two_reversed:
+            return reversed_numbers_of_row(0, first, 2);
+        case quarter_part::reversed:
+            return reversed_numbers_of_row(0, first, 4);
+        default:
+            return numbers_of_row(0, first, 4);
+    }
 }
