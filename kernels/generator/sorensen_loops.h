@@ -2,16 +2,13 @@
 // The stages of Hermitian spectra as text (Sorensen et al. 1987). Row k of branch b stands at element k m + b.
 #pragma once
 #include <string>
-#include <vector>
 
 #include "kernels/generator/forms.h"
-#include "kernels/generator/real_loops.h"
+#include "kernels/generator/text.h"
 
 namespace generator {
 
 std::string sorensen_kernel_parameters();
 text sorensen_kernel_text(const form& f, int size);
-// The constants of the real rows. The other rows share the pools of the complex kernels.
-std::vector<named_pool> sorensen_pools(const form& f, int size);
 
 }  // namespace generator

@@ -7,6 +7,7 @@
 #include "kernels/generator/pool.h"
 #include "kernels/generator/real_loops.h"
 #include "kernels/generator/sorensen_loops.h"
+#include "kernels/generator/sorensen_real_rows.h"
 
 namespace generator {
 
