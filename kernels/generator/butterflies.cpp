@@ -75,12 +75,11 @@ std::vector<number> conjugate_pair_butterfly(const std::vector<number>& x, int s
     std::vector<number> even, next, previous, out(n, x[0]);
     for (int j = 0; j < n; j += 2) even.push_back(x[j]);
     for (int j = 0; j < n; j += 4) next.push_back(x[j + 1]), previous.push_back(x[(j + n - 1) % n]);
-    // Of the larger sizes all but the last quarter wouldn't find registers.
-    const auto home = [n](std::vector<number> v) { return n >= smallest_kept ? kept(std::move(v)) : v; };
-    const std::vector<number> u = home(butterfly(even, sign)), z = home(butterfly(next, sign));
-    const std::vector<number> y = butterfly(previous, sign);
+    std::vector<number> u = butterfly(even, sign);
+    if (n >= smallest_kept) u = kept(std::move(u));  // the registers are needed for the odd elements
+    const std::vector<number> z = butterfly(next, sign), y = butterfly(previous, sign);
     const auto outputs = [&](int k, const auto& pair) { out[k] = pair.sum, out[k + n / 2] = pair.difference; };
-    for (int k = 0; k < quarter; ++k) {
+    const auto combine = [&](int k) {
         const number s = z[k] + y[k], d = rotated(z[k] - y[k], sign), v = u[k + quarter];
         if (k == 0) {
             outputs(k, sum_and_difference(u[k], s));
@@ -94,6 +93,11 @@ std::vector<number> conjugate_pair_butterfly(const std::vector<number>& x, int s
             outputs(k, sum_and_difference(u[k], c * s, i * d));
             outputs(k + quarter, sum_and_difference(v, c * d, -i * s));
         }
+    };
+    combine(0);
+    for (int k = 1; 2 * k <= quarter; ++k) {  // k and n/4 - k have the same constants
+        combine(k);
+        if (2 * k < quarter) combine(quarter - k);
     }
     return out;
 }

@@ -21,7 +21,7 @@ std::string name(const dag& g, int n) {
 bool takes_lane(op what) { return what == op::scale || what == op::fma || what == op::fms; }
 bool takes_rotated(op what) { return what == op::fma_i || what == op::fms_i; }
 
-constexpr int most_operations_apart = 16;
+constexpr int most_operations_apart = 64;
 
 // Registers of constants: a pair of the pool in every complex place, or, where lanes are all that is asked for, two
 // pairs in one register; or one number everywhere.
