@@ -34,7 +34,7 @@ void print_direct(text& out, const form& f, int size, int sign) {
         input.declare_steps(out);
         output.declare_steps(out);
         input.declare_bases(out);
-        output.declare_bases(out);
+        a.before_stores = [=](text& bases) { output.declare_bases(bases); };
         a.load = [=](int j) { return "load(" + input.at(j) + two + ")"; };
         a.store = [=](int k, std::string v) { return "store(" + output.at(k) + two_out + ", " + v + ")"; };
     }

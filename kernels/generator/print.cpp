@@ -3,6 +3,7 @@
 
 #include <map>
 #include <set>
+#include <utility>
 
 namespace generator {
 
@@ -151,6 +152,7 @@ void print_twiddles(text& out, const body& b, const access& a) {
 void print_operations(text& out, const body& b, const access& a) {
     out.printed(std::make_shared<const body>(b));
     constant_registers constants(b);
+    bool stored = false;
     std::set<int> kept;
     for (int n : b.order)
         if (b.graph.nodes()[n].what == op::reload) kept.insert(b.graph.nodes()[n].a);
@@ -160,9 +162,10 @@ void print_operations(text& out, const body& b, const access& a) {
         constants.load(out, v.k, at);
         if (v.what == op::twiddle) {
             if (!a.twiddles_held) print_twiddle(out, v.slot, a);
-        } else if (v.what == op::store)
+        } else if (v.what == op::store) {
+            if (!std::exchange(stored, true)) a.before_stores(out);
             out.line(a.store(v.slot, name(b.graph, v.a)), ";");
-        else
+        } else
             out.line("const vec ", name(b.graph, n), " = ", expression(b.graph, n, a, constants), ";");
         if (kept.contains(n)) out.line("const in_memory ", kept_place(n), "{", name(b.graph, n), "};");
     }

@@ -10,9 +10,10 @@ namespace generator {
 
 // How a loop addresses its data.
 struct access {
-    std::function<std::string(int slot)> load;                // the expression that loads an input
-    std::function<std::string(int slot, std::string)> store;  // the statement that stores an output
-    std::function<std::string(int slot)> twiddle;             // the expression that loads a twiddle
+    std::function<std::string(int slot)> load;                    // the expression that loads an input
+    std::function<std::string(int slot, std::string)> store;      // the statement that stores an output
+    std::function<void(text& out)> before_stores = [](text&) {};  // declares what stores alone need
+    std::function<std::string(int slot)> twiddle;                 // the expression that loads a twiddle
     std::string twiddle_type = "vec";
     bool twiddles_held = false;  // print_twiddles has loaded them, outside of the loop
 };
