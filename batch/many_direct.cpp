@@ -2,7 +2,7 @@
 // Rows 21 to 23: one batch of complex transforms of a kernel size, several at once across the lanes of a vector. Rows
 // 21 (four lanes, SVE) and 22 (two lanes, NEON) take transforms side by side; row 23 loads each lane from its own
 // address and takes any other distances; where the elements of a transform stand side by side, four transforms at a
-// time are exchanged in registers instead. What is left of a count that is no multiple of 4 runs singly.
+// time are gathered and scattered instead. What is left of a count that is no multiple of 4 runs singly.
 // Length 64 is left to rows further down unless measured. A kernel reads all its input before it writes.
 #include "batch/many_direct.h"
 
