@@ -27,9 +27,8 @@ public:
         const split_values y = real_butterfly(x);
         store_row_zero(y[0].re);
         for (int k = 1; 2 * k <= rest_; k += 2) {
-            const split_value a = turned(y[k], k), b = turned(y[k + 1], k + 1);
-            // The lanes hold z0, -z1, z2, -i z3: see `roots`.
-            const values z = transposed({a.re, a.im, b.re, b.im});
+            // z0, -z1, z2 and -i z3: see turned_roots.
+            const values z = is_last(k) ? turned_last(y[k], y[k + 1], k) : turned_rows(y[k], y[k + 1], k);
             const value sum = z[0] + z[2], difference = z[0] - z[2];
             const value other_sum = plus_i(z[3], z[1]), other = plus_i(z[1], z[3]);  // -i (z1 + z3) and z3 - z1
             store_rising(k, plus_i(sum, other_sum));
@@ -47,10 +46,13 @@ public:
             const value i_z2 = load_falling(k, 2 * rest_), i_z3 = load_falling(k, rest_);
             const value sum = minus_i(z0, i_z2), difference = plus_i(z0, i_z2);
             const value other_sum = minus_i(z1, i_z3), other = plus_i(z1, i_z3);
-            const values rows =
-                transposed({sum + other_sum, plus_i(difference, other), sum - other_sum, minus_i(difference, other)});
-            y[k] = turned_back({rows[0], rows[1]}, k);
-            y[k + 1] = turned_back({rows[2], rows[3]}, k + 1);
+            values z = {sum + other_sum, plus_i(difference, other), sum - other_sum, minus_i(difference, other)};
+            if (!is_last(k))
+                for (int j = 1; j < lanes; ++j)
+                    z[j] = times_pair(root(roots(k), j, +1), root(roots(k + 1), j, +1), z[j]);
+            const values rows = transposed(z);
+            y[k] = {rows[0], rows[1]}, y[k + 1] = {rows[2], rows[3]};
+            if (is_last(k)) y[k] = turned_back(y[k], k), y[k + 1] = turned_back(y[k + 1], k + 1);
         }
         const values x = hermitian_butterfly(y, rest_);
         for (int t = 0; t < rest_; ++t) store({quarter_part::elements, lanes * t}, x[t]);
@@ -87,6 +89,28 @@ private:
         const lane_roots r = roots(k);
         return {{r.c[0], -r.c[1], r.c[2], -r.s[3]}, {r.s[0], -r.s[1], r.s[2], r.c[3]}};
     }
+    // Is row k + 1 the row L / 2? Then it is real, and is turned with its lanes side by side, as row k is with it.
+    bool is_last(int k) const { return 2 * (k + 1) == rest_; }
+
+    struct complex_number {
+        long double re, im;
+    };
+    static complex_number root(const lane_roots& r, int j, int sign) { return {r.c[j], sign * r.s[j]}; }
+    // A vector of two complex numbers times one number each.
+    value times_pair(complex_number f, complex_number g, value z) {
+        const constant im = g_.constants().add_lanes({f.im, f.im, g.im, g.im});
+        return {&g_, g_.fused(op::fma_i, times({f.re, f.re, g.re, g.re}, z).n, z.n, im)};
+    }
+    values turned_rows(split_value a, split_value b, int k) {
+        values z = transposed({a.re, a.im, b.re, b.im});
+        const lane_roots first = turned_roots(k), second = turned_roots(k + 1);
+        for (int j = 1; j < lanes; ++j) z[j] = times_pair(root(first, j, -1), root(second, j, -1), z[j]);
+        return z;
+    }
+    values turned_last(split_value a, split_value b, int k) {
+        a = turned(a, k), b = turned(b, k + 1);
+        return transposed({a.re, a.im, b.re, b.im});
+    }
     // Row k times exp(-+2 pi i j k / n) in lane j. Row L / 2 is real before, and after the way back.
     split_value turned(split_value a, int k) {
         const auto [c, s] = turned_roots(k);
@@ -104,7 +128,7 @@ private:
     // that rises.
     void store_rising(int first, value v) { store({quarter_part::numbers, 2 * first}, v); }
     void store_falling(int k, int end, value v) {
-        if (2 * (k + 1) == rest_)
+        if (is_last(k))
             store({quarter_part::two_reversed, 2 * (end - k)}, v);
         else
             store({quarter_part::reversed, 2 * (end - k - 1)}, v);

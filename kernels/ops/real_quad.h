@@ -65,6 +65,7 @@ OPS_INLINE vec swap_halves(vec a) { return vextq_f32(a, a, 2); }
 OPS_INLINE vec swap_pairs(vec a) { return vrev64q_f32(a); }
 OPS_INLINE vec add_i(vec a, vec b) { return vcaddq_rot90_f32(a, b); }
 OPS_INLINE vec sub_i(vec a, vec b) { return vcaddq_rot270_f32(a, b); }
+OPS_INLINE vec fma_i(vec a, vec b, vec k) { return vcmlaq_rot90_f32(a, k, b); }
 
 }  // namespace real_quad
 
@@ -127,6 +128,7 @@ OPS_INLINE vec swap_halves(vec a) { return __builtin_shufflevector(a, a, 2, 3, 0
 OPS_INLINE vec swap_pairs(vec a) { return __builtin_shufflevector(a, a, 1, 0, 3, 2); }
 OPS_INLINE vec add_i(vec a, vec b) { return vec{a[0] - b[1], a[1] + b[0], a[2] - b[3], a[3] + b[2]}; }
 OPS_INLINE vec sub_i(vec a, vec b) { return vec{a[0] + b[1], a[1] - b[0], a[2] + b[3], a[3] - b[2]}; }
+OPS_INLINE vec fma_i(vec a, vec b, vec k) { return add_i(a, b * k); }
 
 }  // namespace real_quad
 

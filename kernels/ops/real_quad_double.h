@@ -22,6 +22,9 @@ OPS_INLINE half half_fms(half a, half b, half k) {
 }
 OPS_INLINE half half_add_i(half a, half b) { return half(vcaddq_rot90_f64(float64x2_t(a), float64x2_t(b))); }
 OPS_INLINE half half_sub_i(half a, half b) { return half(vcaddq_rot270_f64(float64x2_t(a), float64x2_t(b))); }
+OPS_INLINE half half_fma_i(half a, half b, half k) {
+    return half(vcmlaq_rot90_f64(float64x2_t(a), float64x2_t(k), float64x2_t(b)));
+}
 #else
 OPS_INLINE vec widen(real_quad::vec a) { return {{a[0], a[1]}, {a[2], a[3]}}; }
 OPS_INLINE real_quad::vec narrow(vec a) {
@@ -31,6 +34,7 @@ OPS_INLINE half half_fma(half a, half b, half k) { return a + b * k; }
 OPS_INLINE half half_fms(half a, half b, half k) { return a - b * k; }
 OPS_INLINE half half_add_i(half a, half b) { return half{a[0] - b[1], a[1] + b[0]}; }
 OPS_INLINE half half_sub_i(half a, half b) { return half{a[0] + b[1], a[1] - b[0]}; }
+OPS_INLINE half half_fma_i(half a, half b, half k) { return half_add_i(a, b * k); }
 #endif
 
 template <class... Places>
@@ -72,6 +76,7 @@ OPS_INLINE vec fms_all(vec a, vec b, vec k) { return {half_fms(a.lo, b.lo, k.lo)
 
 OPS_INLINE vec add_i(vec a, vec b) { return {half_add_i(a.lo, b.lo), half_add_i(a.hi, b.hi)}; }
 OPS_INLINE vec sub_i(vec a, vec b) { return {half_sub_i(a.lo, b.lo), half_sub_i(a.hi, b.hi)}; }
+OPS_INLINE vec fma_i(vec a, vec b, vec k) { return {half_fma_i(a.lo, b.lo, k.lo), half_fma_i(a.hi, b.hi, k.hi)}; }
 
 OPS_INLINE vec interleave_lo(vec a, vec b) {
     return {__builtin_shufflevector(a.lo, b.lo, 0, 2), __builtin_shufflevector(a.lo, b.lo, 1, 3)};

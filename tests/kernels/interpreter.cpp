@@ -31,13 +31,14 @@ private:
             outputs[v.slot] = values_[v.a];
         } else {
             const graph_vector &a = values_[v.a], &b = v.b == none ? a : values_[v.b];
-            if (exchange(v.what, a, b, result)) return;
+            if (exchange(v, a, b, result)) return;
             for (int c = 0; c < lanes_; ++c) result[c] = arithmetic(v, a[c], b[c], c);
         }
     }
 
     // False for an operation that keeps to the lanes.
-    bool exchange(op what, const graph_vector& a, const graph_vector& b, graph_vector& result) const {
+    bool exchange(const node& v, const graph_vector& a, const graph_vector& b, graph_vector& result) const {
+        const op what = v.what;
         switch (what) {
             case op::zip_lo:
             case op::interleave_lo:
@@ -63,6 +64,11 @@ private:
             case op::sub_i:
                 if (!is_of_real_data()) return false;
                 result = turned_sum(a, b, what == op::add_i ? 1 : -1);
+                return true;
+            case op::fma_i:
+                if (!is_of_real_data()) return false;
+                for (int c = 0; c < lanes_; ++c) result[c] = constant_of(v, c) * b[c];
+                result = turned_sum(a, result, 1);
                 return true;
             default:
                 return false;
