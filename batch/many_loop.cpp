@@ -71,9 +71,28 @@ void execute_rows_to_columns(fft_plan* plan, float* in, float* out) {
     for (; i < batch.n; ++i) item->execute(item, in + 2 * i * batch.is, out + 2 * i);
 }
 
-bool turns_rows_to_columns(const fft_plan& p) {
-    return p.kind == kind_c2c && p.rank == 1 && p.howmany_rank == 1 && p.howmany[0].n >= 4 && p.howmany[0].os == 1 &&
-           p.dims[0].is == 1 && can_run_in_four_lanes(*p.subplans[0]);
+// The reverse: inputs that stand side by side are read four at a time, and the results go from the lanes to four rows.
+void execute_columns_to_rows(fft_plan* plan, float* in, float* out) {
+    const plan_scratch scratch(plan);
+    if (!scratch) return;
+    const int64_t n = plan->dims[0].n;
+    const fft_dim batch = plan->howmany[0];
+    fft_plan* item = plan->subplans[0];
+    int64_t i = 0;
+    for (; i + 4 <= batch.n; i += 4) {
+        execute_four_lanes(*item, plan->aux, in + 2 * i, scratch.data(), scratch.data());
+        transpose_cpx_tiled(scratch.data(), out + 2 * i * batch.os, n, 4, 4, batch.os);
+    }
+    for (; i < batch.n; ++i) item->execute(item, in + 2 * i, out + 2 * i * batch.os);
+}
+
+// Adjacent elements on one side, adjacent transforms on the other.
+bool turns_rows_to_columns(const fft_plan& p) { return p.dims[0].is == 1 && p.howmany[0].os == 1; }
+bool turns_columns_to_rows(const fft_plan& p) { return p.howmany[0].is == 1 && p.dims[0].os == 1; }
+
+bool turns_in_four_lanes(const fft_plan& p) {
+    return p.kind == kind_c2c && p.rank == 1 && p.howmany_rank == 1 && p.howmany[0].n >= 4 &&
+           (turns_rows_to_columns(p) || turns_columns_to_rows(p)) && can_run_in_four_lanes(*p.subplans[0]);
 }
 
 execute_function loop_over(const fft_plan& p) {
@@ -89,9 +108,10 @@ int solve_problem_dft_many(fft_plan* plan) {
     drop_outer_batch(item, plan);
     if (plan_subplans(plan->subplans, 1) != accepted) return refused;
     item = plan->subplans[0];
-    if (!turns_rows_to_columns(*plan)) return install(plan, loop_over(*plan), "execute_many");
+    if (!turns_in_four_lanes(*plan)) return install(plan, loop_over(*plan), "execute_many");
     if (!attach_buffer(plan, 2 * 4 * 8 * plan->dims[0].n) || !attach_aux(plan, four_lanes_list_bytes(*item)))
         return refused;
-    fill_four_lanes_list(*item, plan->aux, 4, plan->dims[0].os);
-    return install(plan, execute_rows_to_columns, "execute_many");
+    const bool to_columns = turns_rows_to_columns(*plan);
+    fill_four_lanes_list(*item, plan->aux, to_columns ? 4 : plan->dims[0].is, to_columns ? plan->dims[0].os : 4);
+    return install(plan, to_columns ? execute_rows_to_columns : execute_columns_to_rows, "execute_many");
 }

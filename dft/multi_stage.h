@@ -19,5 +19,5 @@ uint64_t four_lanes_list_bytes(const fft_plan& plan);
 void fill_four_lanes_list(const fft_plan& plan, void* list, int64_t is, int64_t os);
 
 // Runs the list: lane c of input element j stands at j * is + c, that of output element j at j * os + c. The working
-// memory holds two arrays of four transforms; the input may be the first if its stride is 4.
+// memory holds two arrays of four transforms. The first may be the input, if its stride is 4, or likewise the output.
 void execute_four_lanes(const fft_plan& plan, void* list, const float* in, float* out, float* working);

@@ -34,6 +34,8 @@ const scratch_case cases[] = {
     {"execute_1d_two_stages_sve", {.dims = {{64, 1, 1}}, .batch = {{7, 64, 70}}}},
     {"execute_1d_two_stages_sve", {.dims = {{64, 64, 64}}, .batch = {{64, 1, 1}}, .in_place = true}},
     {"execute_many", {.dims = {{1000, 1, 1}}, .batch = {{3, 1000, 1000}, {2, 3000, 3000}}}},
+    {"execute_many", {.dims = {{100, 1, 8}}, .batch = {{8, 100, 1}}}},
+    {"execute_many", {.dims = {{128, 8, 1}}, .batch = {{8, 1, 130}}}},
     {"execute_many", {.dims = {{1009, 1, 1}}, .batch = {{3, 1009, 1009}}, .in_place = true}},
     {"execute_c2c_many_parallel", {.dims = {{100, 1, 1}}, .batch = {{7, 100, 100}}}},
     {"execute_c2c_many_parallel", {.dims = {{100, 7, 7}}, .batch = {{7, 1, 1}}, .in_place = true}},

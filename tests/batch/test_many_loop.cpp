@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The loops inside row 44 that don't call the plan of one transform: two stages at a time, straight kernels on
-// groups of four, and rows whose outputs stand side by side, four at a time.
+// groups of four, and rows to columns and back, four at a time.
 #include "planner/solvers.h"
 #include "reshape_columns.h"
 
@@ -8,6 +8,13 @@ TEST(ManyLoop, RowsToColumns) {
     for (const int64_t n : {22, 64, 100, 128, 216, 1000, 2048})  // straight, of two stages, three and four
         for (const int64_t count : {1, 3, 4, 5, 8, 11})
             check_both_directions(solve_problem_dft_many, batch_of({n, 1, count + 2}, {count, n + 3, 1}),
+                                  "execute_many");
+}
+
+TEST(ManyLoop, ColumnsToRows) {
+    for (const int64_t n : {7, 22, 64, 100, 128, 216, 1000, 2048})
+        for (const int64_t count : {1, 3, 4, 5, 8, 11})
+            check_both_directions(solve_problem_dft_many, batch_of({n, count + 2, 1}, {count, 1, n + 3}),
                                   "execute_many");
 }
 
