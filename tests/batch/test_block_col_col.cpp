@@ -140,8 +140,9 @@ void run_and_compare(problem p) {
         std::vector<std::complex<float>> result(n);
         for (int64_t k = 0; k < n; ++k) result[k] = out.complex_at(t * p.batch[0].os + k * p.dims[0].os);
         expect_sum_and_energy(signals[t], result, what);
-        if (t % 29 == 0 || t + 1 == count)
+        if (t % 29 == 0 || t + 1 == count) {
             ASSERT_LT(relative_error(result, reference::dft(signals[t], p.sign)), 3e-7) << what;
+        }
     }
     ASSERT_TRUE(out.zones_are_intact()) << p.text();
     for (int64_t j = 0; j < n; ++j)  // the gap behind each row of columns
