@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #define OPS_INLINE [[gnu::always_inline]] static inline
+#define OPS_MEMBER [[gnu::always_inline]]
 
 // A pointer that the compiler can't take apart: else it keeps one pointer for every element of a loop, more than there
 // are registers, in place of one base and shared offsets.

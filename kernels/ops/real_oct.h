@@ -8,6 +8,7 @@
 namespace real_oct {
 
 using namespace sve_common;
+using in_memory = floats_in_memory<8>;
 
 OPS_INLINE mask lanes_left(int64_t l, int64_t n) { return svwhilelt_b32_s64(l, n); }
 OPS_INLINE vec load(mask m, const float* p) { return svld1_f32(m, p); }

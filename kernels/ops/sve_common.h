@@ -72,14 +72,18 @@ OPS_INLINE vec conjugation() { return svreinterpret_f32_u64(svdup_n_u64(0xbf8000
 OPS_INLINE vec fma_i(vec a, vec b, vec k) { return svcmla_f32_x(all(), a, k, b, 90); }
 OPS_INLINE vec fms_i(vec a, vec b, vec k) { return svcmla_f32_x(all(), a, k, b, 270); }
 
-// A vector in memory, from which it may be loaded again and again: no compiler may take the loads for one.
-struct in_memory {
-    float lanes[8];
-    [[gnu::always_inline]] explicit in_memory(vec a) { svst1_f32(all(), lanes, a); }
+// The floats of a vector in memory, from which they may be loaded again and again: no compiler may take the loads for
+// one.
+template <int count>
+struct floats_in_memory {
+    float floats[count];
+    OPS_MEMBER static mask used() { return count == 2 ? svptrue_pat_b32(SV_VL2) : all(); }
+    OPS_MEMBER explicit floats_in_memory(vec a) { svst1_f32(used(), floats, a); }
 };
-OPS_INLINE vec reload(const in_memory& place) {
+template <int count>
+OPS_INLINE vec reload(const floats_in_memory<count>& place) {
     vec a;
-    asm volatile("ld1w {%0.s}, %1/z, [%2]" : "=w"(a) : "Upl"(all()), "r"(place.lanes) : "memory");
+    asm volatile("ld1w {%0.s}, %1/z, [%2]" : "=w"(a) : "Upl"(place.used()), "r"(place.floats) : "memory");
     return a;
 }
 

@@ -8,6 +8,7 @@
 namespace sve_one {
 
 using namespace sve_common;
+using in_memory = floats_in_memory<2>;
 
 OPS_INLINE mask two() { return svptrue_pat_b32(SV_VL2); }
 OPS_INLINE vec load(const float* p) { return svld1_f32(two(), p); }

@@ -9,6 +9,7 @@ namespace sve_quad {
 
 using namespace sve_common;
 using lane_offsets = svint64_t;
+using in_memory = floats_in_memory<8>;
 
 OPS_INLINE mask all_lanes() { return all(); }
 OPS_INLINE mask lanes_left(int64_t l, int64_t n) { return svwhilelt_b32_s64(l, n); }
