@@ -17,7 +17,8 @@
 //   scale<L>(a, k)               k[L] a
 //   fma<L> fms<L>                a + k[L] b, a - k[L] b; fma_all fms_all: k is the same everywhere
 //   fma_i fms_i                  a + i k[1] b, a - i k[1] b
-//   twice_minus(a, b, two)       2 a - b
+//   twice_minus(a, b, two)       2 a - b; ..._into_b: the result takes b's register (SVE)
+//   in_memory, reload(place)     a vector that is kept in memory, and the same once more (SVE)
 //   zip_lo zip_hi                complex numbers of a and b in turn (pairs)
 //
 // Real data: real_one 1, real_quad 4, real_oct 8 (SVE, under masks); real_double and real_quad_double likewise,
