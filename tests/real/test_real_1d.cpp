@@ -68,10 +68,14 @@ void check_r2c(const problem& p) {
     for (int k = 0; k <= p.n / 2; ++k) actual.push_back(output.complex_at(static_cast<size_t>(k) * p.os));
     expected.resize(actual.size());
     EXPECT_LT(relative_error(actual, expected), error_bound(p.n)) << plan->solver_name << " " << plan->execute_name;
-    if (p.n % 2 == 0) EXPECT_TRUE(actual[0].imag() == 0 && actual.back().imag() == 0) << "imaginary parts of the ends";
+    if (p.n % 2 == 0) {
+        EXPECT_TRUE(actual[0].imag() == 0 && actual.back().imag() == 0) << "imaginary parts of the ends";
+    }
     if (!p.in_place) {
         for (size_t i = 0; i < out_size; ++i)
-            if (i / 2 % p.os) ASSERT_TRUE(output.is_untouched(i)) << "gap at float " << i;
+            if (i / 2 % p.os) {
+                ASSERT_TRUE(output.is_untouched(i)) << "gap at float " << i;
+            }
         for (int j = 0; j < p.n; ++j)
             ASSERT_EQ(static_cast<float>(x[j].real()), input[static_cast<size_t>(j) * p.is])
                 << "input changed at " << j;
@@ -114,7 +118,9 @@ void check_c2r(const problem& p, float unread) {
     EXPECT_LT(relative_error(actual, expected), error_bound(p.n)) << plan->solver_name << " " << plan->execute_name;
     if (!p.in_place) {
         for (size_t i = 0; i < out_size; ++i)
-            if (i % p.os) ASSERT_TRUE(output.is_untouched(i)) << "gap at float " << i;
+            if (i % p.os) {
+                ASSERT_TRUE(output.is_untouched(i)) << "gap at float " << i;
+            }
         for (int k = 0; k <= p.n / 2; ++k)
             ASSERT_EQ(z[k], input.complex_at(static_cast<size_t>(k) * p.is)) << "input changed at " << k;
     }

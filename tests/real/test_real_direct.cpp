@@ -109,14 +109,17 @@ void Direct::check(const real_problem& p) {
             addressed[at] = true;
             error += (output[at] - expected[f]) * (output[at] - expected[f]);
             size += expected[f] * expected[f];
-            if (p.kind == kind_r2c && (f == 1 || (p.dim.n % 2 == 0 && f + 1 == expected.size())))
+            if (p.kind == kind_r2c && (f == 1 || (p.dim.n % 2 == 0 && f + 1 == expected.size()))) {
                 EXPECT_EQ(output[at], 0.0f) << "imaginary part in row " << r << " at float " << f;
+            }
         }
         EXPECT_LT(std::sqrt(error / size), 2 * error_unit(p.dim.n < 8 ? 8 : p.dim.n)) << "row " << r;
     }
     if (!p.in_place) {
         for (size_t i = 0; i < output.size(); ++i)
-            if (!addressed[i]) EXPECT_TRUE(output.is_untouched(i)) << "gap at float " << i;
+            if (!addressed[i]) {
+                EXPECT_TRUE(output.is_untouched(i)) << "gap at float " << i;
+            }
         for (size_t i = 0; i < input.size(); ++i)
             EXPECT_TRUE(input.is_untouched(i) || input[i] == before[i]) << "input changed at float " << i;
     }
@@ -193,14 +196,22 @@ TEST_P(Direct, OtherKindsAndRanksGoElsewhere) {
         return f.solve(record.get()) == refused;
     };
     for (uint32_t kind : {kind_c2c, kind_c2r, kind_r2c, kind_r2r, kind_c2c_large_piece})
-        if (kind != f.kind) EXPECT_TRUE(refuses([&](fft_plan& r) { r.kind = kind; })) << kind;
+        if (kind != f.kind) {
+            EXPECT_TRUE(refuses([&](fft_plan& r) { r.kind = kind; })) << kind;
+        }
     for (uint32_t r2r = 0; f.kind == kind_r2r && r2r <= 10; ++r2r)
-        if (r2r != f.r2r_kind) EXPECT_TRUE(refuses([&](fft_plan& r) { r.r2r_kind[0] = r2r; })) << r2r;
+        if (r2r != f.r2r_kind) {
+            EXPECT_TRUE(refuses([&](fft_plan& r) { r.r2r_kind[0] = r2r; })) << r2r;
+        }
     EXPECT_TRUE(refuses([](fft_plan& r) { r.rank = 2; }));
     EXPECT_TRUE(refuses([](fft_plan& r) { r.rank = 0; }));
     EXPECT_TRUE(refuses([](fft_plan& r) { r.howmany_rank = 2; }));
-    if (f.kind != kind_r2r) EXPECT_TRUE(refuses([](fft_plan& r) { r.split = split_arrays; }));
-    if (!f.batched) EXPECT_TRUE(refuses([](fft_plan& r) { r.howmany_rank = 1; }));
+    if (f.kind != kind_r2r) {
+        EXPECT_TRUE(refuses([](fft_plan& r) { r.split = split_arrays; }));
+    }
+    if (!f.batched) {
+        EXPECT_TRUE(refuses([](fft_plan& r) { r.howmany_rank = 1; }));
+    }
 }
 
 INSTANTIATE_TEST_SUITE_P(Real, Direct, testing::ValuesIn(families), [](const auto& info) { return info.param.name; });
