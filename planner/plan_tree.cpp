@@ -18,8 +18,8 @@ std::string without_prefix(const char* name, std::string_view prefix) {
 
 template <class Record>
 std::vector<uint64_t> radices(const void* records, uint64_t count) {
-    std::vector<uint64_t> list;
-    for (uint64_t q = 0; q < count; ++q) list.push_back(static_cast<const Record*>(records)[q].radix);
+    std::vector<uint64_t> list(count);
+    for (uint64_t q = 0; q < count; ++q) list[q] = static_cast<const Record*>(records)[q].radix;
     return list;
 }
 

@@ -43,6 +43,7 @@ std::vector<fft_iodim64> triples(const std::string& text) {
 
 std::vector<fft_iodim> narrowed(const std::vector<fft_iodim64>& dims) {
     std::vector<fft_iodim> result;
+    result.reserve(dims.size());
     for (const auto& d : dims) result.push_back({int(d.n), int(d.is), int(d.os)});
     return result;
 }
