@@ -55,40 +55,29 @@ void execute_two_stages_of_many(fft_plan* plan, float* in, float* out) {
     execute_two_stages_each(plan->subplans[0], in, out, batch.n, 2 * batch.is, 2 * batch.os);
 }
 
-// Rows to columns: four transforms of adjacent input elements are exchanged into lanes, so that the outputs, which
-// stand side by side, are written four at a time.
-void execute_rows_to_columns(fft_plan* plan, float* in, float* out) {
-    const plan_scratch scratch(plan);
-    if (!scratch) return;
-    const int64_t n = plan->dims[0].n;
-    const fft_dim batch = plan->howmany[0];
-    fft_plan* item = plan->subplans[0];
-    int64_t i = 0;
-    for (; i + 4 <= batch.n; i += 4) {
-        transpose_cpx_tiled(in + 2 * i * batch.is, scratch.data(), 4, n, batch.is, 4);
-        execute_four_lanes(*item, plan->aux, scratch.data(), out + 2 * i, scratch.data());
-    }
-    for (; i < batch.n; ++i) item->execute(item, in + 2 * i * batch.is, out + 2 * i);
-}
-
-// The reverse: inputs that stand side by side are read four at a time, and the results go from the lanes to four rows.
-void execute_columns_to_rows(fft_plan* plan, float* in, float* out) {
-    const plan_scratch scratch(plan);
-    if (!scratch) return;
-    const int64_t n = plan->dims[0].n;
-    const fft_dim batch = plan->howmany[0];
-    fft_plan* item = plan->subplans[0];
-    int64_t i = 0;
-    for (; i + 4 <= batch.n; i += 4) {
-        execute_four_lanes(*item, plan->aux, in + 2 * i, scratch.data(), scratch.data());
-        transpose_cpx_tiled(scratch.data(), out + 2 * i * batch.os, n, 4, 4, batch.os);
-    }
-    for (; i < batch.n; ++i) item->execute(item, in + 2 * i, out + 2 * i * batch.os);
-}
-
 // Adjacent elements on one side, adjacent transforms on the other.
 bool turns_rows_to_columns(const fft_plan& p) { return p.dims[0].is == 1 && p.howmany[0].os == 1; }
 bool turns_columns_to_rows(const fft_plan& p) { return p.howmany[0].is == 1 && p.dims[0].os == 1; }
+
+// Rows to columns or back. Four transforms run in the lanes of vectors: where they stand side by side they are read and
+// written four at a time, and on the other side a transposition between scratch and four rows exchanges them.
+void execute_rows_and_columns(fft_plan* plan, float* in, float* out) {
+    const plan_scratch scratch(plan);
+    if (!scratch) return;
+    const int64_t n = plan->dims[0].n;
+    const fft_dim batch = plan->howmany[0];
+    const bool to_columns = turns_rows_to_columns(*plan);
+    fft_plan* item = plan->subplans[0];
+    int64_t i = 0;
+    for (; i + 4 <= batch.n; i += 4) {
+        float *const from = in + 2 * i * batch.is, *const to = out + 2 * i * batch.os;
+        if (to_columns) transpose_cpx_tiled(from, scratch.data(), 4, n, batch.is, 4);
+        execute_four_lanes(*item, plan->aux, to_columns ? scratch.data() : from, to_columns ? to : scratch.data(),
+                           scratch.data());
+        if (!to_columns) transpose_cpx_tiled(scratch.data(), to, n, 4, 4, batch.os);
+    }
+    for (; i < batch.n; ++i) item->execute(item, in + 2 * i * batch.is, out + 2 * i * batch.os);
+}
 
 bool turns_in_four_lanes(const fft_plan& p) {
     return p.kind == kind_c2c && p.rank == 1 && p.howmany_rank == 1 && p.howmany[0].n >= 4 &&
@@ -113,5 +102,5 @@ int solve_problem_dft_many(fft_plan* plan) {
         return refused;
     const bool to_columns = turns_rows_to_columns(*plan);
     fill_four_lanes_list(*item, plan->aux, to_columns ? 4 : plan->dims[0].is, to_columns ? plan->dims[0].os : 4);
-    return install(plan, to_columns ? execute_rows_to_columns : execute_columns_to_rows, "execute_many");
+    return install(plan, execute_rows_and_columns, "execute_many");
 }

@@ -5,7 +5,7 @@
 
 namespace generator {
 
-constexpr int smallest_kept = 32;
+constexpr int smallest_kept = 32;  // as many as there are vector registers: the rest of a transform wants some too
 
 template <class number>
 std::vector<number> common_butterfly(const std::vector<number>& x, int a, int b, int sign) {

@@ -6,13 +6,13 @@
 namespace generator {
 
 const char* one_vocabulary(const form& f) {
-    return f.isa == instruction_set::neon ? "neon_one" : f.isa == instruction_set::sve ? "sve_one" : "scalar";
+    return f.isa == instruction_set::neon ? "neon_one" : is_sve(f) ? "sve_one" : "scalar";
 }
 
 const char* full_vocabulary(const form& f) { return f.isa == instruction_set::neon ? "neon_pair" : "sve_quad"; }
 
 void print_direct(text& out, const form& f, int size, int sign) {
-    const bool sve = f.isa == instruction_set::sve;
+    const bool sve = is_sve(f);
     const body b = make_body({.size = size,
                               .sign = sign,
                               .in_place = true,

@@ -46,6 +46,7 @@ struct form {
     int sign = 0;  // -1 or 1 where there is one direction only
 };
 
+inline bool is_sve(const form& f) { return f.isa == instruction_set::sve; }
 inline bool is_real(const form& f) { return f.data == layout::offsets; }
 inline bool is_sorensen(const form& f) { return f.loop >= shape::sorensen_first; }
 inline bool has_direction(const form& f, int sign) { return f.sign == 0 || f.sign == sign; }

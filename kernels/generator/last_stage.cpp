@@ -29,7 +29,7 @@ void print_single_rows(text& out, const body& b, int size, const std::string& in
 
 // Groups of two or four rows, one row in every lane: NEON transposes pairs of columns, SVE gathers.
 void print_groups(text& out, const form& f, const body& b, int size) {
-    const bool sve = f.isa == instruction_set::sve;
+    const bool sve = is_sve(f);
     const int rows = sve ? 4 : 2;
     const strided_address output("b", "out_step", size);
     access a;
@@ -56,7 +56,7 @@ void print_groups(text& out, const form& f, const body& b, int size) {
 }  // namespace
 
 void print_last_stage(text& out, const form& f, int size, int sign) {
-    const bool contiguous = f.data == layout::contig, sve = f.isa == instruction_set::sve;
+    const bool contiguous = f.data == layout::contig, sve = is_sve(f);
     const body single = make_body({.size = size, .sign = sign, .twiddled = true, .overwrites = sve && !contiguous});
     out.line("{");
     if (contiguous)

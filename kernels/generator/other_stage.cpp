@@ -73,7 +73,7 @@ void print_row(text& out, const form& f, const body& b, int size) {
 }  // namespace
 
 void print_other_stage(text& out, const form& f, int size, int sign) {
-    const bool sve = f.isa == instruction_set::sve;
+    const bool sve = is_sve(f);
     const body first = make_body({.size = size, .sign = sign, .overwrites = sve});
     const body twiddled = make_body({.size = size, .sign = sign, .twiddled = true, .overwrites = sve});
     out.line("{");

@@ -22,6 +22,7 @@ std::string name(const dag& g, int n) {
 bool takes_lane(op what) { return what == op::scale || what == op::fma || what == op::fms; }
 bool takes_rotated(op what) { return what == op::fma_i || what == op::fms_i; }
 
+// A constant that is loaded where it is used stays in its register for this many operations.
 constexpr int most_operations_apart = 64;
 
 // Registers of constants: a pair of the pool in every complex place, or, where lanes are all that is asked for, two

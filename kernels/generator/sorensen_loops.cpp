@@ -14,8 +14,6 @@ namespace generator {
 
 namespace {
 
-bool is_sve(const form& f) { return f.isa == instruction_set::sve; }
-
 std::string two_digits(int size) { return (size < 10 ? "n0" : "n") + std::to_string(size); }
 
 // Where the inputs of a complex row stand: those of the first half from a on, their conjugate partners from c on.

@@ -9,7 +9,6 @@ namespace generator {
 
 namespace {
 
-bool is_sve(const form& f) { return f.isa == instruction_set::sve; }
 bool is_last(const form& f) { return f.loop == shape::sorensen_last; }
 
 std::string real_pool_name(const form& f, int size, real_row row) {
@@ -55,31 +54,24 @@ void print_real_ones(text& out, const form& f, int size, real_row row) {
     out.line("}");
 }
 
-// Four branches at a time. The last four may have gone before in part, which does no harm between two arrays.
-void print_real_quads(text& out, const form& f, int size, real_row row) {
+// Eight branches at a time under masks (SVE), or four, of which the last may have gone before in part: that does no
+// harm between two arrays.
+void print_real_vectors(text& out, const form& f, int size, real_row row) {
     const real_row_kind kind = vector_kind(f, size, row);
     const body b = make_real_row_body(kind);
-    out.line("using namespace real_quad;");
+    out.line("using namespace ", is_sve(f) ? "real_oct;" : "real_quad;");
     print_constants(out, b);
-    out.line("for (int64_t done = 0; done < m; done += 4) {");
-    out.line("const int64_t i = done + 4 <= m ? done : m - 4;");
+    if (is_sve(f)) {
+        out.line("for (int64_t i = 0; i < m; i += 8) {");
+        out.line(
+            "const mask p = lanes_left(i, m), lower = lanes_left(2 * i, 2 * m), upper = lanes_left(2 * i + 8, 2 * m);");
+    } else {
+        out.line("for (int64_t done = 0; done < m; done += 4) {");
+        out.line("const int64_t i = done + 4 <= m ? done : m - 4;");
+    }
     out.line("const float* const a = base(row_in + 2 * i);");
     out.line("float* const b = base(row_out + ", is_last(f) ? "" : "2 * ", "i);");
-    print_real_body(out, f, b, size, real_row_inputs(kind), "");
-    out.line("}");
-}
-
-void print_real_octs(text& out, const form& f, int size, real_row row) {
-    const real_row_kind kind = vector_kind(f, size, row);
-    const body b = make_real_row_body(kind);
-    out.line("using namespace real_oct;");
-    print_constants(out, b);
-    out.line("for (int64_t i = 0; i < m; i += 8) {");
-    out.line(
-        "const mask p = lanes_left(i, m), lower = lanes_left(2 * i, 2 * m), upper = lanes_left(2 * i + 8, 2 * m);");
-    out.line("const float* const a = base(row_in + 2 * i);");
-    out.line("float* const b = base(row_out + ", is_last(f) ? "" : "2 * ", "i);");
-    print_real_body(out, f, b, size, real_row_inputs(kind), "p");
+    print_real_body(out, f, b, size, real_row_inputs(kind), is_sve(f) ? "p" : "");
     out.line("}");
 }
 
@@ -89,7 +81,7 @@ void print_real_row(text& out, const form& f, int size, real_row row) {
         out.line("const float* const pool = ", real_pool_name(f, size, row), ";");
     if (f.loop == shape::sorensen_first) return print_real_ones(out, f, size, row);
     out.line(is_sve(f) ? "if (m > 1) {" : "if (m >= 4) {");
-    is_sve(f) ? print_real_octs(out, f, size, row) : print_real_quads(out, f, size, row);
+    print_real_vectors(out, f, size, row);
     out.line("} else {");
     print_real_ones(out, f, size, row);
     out.line("}");

@@ -107,6 +107,22 @@ complaints in_place_complaints(const body& b) {
     return {};
 }
 
+complaints copy_complaints(const body& b) {
+    constexpr op overwriting[] = {op::add_i, op::sub_i, op::fma, op::fms, op::fma_i, op::fms_i, op::twice_minus};
+    complaints result;
+    for (auto at_node = b.order.begin(); at_node != b.order.end(); ++at_node) {
+        const node& v = b.graph.nodes()[*at_node];
+        if (std::find(std::begin(overwriting), std::end(overwriting), v.what) == std::end(overwriting)) continue;
+        const int given = v.into_b ? v.b : v.a;
+        const auto wants = [&](int n) {
+            const node& u = b.graph.nodes()[n];
+            return u.what != op::reload && (u.a == given || u.b == given);
+        };
+        if (std::any_of(at_node + 1, b.order.end(), wants)) result.push_back("takes a register" + at(*at_node, v));
+    }
+    return result;
+}
+
 // Constants lie within the pool, in the forms that the vocabulary has: a lane of a pair for plain products, the odd
 // lane or a register that holds the number everywhere for rotated ones; doubled numbers for rotated ones only.
 // Real vectors also multiply by numbers that differ from lane to lane, and take any number everywhere.

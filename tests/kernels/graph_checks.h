@@ -26,6 +26,8 @@ complaints order_complaints(const generator::body& b);
 complaints load_complaints(const generator::body& b, int size);  // of complex bodies
 complaints store_complaints(const generator::body& b, int size);
 complaints in_place_complaints(const generator::body& b);
+// Whether an operation gives the register of an operand away that a later one still wants, which costs a copy.
+complaints copy_complaints(const generator::body& b);
 complaints constant_complaints(const generator::body& b);
 
 struct operation_counts {

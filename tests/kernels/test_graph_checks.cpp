@@ -56,6 +56,21 @@ TEST(GraphChecks, Order) {
     EXPECT_EQ(order_complaints(left_out).size(), 2u);  // the store, and the difference without it
 }
 
+TEST(GraphChecks, Copies) {
+    EXPECT_EQ(copy_complaints(unchanged()), complaints{});
+    const auto rotated_pair = [](body& b) {
+        print(b, b.graph.binary(op::add_i, 0, 1));
+        print(b, b.graph.binary(op::sub_i, 0, 1));
+    };
+    EXPECT_EQ(copy_complaints(transform_of_two(rotated_pair)).size(), 1u);  // the second wants what the first took
+    const body reloaded = transform_of_two([](body& b) {
+        print(b, b.graph.binary(op::add_i, 0, 1));
+        print(b, b.graph.reload(0));
+        print(b, b.graph.binary(op::sub_i, b.order.back(), 1));
+    });
+    EXPECT_EQ(copy_complaints(reloaded), complaints{});
+}
+
 TEST(GraphChecks, Slots) {
     EXPECT_EQ(load_complaints(unchanged(), 3).size(), 1u);
     EXPECT_EQ(store_complaints(unchanged(), 3).size(), 1u);

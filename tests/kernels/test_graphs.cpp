@@ -89,7 +89,12 @@ TEST_P(graphs, keep_their_promises) {
         EXPECT_EQ(load_complaints(b, size), complaints{});
         EXPECT_EQ(store_complaints(b, size), complaints{});
         EXPECT_EQ(constant_complaints(b), complaints{});
-        if (in_place) EXPECT_EQ(in_place_complaints(b), complaints{});
+        if (in_place) {
+            EXPECT_EQ(in_place_complaints(b), complaints{});
+        }
+        if (b.graph.overwrites() && family().loop != shape::direct) {
+            EXPECT_EQ(copy_complaints(b), complaints{});
+        }
     });
 }
 
