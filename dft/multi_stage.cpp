@@ -25,10 +25,12 @@ bool accepts(const fft_plan& p, int64_t lanes) {
            !has_large_prime_factor(p.dims[0].n);
 }
 
+// A contiguous output may serve as a working array. A strided one can't, nor can that of several transforms with unit
+// strides: they overlap each other, in an array shorter than the working array of all.
+bool output_serves_as_array(const fft_plan& p) { return has_unit_strides(p) && p.howmany_rank == 0; }
+
 bool attach_storage(fft_plan* plan, uint64_t stage_count, int64_t lanes) {
-    const uint64_t n = plan->dims[0].n;
-    // A strided output can't serve as a working array, so that two are needed.
-    const uint64_t working_arrays = has_unit_strides(*plan) ? 1 : 2;
+    const uint64_t n = plan->dims[0].n, working_arrays = output_serves_as_array(*plan) ? 1 : 2;
     return attach_aux(plan, 8 * (n + 9 + stage_record_words * stage_count)) &&
            attach_buffer(plan, 8 * n * working_arrays * (plan->howmany_rank ? lanes : 1));
 }
@@ -66,8 +68,8 @@ int install_form(fft_plan* plan, const multi_stage_form& form, uint64_t stage_co
         const bool straight = is_batch_of_lanes(*plan, 4) && lookup_straight_quad_sve(plan, plan->dims[0].n);
         return install(plan, straight ? execute_straight : execute_two_stages, form.two_stages);
     }
-    return has_unit_strides(*plan) ? install(plan, execute_contiguous, form.contiguous)
-                                   : install(plan, execute_discrete, form.discrete);
+    return install(plan, output_serves_as_array(*plan) ? execute_contiguous : execute_discrete,
+                   has_unit_strides(*plan) ? form.contiguous : form.discrete);
 }
 
 // The first of `count` executions, as many as straight kernels can do: four lanes each, or four contiguous ones at

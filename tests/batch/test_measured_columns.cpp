@@ -2,7 +2,6 @@
 // Columns in blocks, planned by a clock that runs at random, so that every candidate wins now and then, at every level
 // of the tree. Whichever wins must transform: a plan that does nothing is the fastest of all.
 #include <gtest/gtest.h>
-#include <sys/time.h>
 
 #include <cmath>
 #include <map>
@@ -10,13 +9,11 @@
 #include "planner/solvers.h"
 #include "tests/batch/reshape_support.h"
 #include "tests/support/emulated.h"
+#include "tests/support/random_clock.h"
 #include "tests/support/reference_dft.h"
 #include "tests/support/signals.h"
 
 namespace {
-
-uint64_t clock_state = 0;
-int64_t clock_usec = 1'000'000;
 
 using spectrum = std::vector<std::complex<float>>;
 
@@ -37,7 +34,7 @@ std::map<std::string, int> check_every_winner(const problem& p, int seeds) {
     }
     std::map<std::string, int> winners;
     for (int seed = 1; seed <= seeds; ++seed) {
-        clock_state = seed;
+        random_clock::seed(seed);
         spectrum copy = in, out(p.reach(false));
         const auto floats = [](spectrum& s) { return reinterpret_cast<float*>(s.data()); };
         const plan_pointer plan = p.plan(floats(copy), floats(out));
@@ -62,15 +59,6 @@ std::map<std::string, int> check_every_winner(const problem& p, int seeds) {
 
 }  // namespace
 
-// A different span for each pair of readings.
-extern "C" int __wrap_gettimeofday(timeval* now, void*) {
-    clock_state = clock_state * 6364136223846793005u + 1442695040888963407u;
-    clock_usec += static_cast<int64_t>(clock_state >> 44) + 1;
-    now->tv_sec = clock_usec / 1'000'000;
-    now->tv_usec = clock_usec % 1'000'000;
-    return 0;
-}
-
 TEST(MeasuredColumns, EveryWinnerTransforms) {
     for (const auto& [n, count] : {std::pair{64, 256}, {128, 192}, {176, 96}, {216, 256}}) {
         const auto winners = check_every_winner(columns(n, count, count + 3), is_emulated ? 4 : 40);
@@ -84,7 +72,7 @@ TEST(MeasuredColumns, GatheredBlocksOverAnyGroup) {
     for (int seed = 1; seed <= 30; ++seed) {
         const problem p = columns(64, 256, 256);
         spectrum in = complex_noise(p.reach(true), 3), out(p.reach(false), {NAN, NAN});
-        clock_state = seed;
+        random_clock::seed(seed);
         const plan_pointer plan = p.record(reinterpret_cast<float*>(in.data()), reinterpret_cast<float*>(out.data()));
         ASSERT_EQ(solve_problem_c2c_many_block_col_col(plan.get()), accepted);
         ++groups[tree(*plan->subplans[0])];

@@ -103,6 +103,16 @@ TEST(MultiStage, StorageAndNames) {
             }
 }
 
+// Transforms that stand in lanes with unit strides overlap: what they share holds no working array.
+TEST(MultiStage, SharedOutputsAreNoWorkingArray) {
+    for (const chain_row& row : chain_rows)
+        for (int64_t n : chain_lengths) {
+            const complex_problem p = {n, -1, 1, 1, false, 0, row.isa.lanes};
+            const planned plan(record_of(p), row.solve);
+            EXPECT_EQ(plan->buffer_size, uint64_t(16 * n * row.isa.lanes)) << description(p, plan.get());
+        }
+}
+
 TEST(MultiStage, RecordsWordByWord) {
     for (const chain_row& row : chain_rows)
         for (int64_t n : chain_lengths)
