@@ -90,8 +90,8 @@ struct split_sides {
     explicit split_sides(const fft_plan& p)
         : in{address(p.in), address(p.in_imag)}, out{address(p.out), address(p.out_imag)} {
         const bool whole = p.out_imag != p.out;
-        in_count = whole && p.kind != kind_r2c ? 2 : 1;
-        out_count = whole && p.kind != kind_c2r ? 2 : 1;
+        in_count = whole && p.in_imag && p.kind != kind_r2c ? 2 : 1;
+        out_count = whole && p.out_imag && p.kind != kind_c2r ? 2 : 1;
     }
     static int64_t address(const float* array) { return static_cast<int64_t>(reinterpret_cast<uintptr_t>(array)); }
     bool same_arrays() const {
@@ -121,11 +121,16 @@ bool split_may_run_in_pieces(const fft_plan& p) {
     return !meet || (f.all_batches_are_lattice(p) && f.nests());
 }
 
+bool is_one_item(const fft_plan& p) {
+    return std::all_of(p.howmany, p.howmany + p.howmany_rank, [](const fft_dim& d) { return d.n <= 1; });
+}
+
 }  // namespace
 
 bool may_run_in_pieces(const fft_plan& p) {
+    // Only the outermost loop over split arrays sees them all, and so it answers for the loops inside.
+    if (p.split == split_arrays) return is_one_item(p) || split_may_run_in_pieces(p);
     if (p.howmany_rank < 1 || p.howmany[0].n <= 1) return true;
-    if (p.split == split_arrays) return split_may_run_in_pieces(p);
     if (p.in != p.out) return true;
     footprint f = footprint_of(p);
     if (p.howmany[0].is * f.in_bytes != p.howmany[0].os * f.out_bytes) return false;  // items drift into each other
