@@ -79,6 +79,7 @@ int solve_bufferized_problem(fft_plan* plan) {
     const int64_t block = block_of(*plan), rest = plan->howmany[0].n % block, row = (plan->dims[0].n + 7) & ~int64_t{7};
     if (!make_subplans(plan, rest ? 2 : 1)) return refused;
     // Every execution allocates its own block. This one is what the subplans are planned, and may be measured, on.
+    if (!fits_into_memory(block_bytes(block, row))) return refused;
     float* trial = static_cast<float*>(qsl_fftf_malloc(block_bytes(block, row)));
     if (!trial) return refused;
     make_block_subplan(plan->subplans[0], *plan, block, row, trial);
