@@ -173,7 +173,7 @@ TEST(SharedOutputs, TwoDimensions) {
                 for (const int64_t out_row : {int64_t{1}, int64_t{2}, n1, n1 + 2})
                     for (const int64_t out_step : {1, 2, 3})
                         for (const int64_t distance : {1, 2, 40}) {
-                            const uint32_t flags = ++seed % 7 ? 0 : plan_flag_measured;
+                            const uint32_t flags = ++seed % 7 ? 0u : uint32_t{plan_flag_measured};
                             if (seed % (kind.kind == kind_r2r ? 17 : 3) || (is_emulated && seed % 31)) continue;
                             const int64_t in_row = seed % 2 ? out_row : n1, in_step = seed % 5 ? out_step : 1;
                             problem p = {.kind = kind.kind,

@@ -122,8 +122,13 @@ TEST(HostileLengths, TablesThatDoNotFitTogether) {
     while (has_kernel_factor(no_kernel)) ++no_kernel;
     while (power < bytes / 23) power *= 2;
     for (const int64_t n : {no_kernel, power}) {
-        const triple dims[] = {{n, 1, 1}};
-        expect_soon_null("c2c " + std::to_string(n),
-                         [&] { return call::dft(1, dims, 0, nullptr, complex_of(in), complex_of(out), -1, 0); });
+        const triple dims[] = {{n, 1, 1}}, plane[] = {{3, n, n}, {n, 1, 1}};
+        const triple loops[] = {{2, 1, 1}, {3, 2, 2}, {2, 6, 6}, {3, 12, 12}};
+        for (const int loop_count : {0, 1, 4})
+            for (const bool is_plane : {false, true})
+                expect_soon_null("c2c " + std::to_string(n) + " in " + std::to_string(loop_count) + " loops", [&] {
+                    return call::dft(is_plane ? 2 : 1, is_plane ? plane : dims, loop_count, loops, complex_of(in),
+                                     complex_of(out), -1, 0);
+                });
     }
 }
