@@ -159,7 +159,7 @@ TEST(SharedOutputs, AForgottenDistance) {
     for (const uint32_t flags : {uint32_t{0}, uint32_t{plan_flag_measured}})
         for (const int64_t n : {210, 945, 1000, 4096})
             for (const int64_t items : {2, 3, 4, 6, 8, 9})
-                for (uint64_t seed = 1; seed <= (flags ? 4 : 1); ++seed)
+                for (uint64_t seed = 1; seed <= (flags && !is_emulated ? 4 : 1); ++seed)
                     check({.dims = {{n, 1, 1}}, .batch = {{items, 1, 1}}, .flags = flags}, {kind_c2c, 0}, seed, count);
 }
 
