@@ -79,5 +79,6 @@ int main() {
     show("level", level_text());
     show("threads", backend_text() + " (" + environment_text("QSL_FFT_THREAD_TYPE") + ")");
     show("placement", placement_text() + " (" + environment_text("QSL_FFT_AFFINITY") + ")");
+    puts("The library can run here.");
     return 0;
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Complex arithmetic on NEON registers, real part first: by the Armv8.3 instructions or, where there are none, by
 // reversed pairs and signs. A product by +1 or -1 is exact, so rotated additions round alike; products of two complex
-// numbers may differ in the order of their two roundings.
+// numbers may differ in the order of their two roundings. fma_i takes the imaginary parts of k alone.
 #pragma once
 #include "kernels/ops/inline.h"
 
