@@ -84,7 +84,7 @@ fortran_package() { [ "$machine" = aarch64 ] && echo gfortran || echo gfortran-a
 # The last row is what the documents' programs on other libraries need.
 test_packages() {
     echo libclang-rt-19-dev llvm-19 pkgconf python3 $(fortran_package)
-    echo libc6-dev libfftw3-dev libkissfft-dev python3-numpy
+    echo libc6-dev libfftw3-dev libkissfft-dev python3-numpy $(demo_packages)
 }
 demo_packages() { echo pkgconf gnuplot-nox "libsndfile1-dev$foreign" "libpng-dev$foreign"; }
 docs_packages() { echo doxygen mandoc python3; }
