@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // qfftf-plan: how the library solves a problem, or why it refuses it.
+#include "interface/level.h"
 #include "interface/plan_call.h"
 #include "planner/plan_tree.h"
 #include "tools/call_words.h"
@@ -17,8 +18,10 @@ namespace {
 constexpr char usage[] =
     "usage: qfftf-plan [--line] PROBLEM...\n"
     "Shows the tree of solvers that takes each problem: under each subproblem the solver, the function that it runs,\n"
-    "the radices of its stages and its storage in bytes. With --line a tree is one line. For a problem that is\n"
-    "refused, says which documented demand it fails.\n"
+    "the radices of its stages and its storage in bytes. The first line tells at which level of processors the "
+    "library\n"
+    "works. With --line a tree is one line, and there are no others. For a problem that is refused, says which\n"
+    "documented demand it fails.\n"
     "\n"
     "A problem is one argument, KIND SIZES [WORD ...]:\n"
     "    'c2c 1024'   'r2c 64x100 inplace'   'redft10/dht 32x32'   'c2c 100 batch=8 interleaved backward'\n"
@@ -91,7 +94,8 @@ int main(int argc, char** argv) {
             fputs(usage, stdout);
             return 0;
         }
-        ++problems;
+        if (++problems == 1 && !in_one_line)
+            printf("level %s: %s\n", level_at_work().name, level_at_work().description);
         try {
             all_planned &= show_words(argv[i], in_one_line);
         } catch (const std::exception& e) {
