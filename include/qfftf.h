@@ -1,6 +1,6 @@
 /* SPDX-License-Identifier: Apache-2.0 */
 /*
- * qfftf: single-precision discrete Fourier transforms for 64-bit Arm servers (SVE at 256 bits). For C99 and C++.
+ * qfftf: single-precision discrete Fourier transforms for 64-bit Arm machines. For C99 and C++.
  *
  * Make a plan for a problem, execute it as often as you like, destroy it:
  *

@@ -61,11 +61,14 @@ choose_preset() {
     esac
 }
 
-# Before anything runs natively: a clear sentence in place of an illegal instruction.
-check_processor() {
-    [ "$machine" = aarch64 ] || return 0
-    "${CC:-clang-19}" -O1 -o build/check_processor scripts/check_processor.c
-    build/check_processor || fail "this machine cannot run the library"
+# The highest level of the library (interface/level.h) that this Arm machine has: unit tests link its inner library.
+native_level() {
+    local features
+    features=" $(sed -n '/^Features/{s/.*: *//p;q}' /proc/cpuinfo) "
+    case $features in
+        *" fcma "*) [ "$(cat /proc/sys/abi/sve_default_vector_length 2>/dev/null)" = 32 ] && echo sve || echo fcma ;;
+        *) echo neon ;;
+    esac
 }
 
 # --- packages ---------------------------------------------------------------------------------------------------
@@ -175,7 +178,9 @@ use_ccache() {
 configure() {
     need_build_folder
     use_ccache
-    cmake --preset "$@" >build/configure.log 2>&1 || { cat build/configure.log >&2; fail "CMake could not configure"; }
+    local level=()
+    [ "$machine-$1" != "aarch64-$native_preset" ] || level=(-D "QFFTF_TEST_LEVEL=$(native_level)")
+    cmake --preset "$@" "${level[@]}" >build/configure.log 2>&1 || { cat build/configure.log >&2; fail "CMake could not configure"; }
 }
 
 # compile PRESET [TARGET...]: every finished object is a line "[done/all, seconds] ...".
@@ -209,9 +214,12 @@ configure_example() {
         >build/configure.log 2>&1 || { cat build/configure.log >&2; fail "CMake could not configure the example $1"; }
 }
 
-# run_arm PROGRAM [ARG...]: natively, or under the emulator with SVE registers of 256 bits.
+# The emulated processor, in the emulator's words; by default one with SVE registers of 256 bits.
+emulated_processor=${QFFTF_PROCESSOR:-max,sve-default-vector-length=32}
+
+# run_arm PROGRAM [ARG...]: natively, or under the emulator.
 run_arm() {
-    if [ "$machine" = aarch64 ]; then "$@"; else qemu-aarch64 -cpu max,sve-default-vector-length=32 "$@"; fi
+    if [ "$machine" = aarch64 ]; then "$@"; else qemu-aarch64 -cpu "$emulated_processor" "$@"; fi
 }
 
 # unpack_package NAME FOLDER: a Debian package's files in FOLDER/NAME, without installing it.
