@@ -8,7 +8,6 @@ script_file=$(realpath "$0")
 script_name=$(basename "$0")
 root=$(dirname "$(dirname "$(realpath "${BASH_SOURCE[0]}")")")
 cd "$root"
-mkdir -p build
 
 # The preset of everything that is installed, shown and tested: "cross" is clang 19, "cross-gcc" is g++.
 cross_preset=${QFFTF_CROSS_PRESET:-cross}
@@ -24,12 +23,19 @@ fail() {
     exit 1
 }
 
+# make_build_folder: everything that a script writes goes there.
+make_build_folder() {
+    mkdir -p build 2>/dev/null && [ -w build ] ||
+        fail "$root/build cannot be written; the scripts put all that they make there"
+}
+
 # absolute PATH: a path that the user named, from where the user called.
 absolute() { (cd "$called_from" && realpath -m -- "$1"); }
 
 # step TEXT: begins the next of $steps_total steps. A script that runs within another shows that one's step before
 # its own, as in "[demo 1/3 > build 2/4, 12 s]".
 step() {
+    make_build_folder
     step_number=$((step_number + 1))
     echo "[${QFFTF_WITHIN:-}${script_name} ${step_number}/${steps_total}, ${SECONDS} s] $*"
 }
@@ -95,14 +101,21 @@ missing_packages() {
     done
 }
 
-# find_root: sets as_root to what must stand before a command that changes the system.
+# foreign_packages_first PACKAGE...: what has to be done before packages of a foreign architecture can be installed.
+foreign_packages_first() {
+    if grep -q ':arm64' <<<"$*" && ! grep -qx arm64 <<<"$(dpkg --print-foreign-architectures)"; then
+        echo "dpkg --add-architecture arm64 && apt-get update && "
+    fi
+}
+
+# find_root PACKAGE...: sets as_root to what must stand before a command that changes the system.
 find_root() {
     if [ "$(id -u)" = 0 ]; then
         as_root=""
     elif command -v sudo >/dev/null && { sudo -n true 2>/dev/null || [ -t 0 ]; }; then
         as_root=sudo
     else
-        fail "packages are missing, and installing them needs root or sudo; as root: apt-get install" $*
+        fail "packages are missing, and installing them needs root or sudo; as root: $(foreign_packages_first "$@")apt-get install" $*
     fi
 }
 
@@ -128,6 +141,7 @@ install_missing() {
     local missing
     missing=$(missing_packages "$@")
     [ -n "$missing" ] || return 0
+    make_build_folder
     find_root $missing
     echo "  installing" $missing
     if grep -q ':arm64' <<<"$missing" && ! grep -qx arm64 <<<"$(dpkg --print-foreign-architectures)"; then
