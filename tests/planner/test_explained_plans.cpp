@@ -272,6 +272,13 @@ TEST(ExplainedPlans, EveryProblemOfTheUsageText) {
     }
 }
 
+TEST(ExplainedPlans, TheLegendShowsATree) {
+    const explained_plan p = explain("c2c 1024");
+    ASSERT_TRUE(p.plan);
+    const std::string tree = plan_tree_text(*p.plan), solver = tree.substr(tree.find('\n') + 5);
+    EXPECT_NE(std::string(plan_legend).find("        " + solver), std::string::npos) << solver;
+}
+
 TEST(ExplainedPlans, RandomCallsBesideTheInterface) {
     qsl_fftf_plan_with_nthreads(1);
     std::set<std::string> reasons;
