@@ -21,12 +21,10 @@ install(DIRECTORY docs/user/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/user COMPONENT 
 install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
 
 # All that has to be built before "cmake --install"; "all" also builds the tests.
-add_custom_target(installable DEPENDS qfftf qfftf_plan)
-foreach(target qfftf_info qfftf_static)
-  if(TARGET ${target})
-    add_dependencies(installable ${target})
-  endif()
-endforeach()
+add_custom_target(installable DEPENDS qfftf qfftf_plan qfftf_info)
+if(TARGET qfftf_static)
+  add_dependencies(installable qfftf_static)
+endif()
 add_custom_target(uninstall COMMAND ${CMAKE_COMMAND} -D BUILD=${PROJECT_BINARY_DIR}
                                     -P ${CMAKE_CURRENT_LIST_DIR}/uninstall.cmake VERBATIM)
 

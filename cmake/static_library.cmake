@@ -7,7 +7,7 @@ endif()
 set(static_dir ${PROJECT_BINARY_DIR}/static)
 set(whole ${static_dir}/qfftf.o)
 file(GENERATE OUTPUT ${static_dir}/objects.txt CONTENT
-     "$<JOIN:$<TARGET_OBJECTS:qfftf_objects>;${qfftf_kernel_objects};${qfftf_level_objects},\n>\n")
+     "$<JOIN:$<TARGET_OBJECTS:qfftf_objects>;${qfftf_level_objects},\n>\n")
 
 file(STRINGS ${export_map} documented_names REGEX "^ +[A-Za-z_0-9]+;")
 string(REGEX MATCHALL "[A-Za-z_0-9]+" documented_names "${documented_names}")
@@ -22,7 +22,7 @@ endif()
 add_custom_command(OUTPUT ${whole}
   COMMAND ${CMAKE_C_COMPILER} ${linker} -r -nostdlib -o ${whole} @${static_dir}/objects.txt
   COMMAND ${CMAKE_OBJCOPY} --keep-global-symbols=${static_dir}/names.txt ${whole}
-  DEPENDS ${static_dir}/objects.txt ${static_dir}/names.txt $<TARGET_OBJECTS:qfftf_objects> ${qfftf_kernel_objects}
+  DEPENDS ${static_dir}/objects.txt ${static_dir}/names.txt $<TARGET_OBJECTS:qfftf_objects>
           ${qfftf_level_objects} COMMENT "Linking the static library into one object" VERBATIM)
 add_library(qfftf_static STATIC EXCLUDE_FROM_ALL ${whole})
 add_library(qfftf::qfftf_static ALIAS qfftf_static)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interface/plan_call.h"
 
+#include "interface/level.h"
 #include "planner/solver.h"
 #include "threads/threads.h"
 
@@ -46,11 +47,12 @@ fft_plan* finish_plan_call(fft_plan* record) {
     if (!record) return nullptr;
     cut_single_strides(record->dims, record->rank);
     cut_single_strides(record->howmany, record->howmany_rank);
-    if (!layout_is_addressable(*record) || plan_problem(&record) != accepted) {
+    const inner_library& inner = level_at_work();
+    if (!layout_is_addressable(*record) || inner.plan_problem(&record) != accepted) {
         fft_plan_free(record);
         return nullptr;
     }
-    plan_finish(record);
+    inner.plan_finish(record);
     return record;
 }
 

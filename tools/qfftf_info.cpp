@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// qfftf-info: what machine this is, whether the library can run here, which version it is and how it will use threads.
-// Compiled for any Armv8 processor; the check stands ahead of everything that the library does at load.
+// qfftf-info: what machine this is, at which level the library works here, which version it is and how it will use
+// threads.
 #include "bench/near_word.h"
 #include "include/qfftf.h"
+#include "interface/level.h"
 #include "threads/threads.h"
-#include "tools/processor.h"
 
 #include <sys/utsname.h>
 #include <unistd.h>
@@ -15,6 +15,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -72,6 +73,9 @@ void flag_unknown_values() {
     constexpr std::string_view teams[] = {"OMP", "TARN"}, places[] = {"SPREAD", "CLOSE", "NO"};
     flag_unknown_value("QSL_FFT_THREAD_TYPE", teams, true);
     flag_unknown_value("QSL_FFT_AFFINITY", places, false);
+    std::vector<std::string_view> levels;
+    for (const inner_library* const* level = inner_libraries; *level; ++level) levels.emplace_back((*level)->name);
+    flag_unknown_value("QSL_FFT_LEVEL", levels, true);
 }
 
 constexpr char usage[] =
@@ -87,16 +91,15 @@ void show_machine() {
     show("machine", first_line("/sys/firmware/devicetree/base/model"));
     show("system", std::string(system.sysname) + " " + system.release + " " + system.machine);
     show("processors", std::to_string(sysconf(_SC_NPROCESSORS_ONLN)));
+#ifdef __aarch64__
     const int bytes = sve_register_bytes();
     show("SVE", bytes ? std::to_string(8 * bytes) + " bits" : "none");
+#endif
 }
 
-// Ahead of the library's constructor, which is compiled for the full instruction set.
-[[gnu::constructor(101)]] void check_machine() {
-    if (processor_is_supported()) return;
-    puts("The library cannot run here.");
-    fflush(stdout);
-    _exit(1);
+std::string level_text() {
+    const inner_library& level = level_at_work();
+    return std::string(level.name) + ", " + level.description + " (" + environment_text("QSL_FFT_LEVEL") + ")";
 }
 
 }  // namespace
@@ -113,6 +116,7 @@ int main(int argc, char** argv) {
     show_machine();
     show("package", "qfftf " QFFTF_VERSION);
     show("version", std::string(version.module_name) + " " + version.module_version + ", " + qsl_fftf_version);
+    show("level", level_text());
     show("threads", backend_text() + " (" + environment_text("QSL_FFT_THREAD_TYPE") + ")");
     show("placement", placement_text() + " (" + environment_text("QSL_FFT_AFFINITY") + ")");
     flag_unknown_values();
