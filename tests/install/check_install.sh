@@ -58,6 +58,11 @@ echo "--- the tools"
 expect_same "what qfftf-info says at its end" "The library can run here." "$($EMULATOR prefix/bin/qfftf-info | tail -n 1)"
 $EMULATOR prefix/bin/qfftf-plan "c2c 1024" || fail "qfftf-plan"
 
+echo "--- a program by a plain compiler command"
+$C -o by_hand "$SOURCE/tests/install/consumer/plain.c" -Iprefix/include -Lprefix/lib -lqfftf -lm
+if [ -n "$EMULATOR" ]; then $EMULATOR -E LD_LIBRARY_PATH=prefix/lib ./by_hand; else LD_LIBRARY_PATH=prefix/lib ./by_hand; fi ||
+    fail "plain.c, built by a plain compiler command"
+
 echo "--- programs, by pkg-config"
 export PKG_CONFIG_LIBDIR=$work/prefix/lib/pkgconfig
 flags="$(pkg-config --cflags --libs qfftf) -Wl,-rpath,$(pkg-config --variable=libdir qfftf)"
