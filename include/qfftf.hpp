@@ -12,7 +12,7 @@
 
 #if __cplusplus < 202002L
 #error "qfftf.hpp needs C++20 (-std=c++20); older C++ programs include qfftf.h"
-#endif
+#else
 
 #include <qfftf.h>
 
@@ -292,4 +292,5 @@ inline void set_threads(int n) { qsl_fftf_plan_with_nthreads(n); }
 
 }  // namespace qfftf
 
-#endif
+#endif  // C++20
+#endif  // QFFTF_HPP

@@ -23,12 +23,19 @@ fail() {
     exit 1
 }
 
+# make_build_folder: everything that a script writes goes there.
+make_build_folder() {
+    mkdir -p build 2>/dev/null && [ -w build ] ||
+        fail "$root/build cannot be written; the scripts put all that they make there"
+}
+
 # absolute PATH: a path that the user named, from where the user called.
 absolute() { (cd "$called_from" && realpath -m -- "$1"); }
 
 # step TEXT: begins the next of $steps_total steps. A script that runs within another shows that one's step before
 # its own, as in "[demo 1/3 > build 2/4, 12 s]".
 step() {
+    make_build_folder
     step_number=$((step_number + 1))
     echo "[${QFFTF_WITHIN:-}${script_name} ${step_number}/${steps_total}, ${SECONDS} s] $*"
 }
@@ -147,6 +154,7 @@ install_missing() {
     local missing
     missing=$(missing_packages "$@")
     [ -n "$missing" ] || return 0
+    make_build_folder
     find_root $missing
     echo "  installing" $missing
     if needs_foreign_architecture $missing; then
