@@ -260,8 +260,8 @@ inline std::span<float> as_floats(std::span<complex> array) {
     return {reinterpret_cast<float*>(array.data()), 2 * array.size()};
 }
 
-// A plan for every thread that asks, each made by its thread: for programs in which several threads transform at once
-// and make plans too, where sharing one plan isn't allowed.
+// A plan for every thread that asks, each made by its thread. Threads may share one plan; with plans of their own none
+// of their executions allocates.
 template <class Plan>
 class per_thread {
 public:

@@ -17,6 +17,7 @@ int walk_by_rules(fft_plan* plan) {
         fft_plan_clear(plan);  // ahead of row 0 as well: the record may have been planned before
         if (row.solve(plan) == accepted) {
             plan->solver_name = row.name;
+            settle_storage(plan);
             return accepted;
         }
     }
