@@ -35,7 +35,7 @@ def group(title: str) -> tuple[str, str | None]:
 
 def opened(title: str, details: str) -> str:
     name, example = group(title)
-    shown = f"\n\n\\par Example\n\\include{{lineno}} {example}" if example else ""
+    shown = f"\n\n\\par Example\n\\include {example}" if example else ""
     return f"/** \\defgroup {name} {title}\n{details}{shown}\n*/\n/** \\addtogroup {name}\n@{{ */\n"
 
 
@@ -80,6 +80,13 @@ def fortran(text: str) -> str:
     return result
 
 
+def reference_list() -> str:
+    """The last section of the first page: where the reference begins."""
+    calls = [f"- @ref {group(title)[0]}" for title in SECTION.findall((ROOT / "include/qfftf.h").read_text())]
+    return "\n## Reference\n\nThe calls of C, by groups:\n\n" + "\n".join(calls) + \
+        "\n\nFor C++: @ref qfftf \"namespace qfftf\". For Fortran: [the module](include/qfftf.f90).\n"
+
+
 def page(text: str, file: pathlib.Path) -> str:
     """Links: to a heading become links to its page; to files that are no page, their name alone."""
     def link(match: re.Match) -> str:
@@ -94,6 +101,8 @@ def page(text: str, file: pathlib.Path) -> str:
     text = re.sub(r"<!--.*?-->\n?", "", text, flags=re.DOTALL)
     text = re.sub(r"(?<!!)\[([^][]+)\]\((?!https?:)([^)\s]+)\)", link, text)
     text = re.sub(r"!\[([^\]]*)\]\((?:[^)\s]*/)?([^)/\s]+)\)", r"![](\2)", text)
+    if file.samefile(ROOT / "docs/user/README.md"):
+        text += reference_list()
     return re.sub(r"^```(\w+)$", lambda m: "```{." + {"sh": "sh", "text": "txt"}.get(m[1], m[1]) + "}", text, flags=re.MULTILINE)
 
 
