@@ -25,6 +25,7 @@ GROUPS = {  # sections of the header: name of the group (and of its man page), a
     "Version": ("qfftf_version", None),
     "Lengths": ("qfftf_lengths", None),
 }
+CLASSES = {"plan": "11_plans_as_values.cpp", "per_thread": "12_one_plan_per_thread.cpp"}
 LEADING = re.compile(r"/\* ((?:(?!\*/).)*?) \*/\n(?=\n|#define)", re.DOTALL)  # a comment on the whole section
 PROTOTYPE = re.compile(r"^QFFTF_API[^;]*?(\w+)\([^;]*\);\n", re.MULTILINE)
 
@@ -67,7 +68,11 @@ def header(text: str) -> str:
 
 def cxx(text: str) -> str:
     text = re.sub(r"^.*\n// ", "/// \\\\file\n/// ", text, count=1)
-    return re.sub(r"^( *)// ?", r"\1/// ", text.replace("/// \\file", "//! \\file"), flags=re.MULTILINE)
+    text = re.sub(r"^( *)// ?", r"\1/// ", text.replace("/// \\file", "//! \\file"), flags=re.MULTILINE)
+    for name, example in CLASSES.items():
+        text = re.sub(rf"(?=^template <class \w+(?:, class \w+)?>\nclass {name} \{{)",
+                      rf"///\n/// \\par Example\n/// \\include {example}\n", text, flags=re.MULTILINE)
+    return text
 
 
 def fortran(text: str) -> str:
@@ -77,14 +82,15 @@ def fortran(text: str) -> str:
     pieces = re.split(r"^        ! (.*?)\.?\n", module, flags=re.MULTILINE)
     for title, body in zip(["Constants and types"] + pieces[1::2], pieces[0::2]):
         result += f"\n## {title}\n\n```{{.f90}}\n{body.rstrip()}\n```\n"
-    return result
+    example = (ROOT / "examples/13_fortran.f90").read_text().split("\n", 1)[1]
+    return result + f"\n## Example\n\n```{{.f90}}\n{example}```\n"
 
 
 def reference_list() -> str:
     """The last section of the first page: where the reference begins."""
     calls = [f"- @ref {group(title)[0]}" for title in SECTION.findall((ROOT / "include/qfftf.h").read_text())]
     return "\n## Reference\n\nThe calls of C, by groups:\n\n" + "\n".join(calls) + \
-        "\n\nFor C++: @ref qfftf \"namespace qfftf\". For Fortran: [the module](include/qfftf.f90).\n"
+        "\n\nConstants and kinds: @ref qfftf.h. For C++: @ref qfftf \"namespace qfftf\". For Fortran: [the module](include/qfftf.f90).\n"
 
 
 def page(text: str, file: pathlib.Path) -> str:
