@@ -317,8 +317,8 @@ QFFTF_API void qsl_fftf_free(void* pointer);
 /* Prepares the team; returns 1. Optional, but for the tarn library, whose executor groups it makes room for. */
 QFFTF_API int qsl_fftf_init_threads(void);
 
-/* Ends the threads that the library keeps. No plan may be executing. Plans stay valid; those with several threads run
- * again after qsl_fftf_init_threads or qsl_fftf_plan_with_nthreads. */
+/* Ends the threads that the library keeps. No plan may be executing. Plans stay valid: the next execution of one with
+ * several threads makes new threads (under the tarn library after qsl_fftf_init_threads). */
 QFFTF_API void qsl_fftf_cleanup_threads(void);
 
 /* Sets how many threads the plans made from now on use, whichever thread makes them: n is cut to 1 to 512. Finished
@@ -351,7 +351,7 @@ typedef struct qfft_version {
 /* Fills the record with zero-terminated texts (bytes behind a terminator are left alone) and returns 1; 0 for null. */
 QFFTF_API int QFFTGetVersion(qfft_version* record);
 
-/* The version of the transforms, as zero-terminated text. */
+/* qsl_fftf_version: the version of the transforms, as zero-terminated text. */
 QFFTF_API extern const char qsl_fftf_version[50];
 
 /* ---- Lengths ----------------------------------------------------------------------------------------------------- */

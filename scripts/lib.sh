@@ -91,10 +91,10 @@ run_packages() {
 }
 
 fortran_package() { [ "$machine" = aarch64 ] && echo gfortran || echo gfortran-aarch64-linux-gnu; }
-# The last row is what the documents' programs on other libraries need.
+# The last row is what the documents need: their programs on other libraries, the gallery, the manual.
 test_packages() {
     echo libclang-rt-19-dev llvm-19 pkgconf python3 $(fortran_package)
-    echo libc6-dev libfftw3-dev libkissfft-dev python3-numpy $(demo_packages)
+    echo libc6-dev libfftw3-dev libkissfft-dev python3-numpy $(demo_packages) $(docs_packages)
 }
 demo_packages() { echo pkgconf gnuplot-nox "libsndfile1-dev$foreign" "libpng-dev$foreign"; }
 docs_packages() { echo doxygen mandoc python3; }
