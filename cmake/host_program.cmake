@@ -17,7 +17,8 @@ function(host_program name)
   file(MAKE_DIRECTORY ${dir})
   set(objects "")
   foreach(source IN LISTS ARGN)
-    get_filename_component(stem ${source} NAME_WE)
+    cmake_path(RELATIVE_PATH source BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} OUTPUT_VARIABLE stem)
+    string(REGEX REPLACE "[./]" "_" stem ${stem})  # one folder holds the objects of all
     set(object ${dir}/${stem}.o)
     add_custom_command(OUTPUT ${object}
       COMMAND ${CMAKE_CXX_COMPILER_LAUNCHER} ${HOST_CXX} -std=c++20 -O1 -Wall -Wextra -I${PROJECT_SOURCE_DIR}

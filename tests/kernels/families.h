@@ -3,7 +3,7 @@
 #pragma once
 #include <vector>
 
-#include "kernels/generator/forms.h"
+#include "kernels/generator/forms/forms.h"
 
 template <class Choice>
 std::vector<int> families_where(const Choice& choice) {

@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "kernels/generator/body.h"
-#include "kernels/generator/loops.h"
+#include "kernels/generator/bodies/body.h"
+#include "kernels/generator/emit/kernel.h"
 
 inline bool is_turned_product(generator::op what) {
     return what == generator::op::fma_i || what == generator::op::fms_i;

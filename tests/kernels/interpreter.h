@@ -7,7 +7,7 @@
 #include <functional>
 #include <map>
 
-#include "kernels/generator/body.h"
+#include "kernels/generator/bodies/body.h"
 
 using number = std::complex<double>;
 

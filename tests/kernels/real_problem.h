@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "kernels/generator/forms.h"
+#include "kernels/generator/forms/forms.h"
 #include "kernels/registry.h"
 #include "placed_array.h"
 

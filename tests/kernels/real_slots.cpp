@@ -2,9 +2,9 @@
 #include "real_slots.h"
 
 #include "graph_checks.h"
-#include "kernels/generator/quarter_body.h"
-#include "kernels/generator/real_body.h"
-#include "kernels/generator/rows_body.h"
+#include "kernels/generator/bodies/quarter_body.h"
+#include "kernels/generator/bodies/real_body.h"
+#include "kernels/generator/bodies/rows_body.h"
 
 namespace {
 

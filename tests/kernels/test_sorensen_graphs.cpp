@@ -10,7 +10,7 @@
 #include "families.h"
 #include "graph_checks.h"
 #include "interpreter.h"
-#include "kernels/generator/hermitian_body.h"
+#include "kernels/generator/bodies/hermitian_body.h"
 #include "tests/support/reference_sorensen.h"
 #include "tests/support/signals.h"
 

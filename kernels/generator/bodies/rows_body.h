@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+// Four rows of real data in the lanes of vectors, for layouts that lie well in memory. Other layouts have
+// make_real_body.
+#pragma once
+#include "kernels/generator/bodies/body.h"
+#include "kernels/generator/forms/forms.h"
+
+namespace generator {
+
+enum class rows_layout {
+    side_by_side,    // adjacent rows on both sides, coefficients as pairs
+    pairs_in_a_row,  // each row as it lies, coefficients as pairs: four columns are loaded at a time and transposed
+    half_complex_in_a_row  // likewise, half-complex
+};
+
+// What a load or a store moves.
+enum class rows_part {
+    elements,        // element `first` of four adjacent rows
+    coefficients,    // coefficient `first` of two adjacent rows: of rows 0 and 1, or with `row` 2 of 2 and 3
+    adjacent_reals,  // the real part of coefficient `first` of four adjacent rows
+    block,           // of the sequence: four floats of `row`, from float `first` on
+    spectrum_block,  // of the spectrum
+    spectrum_three,  // three floats
+    spectrum_one,    // float `first` of all four rows
+};
+
+struct rows_slot {
+    rows_part part;
+    int first, row;
+    int pack() const { return (int(part) * 256 + first) * 4 + row; }
+    static rows_slot unpack(int slot) { return {rows_part(slot / 1024), slot / 4 % 256, slot % 4}; }
+};
+
+body make_rows_body(const form& f, int size, rows_layout layout);
+
+}  // namespace generator

@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kernels/generator/emit/tables.h"
+
+#include <cstdio>
+
+#include "kernels/generator/emit/kernel.h"
+#include "kernels/generator/graph/pool.h"
+#include "kernels/generator/loops/real_loops.h"
+#include "kernels/generator/loops/sorensen_loops.h"
+#include "kernels/generator/loops/sorensen_real_rows.h"
+
+namespace generator {
+
+namespace {
+
+constexpr int table_slots = 64, long_table_slots = 128;
+constexpr int signs[] = {-1, 1};
+
+const char* direction(int sign) { return sign < 0 ? "fwd" : "bwd"; }
+
+std::string pool_name(int size, int sign) {
+    return std::string("pool_") + direction(sign) + (size < 10 ? "_n0" : "_n") + std::to_string(size);
+}
+
+int slots(const form& f) { return is_real(f) || f.sizes.back() > table_slots ? long_table_slots : table_slots; }
+
+std::vector<named_pool> pools_of(const form& f, int size) {
+    if (is_real(f)) return real_pools(f, size);
+    if (is_sorensen(f)) return sorensen_pools(f, size);
+    return {};
+}
+
+const char* pointer_type(const form& f) {
+    if (is_real(f)) return f.loop == shape::cosine_rows ? "redft00_kernel" : "real_kernel";
+    if (is_sorensen(f)) return "sorensen_kernel";
+    switch (f.loop) {
+        case shape::direct:
+            return f.data == layout::contig ? "direct_contig_kernel" : "direct_strided_kernel";
+        case shape::many:
+            return "many_kernel";
+        case shape::assemble:
+            return "many_assemble_kernel";
+        case shape::rows:
+            return "many_rows_kernel";
+        default:
+            return "stage_kernel";
+    }
+}
+
+std::string double_text(long double v) {
+    char s[40];
+    std::snprintf(s, sizeof s, "%.17g", double(v));
+    return s;
+}
+
+std::string table_declaration(const form& f, int sign) {
+    return std::string("extern const ") + pointer_type(f) + " " + f.name + "_" + direction(sign) + "[" +
+           std::to_string(slots(f)) + "]";
+}
+
+// Enough digits for the float nearest to the exact number to be read back.
+std::string float_text(long double v) {
+    char s[40];
+    std::snprintf(s, sizeof s, "%.9gf", double(float(v)));
+    std::string t = s;
+    if (t.find_first_of(".e") == std::string::npos) t.insert(t.size() - 1, ".0");
+    return t;
+}
+
+constexpr const char* head =
+    "// Written by kernels/generator.\n#pragma once\n#include \"kernels/kernel_types.h\"\n"
+    "#include \"kernels/real_kernels.h\"\n#pragma GCC visibility push(hidden)\n";
+
+std::string array_of(const named_pool& p) { return (p.in_double ? "double " : "float ") + p.name + "[]"; }
+
+// Numbers of real kernels, in whole vectors.
+std::string pool_text(const named_pool& p) {
+    std::string s = "\nalignas(16) const " + array_of(p) + " = {\n";
+    for (const pool_entry& e : p.numbers.entries())
+        for (long double v : e.value) s += "    " + (p.in_double ? double_text(v) : float_text(v)) + ",\n";
+    if (p.numbers.entries().size() % 2) s += "    0, 0,  // pairs are loaded by twos\n";
+    for (const pool::lane_numbers& k : p.numbers.lanes()) {
+        s += "   ";
+        for (long double v : k) s += " " + (p.in_double ? double_text(v) : float_text(v)) + ",";
+        s += "\n";
+    }
+    return s + "};\n";
+}
+
+}  // namespace
+
+std::string declarations_text() {
+    std::string s = head;
+    for (int size = 2; size <= long_table_slots; ++size)
+        for (int sign : signs)
+            if (!pool(size, sign).entries().empty()) s += "extern const float " + pool_name(size, sign) + "[];\n";
+    for (const form& f : forms())
+        for (int size : f.sizes) {
+            for (const named_pool& p : pools_of(f, size)) s += "extern const " + array_of(p) + ";\n";
+            for (int sign : signs)
+                if (has_direction(f, sign)) s += "void " + kernel_name(f, size, sign) + kernel_parameters(f) + ";\n";
+        }
+    return s + "#pragma GCC visibility pop\n";
+}
+
+std::string tables_header_text() {
+    std::string s = head;
+    for (const form& f : forms())
+        for (int sign : signs)
+            if (has_direction(f, sign)) s += table_declaration(f, sign) + ";\n";
+    return s + "#pragma GCC visibility pop\n";
+}
+
+std::string tables_text() {
+    std::string s =
+        "// Written by kernels/generator. Slot s - 1 holds the kernel of size s.\n"
+        "#include \"tables.h\"\n#include \"declarations.h\"\n";
+    for (const form& f : forms())
+        for (int sign : signs) {
+            if (!has_direction(f, sign)) continue;
+            s += "\n" + table_declaration(f, sign) + " = {\n";
+            size_t next = 0;
+            for (int size = 1; size <= slots(f); ++size) {
+                const bool has = next < f.sizes.size() && f.sizes[next] == size;
+                s += "    " + (has ? kernel_name(f, size, sign) : "nullptr") + ",\n";
+                next += has;
+            }
+            s += "};\n";
+        }
+    return s;
+}
+
+namespace {
+
+std::string pool_registry_text() {
+    std::string s = "\nconst kernel_pool kernel_pools[] = {\n";
+    int count = 0;
+    for (int size = 2; size <= long_table_slots; ++size) {
+        const size_t pairs = pool(size, -1).entries().size();
+        if (pairs == 0) continue;
+        s += "    {" + std::to_string(size) + ", " + std::to_string(pairs) + ", {" + pool_name(size, -1) + ", " +
+             pool_name(size, +1) + "}},\n";
+        ++count;
+    }
+    return s + "};\nconst int kernel_pool_count = " + std::to_string(count) + ";\n";
+}
+
+}  // namespace
+
+std::string registry_text() {
+    std::string s =
+        "// Written by kernels/generator.\n#include \"kernels/registry.h\"\n\n#include \"declarations.h\"\n#include "
+        "\"tables.h\"\n\n"
+        "const kernel_family kernel_families[] = {\n";
+    const auto pointer = [](const form& f, int sign) {
+        if (!has_direction(f, sign)) return std::string("nullptr");
+        return std::string("reinterpret_cast<const any_kernel*>(") + f.name + "_" + direction(sign) + ")";
+    };
+    for (const form& f : forms())
+        s += std::string("    {\"") + f.name + "\", {" + pointer(f, -1) + ", " + pointer(f, 1) + "}},\n";
+    s += "};\nconst int kernel_family_count = " + std::to_string(forms().size()) + ";\n";
+    return s + pool_registry_text();
+}
+
+std::string pools_text() {
+    std::string s =
+        "// Written by kernels/generator. Pairs (cos, sin) of 2 pi k / n; sines negated in forward pools.\n"
+        "// In a unit of their own, so that kernels load them as vectors, not each number by itself.\n"
+        "#include \"declarations.h\"\n";
+    for (int size = 2; size <= long_table_slots; ++size)
+        for (int sign : signs) {
+            const pool p(size, sign);
+            if (p.entries().empty()) continue;
+            s += "\nalignas(16) const float " + pool_name(size, sign) + "[] = {\n";
+            for (const pool_entry& e : p.entries())
+                s += "    " + float_text(e.value[0]) + ", " + float_text(e.value[1]) + ",  // " + e.meaning + "\n";
+            if (p.entries().size() % 2) s += "    0, 0,  // pairs are loaded by twos\n";
+            s += "};\n";
+        }
+    for (const form& f : forms())
+        for (int size : f.sizes)
+            for (const named_pool& p : pools_of(f, size)) s += pool_text(p);
+    return s;
+}
+
+}  // namespace generator

@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: Apache-2.0
+// The arithmetic of one kernel body as a graph of operations on vectors. Nodes are numbered in the order in which
+// they were first asked for; an equal operation on equal operands is one node. A vector holds complex numbers for the
+// complex families and plain numbers for the real ones: the operations with _i exist for complex vectors only.
+#pragma once
+#include <map>
+#include <vector>
+
+#include "kernels/generator/graph/pool.h"
+
+namespace generator {
+
+enum class op {
+    load,         // input `slot`
+    twiddle,      // twiddle `slot`, from the table of the stage
+    mul,          // a b, complex
+    add,          // a + b
+    sub,          // a - b
+    add_i,        // a + i b
+    sub_i,        // a - i b
+    scale,        // k a
+    fma,          // a + k b
+    fms,          // a - k b
+    fma_i,        // a + i k b
+    fms_i,        // a - i k b
+    twice_minus,  // 2 a - b
+    neg,          // -a
+    reload,       // a again, from memory, where it was put when it was computed: a register of its own
+    zip_lo,       // lanes of a and b in turn, from their lower halves
+    zip_hi,       // from their upper halves
+    store,        // a to output `slot`
+
+    // Exchanges of the four lanes of real vectors.
+    interleave_lo,  // a0 b0 a1 b1
+    interleave_hi,  // a2 b2 a3 b3
+    evens,          // a0 a2 b0 b2
+    odds,           // a1 a3 b1 b3
+    swap_halves,    // a2 a3 a0 a1
+    swap_pairs,     // a1 a0 a3 a2
+};
+
+constexpr int none = -1;
+
+struct node {
+    op what;
+    int a = none, b = none;
+    int slot = none;
+    constant k{};
+    bool into_b = false;  // the result takes b's register, not a's
+    auto key() const { return std::tuple(int(what), a, b, slot, k.entry, k.lane, k.everywhere, k.twice); }
+};
+
+class dag {
+public:
+    // On a machine that overwrites, multiply-adds and rotated additions have no free result register: one of the
+    // operands gives its own, and whoever still needs that operand pays for a copy.
+    dag(pool constants, bool overwrites) : pool_(std::move(constants)), overwrites_(overwrites) {}
+
+    bool overwrites() const { return overwrites_; }
+
+    int load(int slot) { return intern({op::load, none, none, slot}); }
+    int twiddle(int slot) { return intern({op::twiddle, none, none, slot}); }
+    void store(int slot, int a) { intern({op::store, a, none, slot}); }
+    int binary(op what, int a, int b) { return intern({what, a, b}); }
+    int scale(int a, constant k) { return intern({op::scale, a, none, none, k}); }
+    int reload(int a) { return intern({op::reload, a, none, int(nodes_.size())}); }
+    int fused(op what, int a, int b, constant k) { return intern({what, a, b, none, k}); }
+
+    // a + b, a - b, a + i b, a - i b (turned by 0, 2, 1 and 3 quarters), taking a scaled b into a fused operation.
+    int sum(int a, int b, int quarters);
+
+    // Where b isn't needed behind a multiply-add in `order` but a is, the result takes b's register, so that a needn't
+    // be copied.
+    void choose_overwritten(const std::vector<int>& order);
+    // Where both are, the later users of a get it from memory: that spares the copy, and the pipes for memory have
+    // room.
+    void reload_overwritten(std::vector<int>& order);
+
+    const pool& constants() const { return pool_; }
+    pool& constants() { return pool_; }
+    const std::vector<node>& nodes() const { return nodes_; }
+
+private:
+    int intern(const node& n);
+
+    pool pool_;
+    bool overwrites_;
+    std::vector<node> nodes_;
+    std::map<std::tuple<int, int, int, int, int, int, bool, bool>, int> known_;
+};
+
+}  // namespace generator

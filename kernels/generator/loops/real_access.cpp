@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kernels/generator/loops/real_access.h"
+
+#include "kernels/generator/bodies/quarter_body.h"
+#include "kernels/generator/bodies/rows_body.h"
+
+namespace generator {
+
+namespace {
+
+constexpr int lanes = 4;
+
+std::string number(int i) { return std::to_string(i); }
+
+// The places of element j and of a number of the spectrum, by the offsets in the tables.
+std::string element(int j) { return "a" + number(j % 2) + " + s0[" + number(j / 2) + "]"; }
+std::string coefficient_part(int slot) { return (slot % 2 ? "b1 + s2[" : "b0 + s1[") + number(slot / 2) + "]"; }
+
+bool is_reversed(quarter_part part) { return part == quarter_part::reversed || part == quarter_part::two_reversed; }
+
+int numbers_in(quarter_part part) {
+    if (part == quarter_part::one) return 1;
+    return part == quarter_part::two || part == quarter_part::two_reversed ? 2 : lanes;
+}
+
+}  // namespace
+
+// Single rows, or vectors of adjacent rows: the numbers of a row at the offsets of the tables.
+access row_access(const form& f) {
+    access a;
+    auto from = f.sign < 0 ? element : coefficient_part, to = f.sign < 0 ? coefficient_part : element;
+    if (f.loop == shape::cosine_rows) {
+        from = [](int j) { return "in + in_offsets[" + number(j) + "]"; };
+        to = [](int k) { return "out + out_offsets[" + number(k) + "]"; };
+    }
+    a.load = [from](int slot) { return "load(" + from(slot) + ")"; };
+    a.store = [to](int slot, std::string v) { return "store(" + to(slot) + ", " + v + ")"; };
+    return a;
+}
+
+// Rows in lanes at any distance apart.
+access apart_access(const form& f) {
+    const auto from = f.sign < 0 ? element : coefficient_part, to = f.sign < 0 ? coefficient_part : element;
+    access a;
+    a.load = [from](int slot) { return "load_apart(" + from(slot) + ", d0)"; };
+    a.store = [to](int slot, std::string v) { return "store_apart(" + to(slot) + ", d1, " + v + ")"; };
+    return a;
+}
+
+// Parts of one row in the lanes of a vector, at their offsets or, contiguous, as they lie.
+access quarter_access(row_layout layout, int size) {
+    const auto in_one_place = [=](quarter_part part) {
+        return layout == row_layout::pairs || (part == quarter_part::elements && layout != row_layout::offsets);
+    };
+    const auto places = [=](quarter_slot s) {
+        const bool elements = s.part == quarter_part::elements;
+        if (in_one_place(s.part)) {
+            // Rising numbers begin behind coefficient 0: a pair of vectors needs an even distance from its base.
+            if (s.part == quarter_part::numbers) return "b_rising + " + number(s.first - 2);
+            return (elements ? "a0 + " : "b0 + ") + number(s.first);
+        }
+        const auto place = [=](int slot) {
+            if (elements) return element(slot);
+            if (layout == row_layout::offsets) return coefficient_part(slot);
+            return "b0 + " + number(slot % 2 ? size - slot / 2 : slot / 2);
+        };
+        const int count = numbers_in(s.part);
+        std::string list;
+        for (int i = 0; i < count; ++i)
+            list += (i ? ", " : "") + place(s.first + (is_reversed(s.part) ? count - 1 - i : i));
+        return list;
+    };
+    const auto word = [=](std::string what, quarter_part part, const char* one, const char* two) {
+        if (part == quarter_part::one) what += one;
+        if (numbers_in(part) == 2) what += two;
+        return what + (is_reversed(part) && in_one_place(part) ? "_reversed(" : "(");
+    };
+    access a;
+    a.load = [=](int slot) {
+        const quarter_slot s = quarter_slot::unpack(slot);
+        return word("load", s.part, "_same", "_both") + places(s) + ")";
+    };
+    a.store = [=](int slot, std::string v) {
+        const quarter_slot s = quarter_slot::unpack(slot);
+        return word("store", s.part, "_lowest", "_low") + places(s) + ", " + v + ")";
+    };
+    return a;
+}
+
+// Four rows in lanes, in a layout that lies well.
+access rows_access(const form& f) {
+    const std::string d[] = {f.sign < 0 ? "d0" : "d1", f.sign < 0 ? "d1" : "d0"};
+    const auto place = [d](rows_slot s) {
+        const bool spectrum = s.part != rows_part::block;
+        switch (s.part) {
+            case rows_part::elements:
+                return element(s.first);
+            case rows_part::coefficients:
+                return coefficient_part(2 * s.first) + " + " + number(2 * s.row);
+            case rows_part::adjacent_reals:
+                return coefficient_part(2 * s.first) + ", 2";
+            case rows_part::spectrum_one:
+                return "b0 + " + number(s.first) + ", " + d[1];
+            default:
+                return (spectrum ? "b0 + " : "a0 + ") + number(s.row) + " * " + d[spectrum] + " + " + number(s.first);
+        }
+    };
+    const auto word = [](rows_part part) {
+        if (part == rows_part::adjacent_reals || part == rows_part::spectrum_one) return "_apart(";
+        return part == rows_part::spectrum_three ? "_three(" : "(";
+    };
+    access a;
+    a.load = [=](int slot) {
+        const rows_slot s = rows_slot::unpack(slot);
+        return std::string("load") + word(s.part) + place(s) + ")";
+    };
+    a.store = [=](int slot, std::string v) {
+        const rows_slot s = rows_slot::unpack(slot);
+        return std::string("store") + word(s.part) + place(s) + ", " + v + ")";
+    };
+    return a;
+}
+
+}  // namespace generator
