@@ -46,8 +46,6 @@ bool same_graph(const body& a, const body& b) {
                                             b.graph.nodes().end(), key_equal);
 }
 
-bool is_exchange(op what) { return what == op::zip_lo || what == op::zip_hi || what > op::store; }
-
 std::vector<int> slots_of(const body& b, op what) {
     std::vector<int> result;
     for (int n : b.order)
@@ -108,11 +106,10 @@ complaints in_place_complaints(const body& b) {
 }
 
 complaints copy_complaints(const body& b) {
-    constexpr op overwriting[] = {op::add_i, op::sub_i, op::fma, op::fms, op::fma_i, op::fms_i, op::twice_minus};
     complaints result;
     for (auto at_node = b.order.begin(); at_node != b.order.end(); ++at_node) {
         const node& v = b.graph.nodes()[*at_node];
-        if (std::find(std::begin(overwriting), std::end(overwriting), v.what) == std::end(overwriting)) continue;
+        if (!operation_of(v.what).overwrites) continue;
         const int given = v.into_b ? v.b : v.a;
         const auto wants = [&](int n) {
             const node& u = b.graph.nodes()[n];
@@ -131,8 +128,8 @@ complaints constant_complaints(const body& b) {
     const int pairs = int(b.graph.constants().entries().size());
     for (int n : b.order) {
         const node& v = b.graph.nodes()[n];
-        const bool turned = is_turned_product(v.what);
-        const bool takes = turned || v.what == op::scale || v.what == op::fma || v.what == op::fms;
+        const bool takes = constants_of(v.what) != constant_from::nowhere;
+        const bool turned = constants_of(v.what) == constant_from::odd_lane;
         if (takes != (v.k.entry != constant::none)) result.push_back("has or lacks a constant" + at(n, v));
         if (!takes || v.k == two || v.k == conjugating) continue;
         if (is_lanes(v.k)) {
@@ -172,23 +169,23 @@ int peak_of_live_values(const body& b) {
 }  // namespace
 
 operation_counts count_operations(const body& b) {
-    std::map<op, int> of;
-    int exchanges = 0;
+    std::map<op_class, int> of;
+    int twiddles = 0;
     for (int n : b.order) {
         const op what = b.graph.nodes()[n].what;
-        ++of[what];
-        exchanges += is_exchange(what);
+        ++of[operation_of(what).kind];
+        twiddles += what == op::twiddle;
     }
-    return {.loads = of[op::load],
-            .twiddles = of[op::twiddle],
-            .adds = of[op::add] + of[op::sub] + of[op::neg],
-            .turned = of[op::add_i] + of[op::sub_i],
-            .scales = of[op::scale],
-            .fused = of[op::fma] + of[op::fms] + of[op::twice_minus],
-            .turned_fused = of[op::fma_i] + of[op::fms_i],
-            .products = of[op::mul],
-            .exchanges = exchanges,
-            .stores = of[op::store],
+    return {.loads = of[op_class::input] - twiddles,
+            .twiddles = twiddles,
+            .adds = of[op_class::sum],
+            .turned = of[op_class::turned_sum],
+            .scales = of[op_class::scaled],
+            .fused = of[op_class::fused],
+            .turned_fused = of[op_class::turned_fused],
+            .products = of[op_class::product],
+            .exchanges = of[op_class::exchange],
+            .stores = of[op_class::output],
             .pool = int(b.graph.constants().entries().size() + b.graph.constants().lanes().size()),
             .peak = peak_of_live_values(b)};
 }

@@ -8,12 +8,8 @@
 #include "kernels/generator/bodies/body.h"
 #include "kernels/generator/emit/kernel.h"
 
-inline bool is_turned_product(generator::op what) {
-    return what == generator::op::fma_i || what == generator::op::fms_i;
-}
 bool same_graph(const generator::body& a, const generator::body& b);
 bool has(const generator::body& b, generator::op what);
-bool is_exchange(generator::op what);  // of lanes
 // The slots of all operations of a kind, in the printed order.
 std::vector<int> slots_of(const generator::body& b, generator::op what);
 

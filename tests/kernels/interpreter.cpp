@@ -124,7 +124,7 @@ private:
     double constant_of(const node& v, int lane) const {
         constant k = v.k;
         if (is_lanes(k)) return double(graph_.constants().lanes()[k.entry - first_lanes_entry][lane]);
-        if (is_turned_product(v.what) && !k.everywhere) k.lane = 1;
+        if (constants_of(v.what) == constant_from::odd_lane && !k.everywhere) k.lane = 1;
         return double(graph_.constants().value(k));
     }
 

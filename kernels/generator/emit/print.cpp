@@ -9,18 +9,9 @@ namespace generator {
 
 namespace {
 
-// The names of the operations, in the order of `op`.
-constexpr const char* words[] = {"load",          "twiddle",       "mul",    "add",    "sub",         "add_i",
-                                 "sub_i",         "scale",         "fma",    "fms",    "fma_i",       "fms_i",
-                                 "twice_minus",   "neg",           "reload", "zip_lo", "zip_hi",      "store",
-                                 "interleave_lo", "interleave_hi", "evens",  "odds",   "swap_halves", "swap_pairs"};
-
 std::string name(const dag& g, int n) {
     return (g.nodes()[n].what == op::twiddle ? "w" + std::to_string(g.nodes()[n].slot) : "t" + std::to_string(n));
 }
-
-bool takes_lane(op what) { return what == op::scale || what == op::fma || what == op::fms; }
-bool takes_rotated(op what) { return what == op::fma_i || what == op::fms_i; }
 
 // A constant that is loaded where it is used stays in its register for this many operations.
 constexpr int most_operations_apart = 64;
@@ -32,7 +23,7 @@ public:
     explicit constant_registers(const body& b) : body_(b) {
         for (int n : b.order) {
             const node& v = b.graph.nodes()[n];
-            if (takes_rotated(v.what) && !v.k.everywhere) pairs_.insert(v.k.entry);
+            if (constants_of(v.what) == constant_from::odd_lane && !v.k.everywhere) pairs_.insert(v.k.entry);
         }
         for (int n : b.order) use(b.graph.nodes()[n]);
     }
@@ -127,8 +118,8 @@ std::string expression(const dag& g, int n, const access& a, const constant_regi
     const node& v = g.nodes()[n];
     if (v.what == op::load) return a.load(v.slot);
     if (v.what == op::reload) return "reload(" + kept_place(v.a) + ")";
-    std::string s = words[int(v.what)];
-    if (takes_lane(v.what)) s += v.k.everywhere ? "_all" : "<" + std::to_string(constants.lane(v.k)) + ">";
+    std::string s = operation_of(v.what).word;
+    if (constants_of(v.what) == constant_from::any_lane) s += v.k.everywhere ? "_all" : "<" + std::to_string(constants.lane(v.k)) + ">";
     if (v.into_b) s += "_into_b";
     s += "(" + name(g, v.a);
     if (v.b != none) s += ", " + name(g, v.b);

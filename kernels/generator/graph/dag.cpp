@@ -6,25 +6,6 @@
 
 namespace generator {
 
-namespace {
-
-bool overwrites_operand(op what) {
-    switch (what) {
-        case op::add_i:
-        case op::sub_i:
-        case op::fma:
-        case op::fms:
-        case op::fma_i:
-        case op::fms_i:
-        case op::twice_minus:
-            return true;
-        default:
-            return false;
-    }
-}
-
-}  // namespace
-
 int dag::intern(const node& n) {
     const auto [it, fresh] = known_.try_emplace(n.key(), int(nodes_.size()));
     if (fresh) nodes_.push_back(n);
@@ -72,7 +53,7 @@ void dag::reload_overwritten(std::vector<int>& order) {
     if (!overwrites_) return;
     for (size_t at = 0; at < order.size(); ++at) {
         const node v = nodes_[order[at]];
-        if (!overwrites_operand(v.what) || v.into_b) continue;
+        if (!operation_of(v.what).overwrites || v.into_b) continue;
         const auto uses = [&](int n) {
             return nodes_[n].what != op::reload && (nodes_[n].a == v.a || nodes_[n].b == v.a);
         };

@@ -1,43 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 // The arithmetic of one kernel body as a graph of operations on vectors. Nodes are numbered in the order in which
-// they were first asked for; an equal operation on equal operands is one node. A vector holds complex numbers for the
-// complex families and plain numbers for the real ones: the operations with _i exist for complex vectors only.
+// they were first asked for; an equal operation on equal operands is one node.
 #pragma once
 #include <map>
 #include <vector>
 
+#include "kernels/generator/graph/operations.h"
 #include "kernels/generator/graph/pool.h"
 
 namespace generator {
-
-enum class op {
-    load,         // input `slot`
-    twiddle,      // twiddle `slot`, from the table of the stage
-    mul,          // a b, complex
-    add,          // a + b
-    sub,          // a - b
-    add_i,        // a + i b
-    sub_i,        // a - i b
-    scale,        // k a
-    fma,          // a + k b
-    fms,          // a - k b
-    fma_i,        // a + i k b
-    fms_i,        // a - i k b
-    twice_minus,  // 2 a - b
-    neg,          // -a
-    reload,       // a again, from memory, where it was put when it was computed: a register of its own
-    zip_lo,       // lanes of a and b in turn, from their lower halves
-    zip_hi,       // from their upper halves
-    store,        // a to output `slot`
-
-    // Exchanges of the four lanes of real vectors.
-    interleave_lo,  // a0 b0 a1 b1
-    interleave_hi,  // a2 b2 a3 b3
-    evens,          // a0 a2 b0 b2
-    odds,           // a1 a3 b1 b3
-    swap_halves,    // a2 a3 a0 a1
-    swap_pairs,     // a1 a0 a3 a2
-};
 
 constexpr int none = -1;
 

@@ -33,16 +33,11 @@ public:
     }
 
 private:
-    static bool waits(op what) {
-        return what == op::load || what == op::reload || what == op::twiddle || what == op::mul || what == op::zip_lo ||
-               what == op::zip_hi || what >= op::store;
-    }
+    static bool waits(op what) { return operation_of(what).time != op_time::as_recorded; }
 
     void mark_live() {
-        for (int n = 0; n < int(nodes_.size()); ++n) {
-            const op what = nodes_[n].what;
-            finishes_[n] = what == op::mul || what == op::zip_lo || what == op::zip_hi;
-        }
+        for (int n = 0; n < int(nodes_.size()); ++n)
+            finishes_[n] = operation_of(nodes_[n].what).time == op_time::when_ready;
         for (int n = int(nodes_.size()) - 1; n >= 0; --n) {
             const node& v = nodes_[n];
             if (v.what == op::store) {
