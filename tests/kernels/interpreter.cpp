@@ -123,9 +123,9 @@ private:
     // A rotated product reads the odd lanes of a pair, whatever lane the graph names.
     double constant_of(const node& v, int lane) const {
         constant k = v.k;
-        if (is_lanes(k)) return double(graph_.constants().lanes()[k.entry - first_lanes_entry][lane]);
+        if (is_lanes(k)) return double(graph_.constants().lanes()[k.entry - first_lanes_entry][lane].value());
         if (constants_of(v.what) == constant_from::odd_lane && !k.everywhere) k.lane = 1;
-        return double(graph_.constants().value(k));
+        return double(graph_.constants().value(k).value());
     }
 
     const dag& graph_;

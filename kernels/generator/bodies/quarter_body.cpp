@@ -15,7 +15,7 @@ namespace {
 
 constexpr int lanes = 4;
 using lane_numbers = pool::lane_numbers;
-constexpr lane_numbers conjugation = {1, -1, 1, -1};
+const lane_numbers conjugation = {1, -1, 1, -1};
 
 class recorder {
 public:
@@ -70,8 +70,8 @@ private:
     value times(lane_numbers k, value a) {
         const node v = g_.nodes()[a.n];
         const bool scaled = v.what == op::scale && !is_lanes(v.k);
-        const long double factor = (a.quarters == 2 ? -1 : 1) * (scaled ? g_.constants().value(v.k) : 1);
-        for (long double& x : k) x *= factor;
+        const exact factor = (a.quarters == 2 ? -1 : 1) * (scaled ? g_.constants().value(v.k) : exact(1));
+        for (exact& x : k) x = x * factor;
         return {&g_, g_.scale(scaled ? v.a : a.n, g_.constants().add_lanes(k))};
     }
 
@@ -79,9 +79,10 @@ private:
         lane_numbers c, s;
     };
     lane_roots roots(int k) const {
-        lane_roots r;
-        for (int j = 0; j < lanes; ++j) r.c[j] = cosine({j * k, n_}), r.s[j] = sine({j * k, n_});
-        return r;
+        const auto of_lanes = [&](exact (*part)(turn)) -> lane_numbers {
+            return {part({0, n_}), part({k, n_}), part({2 * k, n_}), part({3 * k, n_})};
+        };
+        return {of_lanes(cosine), of_lanes(sine)};
     }
     // On the way forth, with -1 in lane 1 and -i in lane 3: additions with a quarter turn then give each coefficient
     // that rises as it is, and each that falls times i, whose lanes in reverse order are its conjugate.
@@ -93,7 +94,7 @@ private:
     bool is_last(int k) const { return 2 * (k + 1) == rest_; }
 
     struct complex_number {
-        long double re, im;
+        exact re, im;
     };
     static complex_number root(const lane_roots& r, int j, int sign) { return {r.c[j], sign * r.s[j]}; }
     // A vector of two complex numbers times one number each.

@@ -77,11 +77,11 @@ std::string array_of(const named_pool& p) { return (p.in_double ? "double " : "f
 std::string pool_text(const named_pool& p) {
     std::string s = "\nalignas(16) const " + array_of(p) + " = {\n";
     for (const pool_entry& e : p.numbers.entries())
-        for (long double v : e.value) s += "    " + (p.in_double ? double_text(v) : float_text(v)) + ",\n";
+        for (const exact& v : e.value) s += "    " + (p.in_double ? double_text(v.value()) : float_text(v.value())) + ",\n";
     if (p.numbers.entries().size() % 2) s += "    0, 0,  // pairs are loaded by twos\n";
     for (const pool::lane_numbers& k : p.numbers.lanes()) {
         s += "   ";
-        for (long double v : k) s += " " + (p.in_double ? double_text(v) : float_text(v)) + ",";
+        for (const exact& v : k) s += " " + (p.in_double ? double_text(v.value()) : float_text(v.value())) + ",";
         s += "\n";
     }
     return s + "};\n";
@@ -173,7 +173,7 @@ std::string pools_text() {
             if (p.entries().empty()) continue;
             s += "\nalignas(16) const float " + pool_name(size, sign) + "[] = {\n";
             for (const pool_entry& e : p.entries())
-                s += "    " + float_text(e.value[0]) + ", " + float_text(e.value[1]) + ",  // " + e.meaning + "\n";
+                s += "    " + float_text(e.value[0].value()) + ", " + float_text(e.value[1].value()) + ",  // " + e.meaning + "\n";
             if (p.entries().size() % 2) s += "    0, 0,  // pairs are loaded by twos\n";
             s += "};\n";
         }

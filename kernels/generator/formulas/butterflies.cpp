@@ -48,15 +48,15 @@ std::vector<number> coprime_butterfly(const std::vector<number>& x, int a, int b
 template <class number>
 std::vector<number> folded_three_butterfly(const std::vector<number>& x, int b, int sign) {
     const int n = 3 * b;
-    std::vector<number> first, half, difference;
+    std::vector<number> first, halved, difference;
     for (int j = 0; j < b; ++j) {
         const number x0 = x[3 * j % n], x1 = x[(b + 3 * j) % n], x2 = x[(2 * b + 3 * j) % n];
         const number s = x1 + x2;
         first.push_back(x0 + s);
-        half.push_back(x0 - 0.5L * s);
+        halved.push_back(x0 - half * s);
         difference.push_back(x1 - x2);
     }
-    const std::vector<number> y0 = butterfly(first, sign), h = butterfly(half, sign);
+    const std::vector<number> y0 = butterfly(first, sign), h = butterfly(halved, sign);
     const std::vector<number> d = butterfly(difference, sign, sign * sine({1, 6}));
     std::vector<number> out(n, x[0]);
     for (int o = 0; o < n; ++o) {
@@ -89,7 +89,7 @@ std::vector<number> conjugate_pair_butterfly(const std::vector<number>& x, int s
             outputs(k, sum_and_difference(u[k], cosine({1, 8}) * plus));
             outputs(k + quarter, sum_and_difference(v, cosine({1, 8}) * -minus));
         } else {
-            const long double c = cosine({k, n}), i = sine({k, n});
+            const exact c = cosine({k, n}), i = sine({k, n});
             outputs(k, sum_and_difference(u[k], c * s, i * d));
             outputs(k + quarter, sum_and_difference(v, c * d, -i * s));
         }
@@ -103,9 +103,9 @@ std::vector<number> conjugate_pair_butterfly(const std::vector<number>& x, int s
 }
 
 template <class number>
-std::vector<number> butterfly(const std::vector<number>& x, int sign, long double scale) {
+std::vector<number> butterfly(const std::vector<number>& x, int sign, const exact& scale) {
     const int n = int(x.size());
-    if (scale != 1 && n % 2 == 0) {
+    if (!(scale == 1) && n % 2 == 0) {
         std::vector<number> y = butterfly(x, sign);
         for (number& v : y) v = scale * v;
         return y;
@@ -145,7 +145,7 @@ std::vector<number> butterfly(const std::vector<number>& x, int sign, long doubl
     }
 }
 
-template values butterfly(const values&, int, long double);
-template split_values butterfly(const split_values&, int, long double);
+template values butterfly(const values&, int, const exact&);
+template split_values butterfly(const split_values&, int, const exact&);
 
 }  // namespace generator

@@ -9,10 +9,10 @@ namespace generator {
 
 // Any kernel size. With a scale other than 1 the transform of a prime size takes it into its constants.
 template <class number>
-std::vector<number> butterfly(const std::vector<number>& x, int sign, long double scale = 1);
+std::vector<number> butterfly(const std::vector<number>& x, int sign, const exact& scale = 1);
 
 template <class number>
-std::vector<number> prime_butterfly(const std::vector<number>& x, int sign, long double scale);
+std::vector<number> prime_butterfly(const std::vector<number>& x, int sign, const exact& scale);
 // Sizes a b with coprime factors: no twiddles, the index maps do it all (Good-Thomas).
 template <class number>
 std::vector<number> coprime_butterfly(const std::vector<number>& x, int a, int b, int sign);

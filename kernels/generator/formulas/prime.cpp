@@ -16,13 +16,13 @@ constexpr int largest_unblocked = 8, block_size = 5;
 }  // namespace
 
 template <class number>
-std::vector<number> prime_butterfly(const std::vector<number>& x, int sign, long double scale) {
+std::vector<number> prime_butterfly(const std::vector<number>& x, int sign, const exact& scale) {
     const int p = int(x.size()), h = (p - 1) / 2;
     if (p == 2) {
         const auto [sum, difference] = sum_and_difference(x[0], x[1]);
         return {sum, difference};
     }
-    const auto scaled = [&](number v) { return scale == 1 ? v : scale * v; };
+    const auto scaled = [&](number v) { return scale * v; };
     std::vector<number> s(h + 1, x[0]), d(h + 1, x[0]), out(p, x[0]);
     number total = x[0];
     for (int j = 1; j <= h; ++j) {
@@ -57,7 +57,7 @@ std::vector<number> prime_butterfly(const std::vector<number>& x, int sign, long
     return out;
 }
 
-template values prime_butterfly(const values&, int, long double);
-template split_values prime_butterfly(const split_values&, int, long double);
+template values prime_butterfly(const values&, int, const exact&);
+template split_values prime_butterfly(const split_values&, int, const exact&);
 
 }  // namespace generator

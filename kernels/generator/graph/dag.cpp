@@ -21,14 +21,8 @@ int dag::sum(int a, int b, int quarters) {
     if (nb.what == op::scale) {
         if (na.what == op::scale && na.k == nb.k) return scale(sum(na.a, nb.a, quarters), na.k);
         if (quarters % 2 == 0) return fused(with_scale[quarters], a, nb.a, nb.k);
-        // A rotated product takes its constant from the sine's place.
-        const long double value = pool_.value(nb.k);
-        const constant odd{nb.k.entry, 1};
-        if (pool_.value(odd) == value) return fused(with_scale[quarters], a, nb.a, odd);
-        if (pool_.value(odd) == -value) return fused(with_scale[quarters ^ 2], a, nb.a, odd);
-        constant everywhere = nb.k;
-        everywhere.everywhere = true;
-        return fused(with_scale[quarters], a, nb.a, everywhere);
+        const auto [odd, negative] = pool_.in_odd_lane(nb.k);
+        return fused(with_scale[negative ? quarters ^ 2 : quarters], a, nb.a, odd);
     }
     if (na.what == op::scale && quarters == 0) return sum(b, a, 0);
     return binary(plain[quarters], a, b);

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kernels/generator/graph/pool.h"
 
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 
@@ -19,8 +18,6 @@ constexpr angle_range ranges[] = {
     {23, 11, 23}, {29, 14, 29}, {31, 15, 31}, {32, 4, 32}, {37, 18, 37}, {64, 8, 64}, {128, 16, 128},
 };
 
-bool same(long double a, long double b) { return std::fabs(a - b) < 1e-15L; }
-
 }  // namespace
 
 pool::pool(int size, int sign) : sign_(sign) {
@@ -28,7 +25,7 @@ pool::pool(int size, int sign) : sign_(sign) {
         if (r.size == size)
             for (int k = 1; k <= r.count; ++k) add_angle({k, r.den});
     // Composite sizes with a factor 3: the sine of 60 degrees is folded into the constants of the other factor.
-    const long double s3 = sine({1, 6});
+    const exact s3 = sine({1, 6});
     if (size == 15) {
         for (turn a : {turn{1, 6}, turn{1, 5}, turn{1, 10}}) add_angle(a);
         add_pair(sine({1, 5}) * s3, sign * cosine({1, 10}) * s3, "(sin 2/10, cos 1/10) sin 1/6");
@@ -52,11 +49,11 @@ void pool::add_angle(turn angle) {
     add_pair(cosine(angle), sign_ * sine(angle), std::to_string(angle.num) + "/" + std::to_string(angle.den));
 }
 
-void pool::add_pair(long double c, long double s, std::string meaning) {
+void pool::add_pair(const exact& c, const exact& s, std::string meaning) {
     entries_.push_back({{c, s}, std::move(meaning)});
 }
 
-long double pool::value(constant k) const {
+exact pool::value(constant k) const {
     if (k.entry == constant::literal_two) return 2;
     return (k.twice ? 2 : 1) * entries_[k.entry].value[k.lane];
 }
@@ -68,12 +65,12 @@ pool pool::growing(bool everywhere) {
     return p;
 }
 
-constant pool::add_number(long double value) {
+constant pool::add_number(const exact& value) {
     if (numbers_ % 2 == 0) entries_.push_back({{0, 0}, {}});
     pool_entry& e = entries_.back();
     e.value[numbers_ % 2] = value;
     char s[40];
-    std::snprintf(s, sizeof s, "%s%.6Lg", numbers_ % 2 ? ", " : "", value);
+    std::snprintf(s, sizeof s, "%s%.6Lg", numbers_ % 2 ? ", " : "", value.value());
     e.meaning += s;
     return {int(entries_.size()) - 1, numbers_++ % 2, everywhere_};
 }
@@ -85,22 +82,23 @@ constant pool::add_lanes(const lane_numbers& k) {
     return {first_lanes_entry + int(i), 0, true};
 }
 
-found_constant pool::find(long double value) {
+found_constant pool::find(const exact& value) {
     for (size_t e = 0; e < entries_.size(); ++e)
         for (int lane = 0; lane < 2; ++lane) {
-            const long double v = entries_[e].value[lane];
-            if (same(v, value) || same(v, -value)) return {{int(e), lane, everywhere_}, same(v, -value)};
+            const exact& v = entries_[e].value[lane];
+            if (v == value || v == -value) return {{int(e), lane, everywhere_}, v == -value};
         }
-    if (grows_) return {add_number(std::fabs(value)), value < 0};
-    std::fprintf(stderr, "generator: the pool holds no %.17Lg\n", value);
+    if (grows_) return {add_number(value.magnitude()), value.is_negative()};
+    std::fprintf(stderr, "generator: the pool holds no %.17Lg\n", value.value());
     std::abort();
 }
 
-int pool::find_pair(long double c, long double s) const {
-    for (size_t e = 0; e < entries_.size(); ++e)
-        if (same(std::fabs(entries_[e].value[0]), std::fabs(c)) && same(std::fabs(entries_[e].value[1]), std::fabs(s)))
-            return int(e);
-    return -1;
+found_constant pool::in_odd_lane(constant k) const {
+    if (k.everywhere || is_lanes(k) || k.entry < 0) return {k, false};
+    const exact &number = entries_[k.entry].value[k.lane], &odd = entries_[k.entry].value[1];
+    if (odd == number || odd == -number) return {{k.entry, 1, false, k.twice}, odd == -number};
+    k.everywhere = true;
+    return {k, false};
 }
 
 }  // namespace generator

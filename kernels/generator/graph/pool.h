@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The constants of a kernel: pairs (cosine, sine), sines negated in forward kernels; single numbers for real data. A
-// butterfly asks for a real number by its value and gets the place where the pool keeps it, up to sign.
+// formula asks for an exact number and gets the place where the pool keeps it, up to sign.
 #pragma once
 #include <array>
 #include <string>
@@ -26,7 +26,7 @@ constexpr int first_lanes_entry = 1000;
 inline bool is_lanes(constant k) { return k.entry >= first_lanes_entry; }
 
 struct pool_entry {
-    long double value[2];
+    exact value[2];
     std::string meaning;  // what the pair is, for the comment in the generated text
 };
 
@@ -44,24 +44,24 @@ public:
     static pool growing(bool everywhere);
 
     const std::vector<pool_entry>& entries() const { return entries_; }
-    long double value(constant k) const;
-    found_constant find(long double value);
+    exact value(constant k) const;
+    found_constant find(const exact& value);
+    // The same number for a product turned by a quarter, which reads the odd lane of a pair or a number everywhere.
+    found_constant in_odd_lane(constant k) const;
     bool grows() const { return grows_; }
 
-    using lane_numbers = std::array<long double, 4>;
+    using lane_numbers = std::array<exact, 4>;
     constant add_lanes(const lane_numbers& k);
     const std::vector<lane_numbers>& lanes() const { return lanes_; }
     // They stand behind the single numbers, which fill whole vectors.
     int lanes_offset(constant k) const { return int(entries_.size() + 1) / 2 * 4 + 4 * (k.entry - first_lanes_entry); }
     bool empty() const { return entries_.empty() && lanes_.empty(); }
-    // The entry whose lane 0 is +-c and whose lane 1 is +-s, or -1.
-    int find_pair(long double c, long double s) const;
 
 private:
     pool() = default;
     void add_angle(turn angle);
-    constant add_number(long double value);
-    void add_pair(long double c, long double s, std::string meaning);
+    constant add_number(const exact& value);
+    void add_pair(const exact& c, const exact& s, std::string meaning);
 
     int sign_ = 0;
     bool grows_ = false, everywhere_ = false;

@@ -16,7 +16,7 @@ split_value times_root(split_value a, turn angle) {
         const int64_t eighth = 8 * num / den;
         return cosine({1, 8}) * rotated(a + times_i(a), int(eighth / 2));
     }
-    const long double c = cosine({num, den}), s = sine({num, den});
+    const exact c = cosine({num, den}), s = sine({num, den});
     return {c * a.re - s * a.im, c * a.im + s * a.re};
 }
 

@@ -15,7 +15,7 @@ using split_values = std::vector<split_value>;
 inline split_value operator+(split_value a, split_value b) { return {a.re + b.re, a.im + b.im}; }
 inline split_value operator-(split_value a, split_value b) { return {a.re - b.re, a.im - b.im}; }
 inline split_value operator-(split_value a) { return {-a.re, -a.im}; }
-inline split_value operator*(long double c, split_value a) { return {c * a.re, c * a.im}; }
+inline split_value operator*(const exact& c, split_value a) { return {c * a.re, c * a.im}; }
 inline split_value times_i(split_value a) { return {-a.im, a.re}; }
 inline split_value conjugate(split_value a) { return {a.re, -a.im}; }
 

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kernels/generator/graph/value.h"
 
-#include <cmath>
 #include <utility>
 
 namespace generator {
@@ -49,13 +48,14 @@ values kept(values v) {
     return v;
 }
 
-value operator*(long double c, value a) {
+value operator*(const exact& factor, value a) {
+    exact c = factor;
     dag& g = *a.graph;
     if (g.constants().grows() && is_scaled(a) && !is_lanes(g.nodes()[a.n].k)) {  // one product in place of two
-        c *= g.constants().value(g.nodes()[a.n].k);
+        c = c * g.constants().value(g.nodes()[a.n].k);
         a.n = g.nodes()[a.n].a;
     }
-    if (std::fabs(std::fabs(c) - 1) < 1e-15L) return c < 0 ? -a : a;
+    if (c == 1 || c == -1) return c == 1 ? a : -a;
     const found_constant k = g.constants().find(c);
     const value scaled{&g, g.scale(a.n, k.where), a.quarters};
     return k.negative ? -scaled : scaled;
@@ -92,12 +92,12 @@ pair_of_values sum_and_difference(value a, value p, value q) {
 namespace {
 
 // a (c + i s) with both parts from the pool.
-value times_parts(value a, long double c, long double s) {
-    const found_constant real = a.graph->constants().find(c);
-    found_constant imaginary = a.graph->constants().find(s);
-    imaginary.where.everywhere = imaginary.where.lane == 0;  // the rotated product reads odd lanes
-    const op what = real.negative == imaginary.negative ? op::fma_i : op::fms_i;
-    const int n = a.graph->fused(what, a.graph->scale(a.n, real.where), a.n, imaginary.where);
+value times_parts(value a, const exact& c, const exact& s) {
+    pool& constants = a.graph->constants();
+    const found_constant real = constants.find(c), imaginary = constants.find(s);
+    const auto [odd, turned] = constants.in_odd_lane(imaginary.where);
+    const op what = real.negative == (imaginary.negative != turned) ? op::fma_i : op::fms_i;
+    const int n = a.graph->fused(what, a.graph->scale(a.n, real.where), a.n, odd);
     return rotated({a.graph, n, a.quarters}, real.negative ? 2 : 0);
 }
 

@@ -47,7 +47,7 @@ pair_of_values sum_and_difference(value a, value b);
 pair_of_values sum_and_difference(value a, value p, value q);
 
 // A real factor, which the pool must hold up to its sign unless it grows.
-value operator*(long double c, value a);
+value operator*(const exact& c, value a);
 
 value times_root(value a, turn angle);
 
