@@ -28,8 +28,8 @@ std::multiset<int> range(int first, int end) {
 std::multiset<int> transposed_slots(int size) {
     std::multiset<int> result;
     for (int row = 0; row < 2; ++row) {
-        for (int column = 0; column + 2 <= size; column += 2) result.insert(row_slot{row, column}.pack());
-        if (size % 2) result.insert(row_slot{row, size - 2}.pack());
+        for (int column = 0; column + 2 <= size; column += 2) result.insert(transposed_slot{row, column}.pack());
+        if (size % 2) result.insert(transposed_slot{row, size - 2}.pack());
     }
     return result;
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "kernels/generator/bodies/body.h"
+#include "kernels/generator/bodies/complex.h"
 #include "kernels/generator/emit/kernel.h"
 
 bool same_graph(const generator::body& a, const generator::body& b);

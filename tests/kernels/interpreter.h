@@ -7,7 +7,7 @@
 #include <functional>
 #include <map>
 
-#include "kernels/generator/bodies/body.h"
+#include "kernels/generator/bodies/complex.h"
 
 using number = std::complex<double>;
 

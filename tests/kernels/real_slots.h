@@ -3,7 +3,7 @@
 #pragma once
 #include <array>
 
-#include "kernels/generator/bodies/body.h"
+#include "kernels/generator/bodies/recording.h"
 #include "kernels/generator/forms/forms.h"
 
 // How the lanes and the slots of a body are to be understood.

@@ -64,7 +64,7 @@ double error_of(const body& b, const impulses& x, int sign) {
     const bool twiddled = has(b, op::twiddle), transposed = has(b, op::zip_lo);
     const auto load = [&](int slot) -> graph_vector {
         if (!transposed) return {x.in(slot, 0), x.in(slot, 1)};
-        const row_slot s = row_slot::unpack(slot);
+        const transposed_slot s = transposed_slot::unpack(slot);
         return {x.in(s.column, s.row), x.in(s.column + 1, s.row)};
     };
     const auto twiddle = [&](int slot) -> graph_vector { return {twiddle_of(slot, 0), twiddle_of(slot, 1)}; };

@@ -10,7 +10,7 @@
 #include "families.h"
 #include "graph_checks.h"
 #include "interpreter.h"
-#include "kernels/generator/bodies/hermitian_body.h"
+#include "kernels/generator/bodies/hermitian.h"
 #include "tests/support/reference_sorensen.h"
 #include "tests/support/signals.h"
 
@@ -37,8 +37,8 @@ body_use use_of(const body& b, int size) {
             return {rows::two_complex_rows};
         for (const bool one : {false, true})
             for (const auto& [row, of] :
-                 {std::pair(real_row::zero, rows::zero), std::pair(real_row::middle, rows::middle)})
-                if (same_graph(b, make_real_row_body({.size = size, .row = row, .one = one, .overwrites = overwrites})))
+                 {std::pair(edge_row::zero, rows::zero), std::pair(edge_row::middle, rows::middle)})
+                if (same_graph(b, make_edge_row_body({.size = size, .row = row, .one = one, .overwrites = overwrites})))
                     return {of, one};
     }
     return {};
@@ -77,7 +77,7 @@ double error_of_complex_rows(const body& b, bool transposed, int r) {
     const auto twiddle = [&](int j) -> graph_vector { return {s.twiddle(j, k_of(0)), s.twiddle(j, k_of(1))}; };
     double error = 0;
     for (const auto& [slot, result] : interpret(b, complex_lanes, load, twiddle)) {
-        const row_slot along = row_slot::unpack(slot);
+        const transposed_slot along = transposed_slot::unpack(slot);
         for (int c = 0; c < complex_lanes; ++c) {
             const bool column = !transposed || along.row == 2;  // one output of both rows
             const int j = !transposed ? slot : column ? along.column : along.column + c, lane = column ? c : along.row;
@@ -133,8 +133,8 @@ std::vector<int> expected_stores(const body_use& use, int r) {
         return slots;
     }
     for (int row = 0; row < 2; ++row)
-        for (int column = 0; column + 2 <= r; column += 2) slots.push_back(row_slot{row, column}.pack());
-    if (r % 2) slots.push_back(row_slot{2, r - 1}.pack());
+        for (int column = 0; column + 2 <= r; column += 2) slots.push_back(transposed_slot{row, column}.pack());
+    if (r % 2) slots.push_back(transposed_slot{2, r - 1}.pack());
     return slots;
 }
 

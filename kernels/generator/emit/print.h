@@ -3,7 +3,7 @@
 #pragma once
 #include <functional>
 
-#include "kernels/generator/bodies/body.h"
+#include "kernels/generator/bodies/complex.h"
 #include "kernels/generator/emit/text.h"
 
 namespace generator {

@@ -5,8 +5,6 @@
 
 namespace generator {
 
-constexpr int smallest_kept = 32;  // as many as there are vector registers: the rest of a transform wants some too
-
 template <class number>
 std::vector<number> common_butterfly(const std::vector<number>& x, int a, int b, int sign) {
     std::vector<std::vector<number>> inner(b);
@@ -75,8 +73,7 @@ std::vector<number> conjugate_pair_butterfly(const std::vector<number>& x, int s
     std::vector<number> even, next, previous, out(n, x[0]);
     for (int j = 0; j < n; j += 2) even.push_back(x[j]);
     for (int j = 0; j < n; j += 4) next.push_back(x[j + 1]), previous.push_back(x[(j + n - 1) % n]);
-    std::vector<number> u = butterfly(even, sign);
-    if (n >= smallest_kept) u = kept(std::move(u));  // the registers are needed for the odd elements
+    const std::vector<number> u = set_aside(butterfly(even, sign), n);
     const std::vector<number> z = butterfly(next, sign), y = butterfly(previous, sign);
     const auto outputs = [&](int k, const auto& pair) { out[k] = pair.sum, out[k + n / 2] = pair.difference; };
     const auto combine = [&](int k) {

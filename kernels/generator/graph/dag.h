@@ -23,8 +23,8 @@ struct node {
 
 class dag {
 public:
-    // On a machine that overwrites, multiply-adds and rotated additions have no free result register: one of the
-    // operands gives its own, and whoever still needs that operand pays for a copy.
+    // On a machine that overwrites, multiply-adds and rotated additions have no free result register: see
+    // passes/overwrite.h.
     dag(pool constants, bool overwrites) : pool_(std::move(constants)), overwrites_(overwrites) {}
 
     bool overwrites() const { return overwrites_; }
@@ -40,16 +40,10 @@ public:
     // a + b, a - b, a + i b, a - i b (turned by 0, 2, 1 and 3 quarters), taking a scaled b into a fused operation.
     int sum(int a, int b, int quarters);
 
-    // Where b isn't needed behind a multiply-add in `order` but a is, the result takes b's register, so that a needn't
-    // be copied.
-    void choose_overwritten(const std::vector<int>& order);
-    // Where both are, the later users of a get it from memory: that spares the copy, and the pipes for memory have
-    // room.
-    void reload_overwritten(std::vector<int>& order);
-
     const pool& constants() const { return pool_; }
     pool& constants() { return pool_; }
     const std::vector<node>& nodes() const { return nodes_; }
+    node& at(int n) { return nodes_[n]; }  // for passes
 
 private:
     int intern(const node& n);

@@ -31,7 +31,7 @@ inline pair_of_split_values sum_and_difference(split_value a, split_value p, spl
     return sum_and_difference(a, p + q);
 }
 
-inline split_values kept(split_values v) { return v; }
+inline split_values set_aside(split_values v, int) { return v; }
 
 split_value rotated(split_value a, int quarters);
 split_value times_root(split_value a, turn angle);

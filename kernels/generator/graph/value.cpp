@@ -37,15 +37,22 @@ values transposed(const values& r) {
             exchanged(op::interleave_hi, b, d)};
 }
 
-value again(value a) {
-    const node v = a.graph->nodes()[a.n];
-    return v.what == op::reload ? value{a.graph, a.graph->reload(v.a), a.quarters} : a;
+// A negation is taken into the numbers: what follows is a transposition, which would have to carry it out.
+value times(pool::lane_numbers k, value a) {
+    dag& g = *a.graph;
+    const node v = g.nodes()[a.n];
+    const bool scaled = v.what == op::scale && !is_lanes(v.k);
+    const exact factor = (a.quarters == 2 ? -1 : 1) * (scaled ? g.constants().value(v.k) : exact(1));
+    for (exact& x : k) x = x * factor;
+    return {&g, g.scale(scaled ? v.a : a.n, g.constants().add_lanes(k))};
 }
 
-values kept(values v) {
-    for (value& a : v)
-        if (a.graph->overwrites()) a.n = a.graph->reload(a.n);
-    return v;
+value plus_i(value a, value b) { return {a.graph, a.graph->binary(op::add_i, plain(a).n, plain(b).n)}; }
+value minus_i(value a, value b) { return {a.graph, a.graph->binary(op::sub_i, plain(a).n, plain(b).n)}; }
+
+value times(const pool::lane_numbers& re, const pool::lane_numbers& im, value a) {
+    const constant imaginary = a.graph->constants().add_lanes(im);
+    return {a.graph, a.graph->fused(op::fma_i, times(re, a).n, a.n, imaginary)};
 }
 
 value operator*(const exact& factor, value a) {
@@ -59,34 +66,6 @@ value operator*(const exact& factor, value a) {
     const found_constant k = g.constants().find(c);
     const value scaled{&g, g.scale(a.n, k.where), a.quarters};
     return k.negative ? -scaled : scaled;
-}
-
-pair_of_values sum_and_difference(value a, value b) {
-    dag& g = *a.graph;
-    if (!g.overwrites() || !is_scaled(b) || is_scaled(a)) return {a + b, again(a) - b};
-    // A sum with a product ends either operand, so that the sum and the difference together would need a copy. But
-    // a - k b may overwrite b, and 2 a - (a - k b) may overwrite a.
-    const node product = g.nodes()[b.n];
-    constant k = product.k;
-    k.everywhere = true;
-    const int quarters = (b.quarters - a.quarters + 4) % 4;
-    if (quarters % 2 == 0) {
-        const int less = g.fused(op::fms, a.n, product.a, k), more = g.binary(op::twice_minus, again(a).n, less);
-        const value plus{&g, more, a.quarters}, minus{&g, less, a.quarters};
-        return quarters == 0 ? pair_of_values{plus, minus} : pair_of_values{minus, plus};
-    }
-    const value plus{&g, g.fused(op::fma_i, a.n, product.a, k), a.quarters};
-    const value minus{&g, g.fused(op::fms_i, again(a).n, product.a, k), a.quarters};
-    return quarters == 1 ? pair_of_values{plus, minus} : pair_of_values{minus, plus};
-}
-
-pair_of_values sum_and_difference(value a, value p, value q) {
-    dag& g = *a.graph;
-    if (!g.overwrites()) return {a + (p + q), a - (p + q)};
-    // The product that isn't turned goes first: it may overwrite its operand in place of a.
-    if ((p.quarters - a.quarters) % 2 != 0) std::swap(p, q);
-    const value sum = a + p + q;
-    return {sum, {&g, g.binary(op::twice_minus, again(a).n, sum.n), a.quarters}};
 }
 
 namespace {

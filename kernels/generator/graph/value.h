@@ -33,10 +33,9 @@ value exchanged(op what, value a, value b);
 value exchanged(op what, value a);
 values transposed(const values& rows);
 
-// On a machine that overwrites: numbers that are kept in memory, and such a number once more, which spares a copy.
-// Elsewhere, and for all others, the numbers themselves.
-values kept(values v);
-value again(value a);
+// Outputs of a part of a formula of this size, which the rest of it won't ask for until the end: they may wait in
+// memory.
+values set_aside(values v, int size);
 
 struct pair_of_values {
     value sum, difference;
@@ -46,7 +45,14 @@ pair_of_values sum_and_difference(value a, value b);
 // a + (p + q) and a - (p + q), where p and q are products.
 pair_of_values sum_and_difference(value a, value p, value q);
 
-// A real factor, which the pool must hold up to its sign unless it grows.
+// Real vectors of four: products with a number for each lane; and, of two complex numbers in the lanes, a + i b, a - i b,
+// and products with the complex numbers of these parts.
+value times(pool::lane_numbers k, value a);
+value plus_i(value a, value b);
+value minus_i(value a, value b);
+value times(const pool::lane_numbers& re, const pool::lane_numbers& im, value a);
+
+// A factor that the pool must hold up to its sign unless it grows.
 value operator*(const exact& c, value a);
 
 value times_root(value a, turn angle);

@@ -13,12 +13,12 @@ const char* full_vocabulary(const form& f) { return f.isa == instruction_set::ne
 
 void print_direct(text& out, const form& f, int size, int sign) {
     const bool sve = is_sve(f);
-    const body b = make_body({.size = size,
+    const body b = make_complex_body({.size = size,
                               .sign = sign,
-                              .in_place = true,
-                              .overwrites = sve,
-                              .once = true,
-                              .alone = f.loop == shape::direct});
+                              .where = {.overwrites = sve,
+                                        .loads_first = true,
+                                        .once = true,
+                                        .alone = f.loop == shape::direct}});
     const strided_address input("in", "is", size), output("out", "os", size);
     access a;
     out.line("{");

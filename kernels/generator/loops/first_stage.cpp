@@ -66,7 +66,7 @@ void print_strided(text& out, const form& f, const body& b, int size) {
 }  // namespace
 
 void print_first_stage(text& out, const form& f, int size, int sign) {
-    const body b = make_body({.size = size, .sign = sign, .in_place = true, .overwrites = is_sve(f)});
+    const body b = make_complex_body({.size = size, .sign = sign, .where = {.overwrites = is_sve(f), .loads_first = true}});
     out.line("{");
     if (f.data == layout::contig) {
         out.line("const int64_t in_step = 2 * int64_t(stage->rest), out_step = in_step;");

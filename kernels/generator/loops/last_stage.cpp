@@ -36,7 +36,7 @@ void print_groups(text& out, const form& f, const body& b, int size) {
     a.twiddle = [&](int j) { return "load(w + " + std::to_string(2 * rows * (j - 1)) + ")"; };
     a.load = [&](int slot) {
         if (sve) return "load(a + " + std::to_string(2 * slot) + ", rows)";
-        const row_slot s = row_slot::unpack(slot);
+        const transposed_slot s = transposed_slot::unpack(slot);
         return "load(a + " + std::to_string(2 * (s.row * size + s.column)) + ")";
     };
     a.store = [&](int k, std::string v) { return "store(" + output.at(k) + ", " + v + ")"; };
@@ -57,7 +57,7 @@ void print_groups(text& out, const form& f, const body& b, int size) {
 
 void print_last_stage(text& out, const form& f, int size, int sign) {
     const bool contiguous = f.data == layout::contig, sve = is_sve(f);
-    const body single = make_body({.size = size, .sign = sign, .twiddled = true, .overwrites = sve && !contiguous});
+    const body single = make_complex_body({.size = size, .sign = sign, .twiddled = true, .where = {.overwrites = sve && !contiguous}});
     out.line("{");
     if (contiguous)
         out.line("constexpr int64_t os = 2;");
@@ -70,7 +70,7 @@ void print_last_stage(text& out, const form& f, int size, int sign) {
     if (contiguous) {
         out.line("{");
         print_groups(out, f,
-                     make_body({.size = size, .sign = sign, .twiddled = true, .transposed = !sve, .overwrites = sve}),
+                     make_complex_body({.size = size, .sign = sign, .twiddled = true, .transposed = !sve, .where = {.overwrites = sve}}),
                      size);
         out.line("}");
         out.line("if (i == stage->done) return;");

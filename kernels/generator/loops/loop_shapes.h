@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The loops of each shape: they say how a form loads, stores and steps, and nothing about the butterfly.
 #pragma once
-#include "kernels/generator/bodies/body.h"
+#include "kernels/generator/bodies/complex.h"
 #include "kernels/generator/forms/forms.h"
 #include "kernels/generator/emit/print.h"
 

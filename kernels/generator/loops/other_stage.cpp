@@ -74,8 +74,8 @@ void print_row(text& out, const form& f, const body& b, int size) {
 
 void print_other_stage(text& out, const form& f, int size, int sign) {
     const bool sve = is_sve(f);
-    const body first = make_body({.size = size, .sign = sign, .overwrites = sve});
-    const body twiddled = make_body({.size = size, .sign = sign, .twiddled = true, .overwrites = sve});
+    const body first = make_complex_body({.size = size, .sign = sign, .where = {.overwrites = sve}});
+    const body twiddled = make_complex_body({.size = size, .sign = sign, .twiddled = true, .where = {.overwrites = sve}});
     out.line("{");
     if (f.data == layout::contig)
         out.line("constexpr int64_t is = 2, os = 2;");

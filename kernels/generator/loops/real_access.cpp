@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kernels/generator/loops/real_access.h"
 
-#include "kernels/generator/bodies/quarter_body.h"
-#include "kernels/generator/bodies/rows_body.h"
+#include "kernels/generator/formulas/lanes_of_four.h"
+#include "kernels/generator/bodies/groups_of_four.h"
 
 namespace generator {
 
@@ -16,11 +16,11 @@ std::string number(int i) { return std::to_string(i); }
 std::string element(int j) { return "a" + number(j % 2) + " + s0[" + number(j / 2) + "]"; }
 std::string coefficient_part(int slot) { return (slot % 2 ? "b1 + s2[" : "b0 + s1[") + number(slot / 2) + "]"; }
 
-bool is_reversed(quarter_part part) { return part == quarter_part::reversed || part == quarter_part::two_reversed; }
+bool is_reversed(lanes_part part) { return part == lanes_part::reversed || part == lanes_part::two_reversed; }
 
-int numbers_in(quarter_part part) {
-    if (part == quarter_part::one) return 1;
-    return part == quarter_part::two || part == quarter_part::two_reversed ? 2 : lanes;
+int numbers_in(lanes_part part) {
+    if (part == lanes_part::one) return 1;
+    return part == lanes_part::two || part == lanes_part::two_reversed ? 2 : lanes;
 }
 
 }  // namespace
@@ -49,14 +49,14 @@ access apart_access(const form& f) {
 
 // Parts of one row in the lanes of a vector, at their offsets or, contiguous, as they lie.
 access quarter_access(row_layout layout, int size) {
-    const auto in_one_place = [=](quarter_part part) {
-        return layout == row_layout::pairs || (part == quarter_part::elements && layout != row_layout::offsets);
+    const auto in_one_place = [=](lanes_part part) {
+        return layout == row_layout::pairs || (part == lanes_part::elements && layout != row_layout::offsets);
     };
-    const auto places = [=](quarter_slot s) {
-        const bool elements = s.part == quarter_part::elements;
+    const auto places = [=](lanes_slot s) {
+        const bool elements = s.part == lanes_part::elements;
         if (in_one_place(s.part)) {
             // Rising numbers begin behind coefficient 0: a pair of vectors needs an even distance from its base.
-            if (s.part == quarter_part::numbers) return "b_rising + " + number(s.first - 2);
+            if (s.part == lanes_part::numbers) return "b_rising + " + number(s.first - 2);
             return (elements ? "a0 + " : "b0 + ") + number(s.first);
         }
         const auto place = [=](int slot) {
@@ -70,18 +70,18 @@ access quarter_access(row_layout layout, int size) {
             list += (i ? ", " : "") + place(s.first + (is_reversed(s.part) ? count - 1 - i : i));
         return list;
     };
-    const auto word = [=](std::string what, quarter_part part, const char* one, const char* two) {
-        if (part == quarter_part::one) what += one;
+    const auto word = [=](std::string what, lanes_part part, const char* one, const char* two) {
+        if (part == lanes_part::one) what += one;
         if (numbers_in(part) == 2) what += two;
         return what + (is_reversed(part) && in_one_place(part) ? "_reversed(" : "(");
     };
     access a;
     a.load = [=](int slot) {
-        const quarter_slot s = quarter_slot::unpack(slot);
+        const lanes_slot s = lanes_slot::unpack(slot);
         return word("load", s.part, "_same", "_both") + places(s) + ")";
     };
     a.store = [=](int slot, std::string v) {
-        const quarter_slot s = quarter_slot::unpack(slot);
+        const lanes_slot s = lanes_slot::unpack(slot);
         return word("store", s.part, "_lowest", "_low") + places(s) + ", " + v + ")";
     };
     return a;
@@ -90,32 +90,32 @@ access quarter_access(row_layout layout, int size) {
 // Four rows in lanes, in a layout that lies well.
 access rows_access(const form& f) {
     const std::string d[] = {f.sign < 0 ? "d0" : "d1", f.sign < 0 ? "d1" : "d0"};
-    const auto place = [d](rows_slot s) {
-        const bool spectrum = s.part != rows_part::block;
+    const auto place = [d](group_slot s) {
+        const bool spectrum = s.part != group_part::block;
         switch (s.part) {
-            case rows_part::elements:
+            case group_part::elements:
                 return element(s.first);
-            case rows_part::coefficients:
+            case group_part::coefficients:
                 return coefficient_part(2 * s.first) + " + " + number(2 * s.row);
-            case rows_part::adjacent_reals:
+            case group_part::adjacent_reals:
                 return coefficient_part(2 * s.first) + ", 2";
-            case rows_part::spectrum_one:
+            case group_part::spectrum_one:
                 return "b0 + " + number(s.first) + ", " + d[1];
             default:
                 return (spectrum ? "b0 + " : "a0 + ") + number(s.row) + " * " + d[spectrum] + " + " + number(s.first);
         }
     };
-    const auto word = [](rows_part part) {
-        if (part == rows_part::adjacent_reals || part == rows_part::spectrum_one) return "_apart(";
-        return part == rows_part::spectrum_three ? "_three(" : "(";
+    const auto word = [](group_part part) {
+        if (part == group_part::adjacent_reals || part == group_part::spectrum_one) return "_apart(";
+        return part == group_part::spectrum_three ? "_three(" : "(";
     };
     access a;
     a.load = [=](int slot) {
-        const rows_slot s = rows_slot::unpack(slot);
+        const group_slot s = group_slot::unpack(slot);
         return std::string("load") + word(s.part) + place(s) + ")";
     };
     a.store = [=](int slot, std::string v) {
-        const rows_slot s = rows_slot::unpack(slot);
+        const group_slot s = group_slot::unpack(slot);
         return std::string("store") + word(s.part) + place(s) + ", " + v + ")";
     };
     return a;

@@ -3,10 +3,10 @@
 
 #include "kernels/generator/emit/kernel.h"
 #include "kernels/generator/emit/print.h"
-#include "kernels/generator/bodies/quarter_body.h"
+#include "kernels/generator/formulas/lanes_of_four.h"
 #include "kernels/generator/loops/real_access.h"
-#include "kernels/generator/bodies/real_body.h"
-#include "kernels/generator/bodies/rows_body.h"
+#include "kernels/generator/bodies/real_row.h"
+#include "kernels/generator/bodies/groups_of_four.h"
 
 namespace generator {
 
@@ -58,7 +58,7 @@ private:
     const char* one() const { return in_double(f_, size_) ? "real_double" : "real_one"; }
     const char* four() const { return in_double(f_, size_) ? "real_quad_double" : "real_quad"; }
 
-    body row_body(bool everywhere) const { return make_real_body(f_, size_, everywhere); }
+    body row_body(bool everywhere) const { return make_real_row_body(f_, size_, everywhere); }
 
     // One row whose sequence and spectrum lie contiguous, and one by its offsets.
     void print_quarters(text& out) {
@@ -70,7 +70,7 @@ private:
     }
 
     void print_quarter_row(text& out, row_layout layout) {
-        const body b = make_quarter_body(size_, f_.sign);
+        const body b = make_lanes_body(size_, f_.sign);
         out.line("using namespace ", four(), ";");
         pools.use(out, pool_name(f_, size_, "_quarters"), b, in_double(f_, size_), f_.loop == shape::real_rows);
         print_constants(out, b);
@@ -115,7 +115,7 @@ private:
     // Adjacent rows, and rows that lie contiguous, go four at a time; what is left over and other rows go one by one.
     void print_any_count(text& out) {
         out.line("if (count >= 4) {");
-        print_groups_of_layout(out, rows_layout::half_complex_in_a_row);
+        print_groups_of_layout(out, group_layout::half_complex_in_a_row);
         out.line("if (d0 == 1 && d1 == 1) {");
         out.line("using namespace ", four(), ";");
         const body quad = row_body(false);
@@ -137,9 +137,9 @@ private:
 
     void print_groups(text& out) {
         const bool half_complex_only = f_.sizes.front() == 32;
-        if (!half_complex_only) print_groups_of_layout(out, rows_layout::side_by_side);
-        if (!half_complex_only) print_groups_of_layout(out, rows_layout::pairs_in_a_row);
-        print_groups_of_layout(out, rows_layout::half_complex_in_a_row);
+        if (!half_complex_only) print_groups_of_layout(out, group_layout::side_by_side);
+        if (!half_complex_only) print_groups_of_layout(out, group_layout::pairs_in_a_row);
+        print_groups_of_layout(out, group_layout::half_complex_in_a_row);
         const body quad = row_body(false);
         out.line("using namespace real_quad;");
         pools.use(out, pool_name(f_, size_), quad, false);
@@ -151,8 +151,8 @@ private:
     }
 
     // A loop over groups of four rows, if they lie so.
-    void print_groups_of_layout(text& out, rows_layout layout) {
-        const bool beside = layout == rows_layout::side_by_side;
+    void print_groups_of_layout(text& out, group_layout layout) {
+        const bool beside = layout == group_layout::side_by_side;
         if (f_.loop == shape::cosine_rows || (!beside && size_ % 4 != 0)) return;
         const char* sequence_distance = f_.sign < 0 ? "d0" : "d1";
         const char* spectrum_distance = f_.sign < 0 ? "d1" : "d0";
@@ -161,10 +161,10 @@ private:
                      " == 2 && b1 == b0 + 1 && s2[1] == s1[1]) {");
         else
             out.line("if (",
-                     in_a_row(layout == rows_layout::pairs_in_a_row ? row_layout::pairs : row_layout::half_complex),
+                     in_a_row(layout == group_layout::pairs_in_a_row ? row_layout::pairs : row_layout::half_complex),
                      ") {");
         out.line("using namespace real_quad;");
-        const body b = make_rows_body(f_, size_, layout);
+        const body b = make_group_body(f_, size_, layout);
         pools.use(out, pool_name(f_, size_), b, false);
         print_loop(out, b, rows_access(f_), "count >= 4; count -= 4", "4 * d0", "4 * d1");
         out.line("}");

@@ -6,7 +6,7 @@
 namespace generator {
 
 void print_rows(text& out, const form& f, int size, int sign) {
-    const body b = make_body({.size = size, .sign = sign, .in_place = true, .overwrites = true});
+    const body b = make_complex_body({.size = size, .sign = sign, .where = {.overwrites = true, .loads_first = true}});
     access a;
     a.load = [](int j) { return "load(in + " + std::to_string(2 * j) + ", in_rows)"; };
     a.store = [](int k, std::string v) { return "store(out + " + std::to_string(2 * k) + ", out_rows, " + v + ")"; };

@@ -4,7 +4,7 @@
 #include "kernels/generator/loops/sorensen_loops.h"
 
 #include "kernels/generator/loops/address.h"
-#include "kernels/generator/bodies/hermitian_body.h"
+#include "kernels/generator/bodies/hermitian.h"
 #include "kernels/generator/loops/loop_shapes.h"
 #include "kernels/generator/emit/kernel.h"
 #include "kernels/generator/emit/print.h"
@@ -50,7 +50,7 @@ void print_first_rows(text& out, const form& f, const body& b, int size, int lan
     a.store = [&](int slot, std::string v) {
         if (lanes == 1) return "store(b + " + std::to_string(2 * slot) + ", " + v + ")";
         if (sve) return "store(b + " + std::to_string(2 * slot) + ", rows, " + v + ")";
-        const row_slot s = row_slot::unpack(slot);
+        const transposed_slot s = transposed_slot::unpack(slot);
         if (s.row == 2)
             return "store(b + " + std::to_string(2 * s.column) + ", " + std::to_string(2 * size) + ", " + v + ")";
         return "store(b + " + std::to_string(2 * (s.row * size + s.column)) + ", " + v + ")";

@@ -1,20 +1,20 @@
 // SPDX-License-Identifier: Apache-2.0
-// Four rows of real data in the lanes of vectors, for layouts that lie well in memory. Other layouts have
-// make_real_body.
+// Four rows of real data in the lanes of vectors that are loaded and stored whole, which depends on how the rows lie.
+// Rows that lie any other way have make_real_row_body.
 #pragma once
-#include "kernels/generator/bodies/body.h"
+#include "kernels/generator/bodies/recording.h"
 #include "kernels/generator/forms/forms.h"
 
 namespace generator {
 
-enum class rows_layout {
+enum class group_layout {
     side_by_side,    // adjacent rows on both sides, coefficients as pairs
     pairs_in_a_row,  // each row as it lies, coefficients as pairs: four columns are loaded at a time and transposed
     half_complex_in_a_row  // likewise, half-complex
 };
 
 // What a load or a store moves.
-enum class rows_part {
+enum class group_part {
     elements,        // element `first` of four adjacent rows
     coefficients,    // coefficient `first` of two adjacent rows: of rows 0 and 1, or with `row` 2 of 2 and 3
     adjacent_reals,  // the real part of coefficient `first` of four adjacent rows
@@ -24,13 +24,13 @@ enum class rows_part {
     spectrum_one,    // float `first` of all four rows
 };
 
-struct rows_slot {
-    rows_part part;
+struct group_slot {
+    group_part part;
     int first, row;
     int pack() const { return (int(part) * 256 + first) * 4 + row; }
-    static rows_slot unpack(int slot) { return {rows_part(slot / 1024), slot / 4 % 256, slot % 4}; }
+    static group_slot unpack(int slot) { return {group_part(slot / 1024), slot / 4 % 256, slot % 4}; }
 };
 
-body make_rows_body(const form& f, int size, rows_layout layout);
+body make_group_body(const form& f, int size, group_layout layout);
 
 }  // namespace generator

@@ -1,12 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "kernels/generator/bodies/quarter_body.h"
+#include "kernels/generator/formulas/lanes_of_four.h"
 
-#include <algorithm>
-#include <cstdlib>
-#include <map>
-#include <set>
-
-#include "kernels/generator/passes/order.h"
 #include "kernels/generator/formulas/real_butterflies.h"
 
 namespace generator {
@@ -17,13 +11,13 @@ constexpr int lanes = 4;
 using lane_numbers = pool::lane_numbers;
 const lane_numbers conjugation = {1, -1, 1, -1};
 
-class recorder {
+class butterfly_in_lanes {
 public:
-    recorder(dag& g, int size) : g_(g), n_(size), rest_(size / lanes) {}
+    butterfly_in_lanes(const row_in_lanes& row, int n) : row_(row), n_(n), rest_(n / lanes) {}
 
     void forward() {
         values x;
-        for (int t = 0; t < rest_; ++t) x.push_back(load({quarter_part::elements, lanes * t}));
+        for (int t = 0; t < rest_; ++t) x.push_back(load({lanes_part::elements, lanes * t}));
         const split_values y = real_butterfly(x);
         store_row_zero(y[0].re);
         for (int k = 1; 2 * k <= rest_; k += 2) {
@@ -42,7 +36,7 @@ public:
         split_values y(rest_ / 2 + 1);
         y[0].re = load_row_zero();
         for (int k = 1; 2 * k <= rest_; k += 2) {
-            const value z0 = load({quarter_part::numbers, 2 * k}), z1 = load({quarter_part::numbers, 2 * (k + rest_)});
+            const value z0 = load({lanes_part::numbers, 2 * k}), z1 = load({lanes_part::numbers, 2 * (k + rest_)});
             const value i_z2 = load_falling(k, 2 * rest_), i_z3 = load_falling(k, rest_);
             const value sum = minus_i(z0, i_z2), difference = plus_i(z0, i_z2);
             const value other_sum = minus_i(z1, i_z3), other = plus_i(z1, i_z3);
@@ -55,25 +49,12 @@ public:
             if (is_last(k)) y[k] = turned_back(y[k], k), y[k + 1] = turned_back(y[k + 1], k + 1);
         }
         const values x = hermitian_butterfly(y, rest_);
-        for (int t = 0; t < rest_; ++t) store({quarter_part::elements, lanes * t}, x[t]);
+        for (int t = 0; t < rest_; ++t) store({lanes_part::elements, lanes * t}, x[t]);
     }
 
 private:
-    value load(quarter_slot s) { return {&g_, g_.load(s.pack())}; }
-    void store(quarter_slot s, value v) { g_.store(s.pack(), plain(v).n); }
-
-    // a + i b and a - i b of vectors of two complex numbers
-    value plus_i(value a, value b) { return {&g_, g_.binary(op::add_i, plain(a).n, plain(b).n)}; }
-    value minus_i(value a, value b) { return {&g_, g_.binary(op::sub_i, plain(a).n, plain(b).n)}; }
-
-    // A negation is taken into the numbers: what follows is a transposition, which would have to carry it out.
-    value times(lane_numbers k, value a) {
-        const node v = g_.nodes()[a.n];
-        const bool scaled = v.what == op::scale && !is_lanes(v.k);
-        const exact factor = (a.quarters == 2 ? -1 : 1) * (scaled ? g_.constants().value(v.k) : exact(1));
-        for (exact& x : k) x = x * factor;
-        return {&g_, g_.scale(scaled ? v.a : a.n, g_.constants().add_lanes(k))};
-    }
+    value load(lanes_slot s) { return row_.load(s); }
+    void store(lanes_slot s, value v) { row_.store(s, v); }
 
     struct lane_roots {
         lane_numbers c, s;
@@ -99,8 +80,7 @@ private:
     static complex_number root(const lane_roots& r, int j, int sign) { return {r.c[j], sign * r.s[j]}; }
     // A vector of two complex numbers times one number each.
     value times_pair(complex_number f, complex_number g, value z) {
-        const constant im = g_.constants().add_lanes({f.im, f.im, g.im, g.im});
-        return {&g_, g_.fused(op::fma_i, times({f.re, f.re, g.re, g.re}, z).n, z.n, im)};
+        return times({f.re, f.re, g.re, g.re}, {f.im, f.im, g.im, g.im}, z);
     }
     values turned_rows(split_value a, split_value b, int k) {
         values z = transposed({a.re, a.im, b.re, b.im});
@@ -127,73 +107,36 @@ private:
     // Of the coefficients k + q L, k + 1 + q L those above n / 2 are the conjugates of end - k and end - k - 1, where
     // end is 2 L or L; here they are multiplied by i. If k + 1 is L / 2, the second of them is a mirror image of one
     // that rises.
-    void store_rising(int first, value v) { store({quarter_part::numbers, 2 * first}, v); }
+    void store_rising(int first, value v) { store({lanes_part::numbers, 2 * first}, v); }
     void store_falling(int k, int end, value v) {
         if (is_last(k))
-            store({quarter_part::two_reversed, 2 * (end - k)}, v);
+            store({lanes_part::two_reversed, 2 * (end - k)}, v);
         else
-            store({quarter_part::reversed, 2 * (end - k - 1)}, v);
+            store({lanes_part::reversed, 2 * (end - k - 1)}, v);
     }
-    value load_falling(int k, int end) { return load({quarter_part::reversed, 2 * (end - k - 1)}); }
+    value load_falling(int k, int end) { return load({lanes_part::reversed, 2 * (end - k - 1)}); }
 
     // Row 0, (a, b, c, d) in the lanes: coefficient 0 is a + b + c + d, 2 L is a - b + c - d, L is a - c - i (b - d).
     void store_row_zero(value v) {
         const value swapped = exchanged(op::swap_halves, v);
         const value sums = v + swapped, other_sums = exchanged(op::swap_pairs, sums);
-        store({quarter_part::one, 0}, sums + other_sums);
-        store({quarter_part::one, 4 * rest_}, sums - other_sums);
-        store({quarter_part::two, 2 * rest_}, times(conjugation, v - swapped));
+        store({lanes_part::one, 0}, sums + other_sums);
+        store({lanes_part::one, 4 * rest_}, sums - other_sums);
+        store({lanes_part::two, 2 * rest_}, times(conjugation, v - swapped));
     }
     value load_row_zero() {
-        const value first = load({quarter_part::one, 0}), last = load({quarter_part::one, 4 * rest_});
-        const value middle = load({quarter_part::two, 2 * rest_});
+        const value first = load({lanes_part::one, 0}), last = load({lanes_part::one, 4 * rest_});
+        const value middle = load({lanes_part::two, 2 * rest_});
         return first + times(conjugation, last) + times({2, -2, -2, 2}, middle);
     }
 
-    dag& g_;
+    const row_in_lanes& row_;
     int n_, rest_;
 };
 
-// Where a store of four numbers of the spectrum begins, or -1.
-int spectrum_start(const node& v) {
-    if (v.what != op::store) return -1;
-    const quarter_slot s = quarter_slot::unpack(v.slot);
-    return s.part == quarter_part::numbers || s.part == quarter_part::reversed ? s.first : -1;
-}
-
-// Lets stores wait for a later one beside them: one instruction then stores both.
-std::vector<int> with_stores_joined(const dag& g, const std::vector<int>& order) {
-    std::map<int, int> first_of;  // by the second store of a pair
-    std::set<int> waiting;
-    for (size_t i = 0; i < order.size(); ++i) {
-        const int start = spectrum_start(g.nodes()[order[i]]);
-        if (start < 0 || first_of.contains(order[i])) continue;
-        const auto is_beside = [&](int n) {
-            const int other = spectrum_start(g.nodes()[n]);
-            return other >= 0 && std::abs(other - start) == lanes && !first_of.contains(n);
-        };
-        const auto later = std::find_if(order.begin() + long(i) + 1, order.end(), is_beside);
-        if (later == order.end()) continue;
-        first_of[*later] = order[i];
-        waiting.insert(order[i]);
-    }
-    std::vector<int> joined;
-    for (const int n : order) {
-        if (waiting.contains(n)) continue;
-        if (first_of.contains(n)) joined.push_back(first_of[n]);
-        joined.push_back(n);
-    }
-    return joined;
-}
-
 }  // namespace
 
-body make_quarter_body(int size, int sign) {
-    body result{dag(pool::growing(false), false), {}};
-    recorder r(result.graph, size);
-    sign < 0 ? r.forward() : r.backward();
-    result.order = with_stores_joined(result.graph, print_order(result.graph, true));
-    return result;
-}
+void real_butterfly_in_lanes(const row_in_lanes& row, int n) { butterfly_in_lanes(row, n).forward(); }
+void hermitian_butterfly_in_lanes(const row_in_lanes& row, int n) { butterfly_in_lanes(row, n).backward(); }
 
 }  // namespace generator

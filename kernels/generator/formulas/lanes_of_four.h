@@ -2,15 +2,16 @@
 // One real transform of size n = 4 L inside vectors of four: lane j holds the elements x[4 t + j], so that all elements
 // are loaded as they lie, and the transforms of size L of all lanes are one. The roots of unity differ from lane to
 // lane. Then two rows of coefficients at a time are transposed into vectors of two complex numbers, for a butterfly of
-// size 4.
+// size 4. L must be a multiple of 4.
 #pragma once
-#include "kernels/generator/bodies/body.h"
+#include <functional>
+
+#include "kernels/generator/graph/value.h"
 
 namespace generator {
 
-// What a load or a store moves. A number of the spectrum is named as in make_real_body: 2 k, and 2 k + 1 for the
-// imaginary part.
-enum class quarter_part {
+// What a load or a store moves. A number of the spectrum is 2 k, and 2 k + 1 for the imaginary part of coefficient k.
+enum class lanes_part {
     elements,  // four elements from `first` on
     numbers,   // four numbers of the spectrum
     reversed,  // the same, the last number in the lowest lane
@@ -19,13 +20,19 @@ enum class quarter_part {
     one,  // one number: stored from the lowest lane, loaded into all
 };
 
-struct quarter_slot {
-    quarter_part part;
+struct lanes_slot {
+    lanes_part part;
     int first;
     int pack() const { return int(part) * 256 + first; }
-    static quarter_slot unpack(int slot) { return {quarter_part(slot / 256), slot % 256}; }
+    static lanes_slot unpack(int slot) { return {lanes_part(slot / 256), slot % 256}; }
 };
 
-body make_quarter_body(int size, int sign);
+struct row_in_lanes {
+    std::function<value(lanes_slot)> load;
+    std::function<void(lanes_slot, value)> store;
+};
+
+void real_butterfly_in_lanes(const row_in_lanes& row, int n);
+void hermitian_butterfly_in_lanes(const row_in_lanes& row, int n);
 
 }  // namespace generator

@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kernels/generator/bodies/recording.h"
+
+#include <cassert>
+
+#include "kernels/generator/passes/order.h"
+#include "kernels/generator/passes/overwrite.h"
+
+namespace generator {
+
+body record(pool constants, const surroundings& where, const std::function<void(dag&)>& formula) {
+    body b{dag(std::move(constants), where.overwrites), {}, where.once && where.overwrites};
+    formula(b.graph);
+    b.order = print_order(b.graph, where.loads_first);
+    choose_overwritten(b.graph, b.order);
+    if (!where.alone) reload_overwritten(b.graph, b.order);
+    return b;
+}
+
+values loaded(dag& g, int count) {
+    values x;
+    for (int j = 0; j < count; ++j) x.push_back({&g, g.load(j)});
+    return x;
+}
+
+void store_real(dag& g, int slot, value v) { g.store(slot, plain(v).n); }
+
+values ready(dag& g, values outputs) {
+    std::vector<int> nodes;
+    for (const value& v : outputs) {
+        assert(v.quarters == 0);
+        nodes.push_back(v.n);
+    }
+    chain_rotated_pairs(g, nodes);
+    for (size_t k = 0; k < outputs.size(); ++k) outputs[k].n = nodes[k];
+    return outputs;
+}
+
+}  // namespace generator

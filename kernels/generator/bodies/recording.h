@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: Apache-2.0
+// From a formula to what is printed of it: one turn of a kernel's loop, recorded, ordered and finished by the passes.
+#pragma once
+#include <functional>
+#include <vector>
+
+#include "kernels/generator/graph/dag.h"
+#include "kernels/generator/graph/value.h"
+
+namespace generator {
+
+struct body {
+    dag graph;
+    std::vector<int> order;  // nodes to print, operands before their users
+    bool once = false;       // constants may as well be loaded where they are used
+};
+
+// What passes must know of the place where a body stands.
+struct surroundings {
+    bool overwrites = false;   // of the vectors: an instruction's result takes the register of an operand
+    bool loads_first = false;  // input and output may be one array: no load follows a store
+    bool once = false;         // not the body of a loop
+    bool alone = false;        // nothing else runs at the time: results are waited for
+};
+
+// `formula` loads, computes and stores.
+body record(pool constants, const surroundings& where, const std::function<void(dag&)>& formula);
+
+// For formulas: inputs 0 to count - 1; an output of real data, whose pending negation is carried out; outputs of complex
+// data, made ready to be stored.
+values loaded(dag& g, int count);
+void store_real(dag& g, int slot, value v);
+values ready(dag& g, values outputs);
+
+}  // namespace generator
