@@ -2,9 +2,9 @@
 #include "real_slots.h"
 
 #include "graph_checks.h"
-#include "kernels/generator/formulas/lanes_of_four.h"
-#include "kernels/generator/bodies/real_row.h"
 #include "kernels/generator/bodies/groups_of_four.h"
+#include "kernels/generator/bodies/real_row.h"
+#include "kernels/generator/formulas/lanes_of_four.h"
 
 namespace {
 
@@ -65,12 +65,11 @@ lane_use lane_use_of(const form& f, int size, const body& b) {
     for (const bool everywhere : {false, true})
         if (same_graph(b, make_real_row_body(f, size, everywhere))) return lane_use::rows;
     const bool one_row = f.loop == shape::real_row || f.loop == shape::real_rows;
-    if (one_row && size >= 16 && same_graph(b, make_lanes_body(size, f.sign))) return lane_use::quarters;
-    if (same_graph(b, make_group_body(f, size, group_layout::side_by_side))) return lane_use::side_by_side;
+    if (one_row && has_lanes_of_four(size) && same_graph(b, make_lanes_body(size, f.sign))) return lane_use::quarters;
+    if (same_graph(b, make_group_body(f, size, real_layout::side_by_side))) return lane_use::side_by_side;
     if (size % 4 != 0) return lane_use::unknown;
-    if (same_graph(b, make_group_body(f, size, group_layout::pairs_in_a_row))) return lane_use::pairs_in_a_row;
-    if (same_graph(b, make_group_body(f, size, group_layout::half_complex_in_a_row)))
-        return lane_use::half_complex_in_a_row;
+    if (same_graph(b, make_group_body(f, size, real_layout::pairs))) return lane_use::pairs_in_a_row;
+    if (same_graph(b, make_group_body(f, size, real_layout::half_complex))) return lane_use::half_complex_in_a_row;
     return lane_use::unknown;
 }
 

@@ -11,11 +11,11 @@ constexpr int lanes = 4;
 
 class recorder {
 public:
-    recorder(dag& g, int size, group_layout layout) : g_(g), n_(size), layout_(layout) {}
+    recorder(dag& g, int size, real_layout layout) : g_(g), n_(size), layout_(layout) {}
 
     void forward() {
         const split_values spectrum = real_butterfly(load_sequence());
-        if (layout_ == group_layout::side_by_side) return store_coefficients(spectrum);
+        if (layout_ == real_layout::side_by_side) return store_coefficients(spectrum);
         values places(last_float() + 1);
         for (int p = 0; p < int(places.size()); ++p)
             if (has_number(p)) places[p] = part_at(spectrum, p);
@@ -24,7 +24,7 @@ public:
 
     void backward() {
         split_values spectrum(n_ / 2 + 1);
-        if (layout_ == group_layout::side_by_side) {
+        if (layout_ == real_layout::side_by_side) {
             load_coefficients(spectrum);
         } else {
             const values places = load_places(last_float() + 1, group_part::spectrum_block);
@@ -39,13 +39,13 @@ private:
     void store(group_slot s, value v) { store_real(g_, s.pack(), v); }
 
     values load_sequence() {
-        if (layout_ != group_layout::side_by_side) return load_places(n_, group_part::block);
+        if (layout_ != real_layout::side_by_side) return load_places(n_, group_part::block);
         values x;
         for (int j = 0; j < n_; ++j) x.push_back(load({group_part::elements, j, 0}));
         return x;
     }
     void store_sequence(const values& x) {
-        if (layout_ != group_layout::side_by_side) return store_places(x, group_part::block);
+        if (layout_ != real_layout::side_by_side) return store_places(x, group_part::block);
         for (int j = 0; j < n_; ++j) store({group_part::elements, j, 0}, x[j]);
     }
 
@@ -75,11 +75,10 @@ private:
 
     // The floats of a row of the spectrum. As pairs, the second is the imaginary part that coefficient 0 hasn't, and so
     // would be the one behind the last.
-    bool has_number(int place) const { return layout_ == group_layout::half_complex_in_a_row || place != 1; }
-    int last_float() const { return layout_ == group_layout::half_complex_in_a_row ? n_ - 1 : n_; }
+    bool has_number(int place) const { return layout_ == real_layout::half_complex || place != 1; }
+    int last_float() const { return layout_ == real_layout::half_complex ? n_ - 1 : n_; }
     value& part_at(split_values& spectrum, int place) const {
-        if (layout_ == group_layout::half_complex_in_a_row)
-            return 2 * place <= n_ ? spectrum[place].re : spectrum[n_ - place].im;
+        if (layout_ == real_layout::half_complex) return 2 * place <= n_ ? spectrum[place].re : spectrum[n_ - place].im;
         return place % 2 ? spectrum[place / 2].im : spectrum[place / 2].re;
     }
     value part_at(const split_values& spectrum, int place) const {
@@ -119,12 +118,12 @@ private:
 
     dag& g_;
     int n_;
-    group_layout layout_;
+    real_layout layout_;
 };
 
 }  // namespace
 
-body make_group_body(const form& f, int size, group_layout layout) {
+body make_group_body(const form& f, int size, real_layout layout) {
     return record(pool::growing(false), {.loads_first = true}, [&](dag& g) {
         recorder r(g, size, layout);
         f.sign < 0 ? r.forward() : r.backward();

@@ -3,15 +3,9 @@
 // Rows that lie any other way have make_real_row_body.
 #pragma once
 #include "kernels/generator/bodies/recording.h"
-#include "kernels/generator/forms/forms.h"
+#include "kernels/generator/forms/layouts.h"
 
 namespace generator {
-
-enum class group_layout {
-    side_by_side,    // adjacent rows on both sides, coefficients as pairs
-    pairs_in_a_row,  // each row as it lies, coefficients as pairs: four columns are loaded at a time and transposed
-    half_complex_in_a_row  // likewise, half-complex
-};
 
 // What a load or a store moves.
 enum class group_part {
@@ -31,6 +25,7 @@ struct group_slot {
     static group_slot unpack(int slot) { return {group_part(slot / 1024), slot / 4 % 256, slot % 4}; }
 };
 
-body make_group_body(const form& f, int size, group_layout layout);
+// The layout is not `anywhere`; unless it is `side_by_side`, the size is a multiple of four.
+body make_group_body(const form& f, int size, real_layout layout);
 
 }  // namespace generator

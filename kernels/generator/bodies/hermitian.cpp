@@ -33,7 +33,7 @@ bool is_real_input(const edge_row_kind& kind, int q) {
 
 body make_hermitian_body(const hermitian_kind& kind) {
     return record(pool(kind.size, +1), {.overwrites = kind.overwrites}, [&](dag& g) {
-        values x = loaded(g, stored_inputs(kind.size));
+        values x = load_all(g, stored_inputs(kind.size));
         for (int q = int(x.size()); q < kind.size; ++q) x.push_back(conjugate(value{&g, g.load(q)}));
         values y = ready(g, butterfly(x, +1));
         for (int j = 1; j < kind.size; ++j) y[j].n = g.binary(op::mul, y[j].n, g.twiddle(j));

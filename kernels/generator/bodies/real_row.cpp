@@ -12,7 +12,7 @@ namespace {
 bool has_imaginary_part(int k, int n) { return k != 0 && 2 * k != n; }
 
 void record_forward(dag& g, int n) {
-    const split_values y = real_butterfly(loaded(g, n));
+    const split_values y = real_butterfly(load_all(g, n));
     for (int k = 0; 2 * k <= n; ++k) {
         store_real(g, 2 * k, y[k].re);
         if (has_imaginary_part(k, n)) store_real(g, 2 * k + 1, y[k].im);
@@ -30,7 +30,7 @@ void record_backward(dag& g, int n) {
 }
 
 void record_cosine(dag& g, int n) {
-    const values y = cosine_butterfly(loaded(g, n));
+    const values y = cosine_butterfly(load_all(g, n));
     for (int k = 0; k < n; ++k) store_real(g, k, y[k]);
 }
 

@@ -17,7 +17,7 @@ body record(pool constants, const surroundings& where, const std::function<void(
     return b;
 }
 
-values loaded(dag& g, int count) {
+values load_all(dag& g, int count) {
     values x;
     for (int j = 0; j < count; ++j) x.push_back({&g, g.load(j)});
     return x;

@@ -26,9 +26,9 @@ struct surroundings {
 // `formula` loads, computes and stores.
 body record(pool constants, const surroundings& where, const std::function<void(dag&)>& formula);
 
-// For formulas: inputs 0 to count - 1; an output of real data, whose pending negation is carried out; outputs of complex
-// data, made ready to be stored.
-values loaded(dag& g, int count);
+// For formulas: inputs 0 to count - 1; an output of real data, whose pending negation is carried out; outputs of
+// complex data, made ready to be stored.
+values load_all(dag& g, int count);
 void store_real(dag& g, int slot, value v);
 values ready(dag& g, values outputs);
 

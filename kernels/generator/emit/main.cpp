@@ -8,8 +8,8 @@
 #include <iterator>
 
 #include "kernels/generator/emit/kernel.h"
+#include "kernels/generator/emit/names.h"
 #include "kernels/generator/emit/tables.h"
-#include "kernels/generator/emit/text.h"
 
 namespace generator {
 
@@ -36,8 +36,8 @@ void write_family(const std::string& dir, const form& f) {
     std::string unit =
         "// Written by kernels/generator.\n#include \"kernels/ops/ops.h\"\n#include \"../declarations.h\"\n";
     for (int size : f.sizes) {
-        const std::string file = (size < 10 ? "n0" : "n") + std::to_string(size) + ".cpp";
-        const std::string source = kernel_source(f, size);
+        const std::string file = numbered(size) + ".cpp";
+        const std::string source = kernel_source(f, size).str();
         write_if_changed(dir + "/" + f.name + "/" + file, source);
         unit += "#include \"" + file + "\"  // " + fingerprint(source) + "\n";
     }

@@ -10,7 +10,7 @@ namespace generator {
 namespace {
 
 std::string name(const dag& g, int n) {
-    return (g.nodes()[n].what == op::twiddle ? "w" + std::to_string(g.nodes()[n].slot) : "t" + std::to_string(n));
+    return g.nodes()[n].what == op::twiddle ? "w" + std::to_string(g.nodes()[n].slot) : "t" + std::to_string(n);
 }
 
 // A constant that is loaded where it is used stays in its register for this many operations.
@@ -112,14 +112,15 @@ private:
     std::map<std::string, recent_use> uses_;  // of constants that aren't held
 };
 
-std::string kept_place(int n) { return "kept_t" + std::to_string(n); }
+std::string place_in_memory(int n) { return "kept_t" + std::to_string(n); }
 
 std::string expression(const dag& g, int n, const access& a, const constant_registers& constants) {
     const node& v = g.nodes()[n];
     if (v.what == op::load) return a.load(v.slot);
-    if (v.what == op::reload) return "reload(" + kept_place(v.a) + ")";
+    if (v.what == op::reload) return "reload(" + place_in_memory(v.a) + ")";
     std::string s = operation_of(v.what).word;
-    if (constants_of(v.what) == constant_from::any_lane) s += v.k.everywhere ? "_all" : "<" + std::to_string(constants.lane(v.k)) + ">";
+    if (constants_of(v.what) == constant_from::any_lane)
+        s += v.k.everywhere ? "_all" : "<" + std::to_string(constants.lane(v.k)) + ">";
     if (v.into_b) s += "_into_b";
     s += "(" + name(g, v.a);
     if (v.b != none) s += ", " + name(g, v.b);
@@ -134,6 +135,11 @@ void print_twiddle(text& out, int slot, const access& a) {
 
 }  // namespace
 
+void take_row_twiddles(access& a) {
+    a.twiddle = [](int j) { return "load_row(w + " + std::to_string(2 * (j - 1)) + ")"; };
+    a.twiddle_type = "row_twiddle";
+}
+
 void print_constants(text& out, const body& b) { constant_registers(b).declare(out); }
 
 void print_twiddles(text& out, const body& b, const access& a) {
@@ -142,12 +148,12 @@ void print_twiddles(text& out, const body& b, const access& a) {
 }
 
 void print_operations(text& out, const body& b, const access& a) {
-    out.printed(std::make_shared<const body>(b));
+    out.printed.push_back(std::make_shared<const body>(b));
     constant_registers constants(b);
     bool stored = false;
-    std::set<int> kept;
+    std::set<int> in_memory;
     for (int n : b.order)
-        if (b.graph.nodes()[n].what == op::reload) kept.insert(b.graph.nodes()[n].a);
+        if (b.graph.nodes()[n].what == op::reload) in_memory.insert(b.graph.nodes()[n].a);
     for (int at = 0; at < int(b.order.size()); ++at) {
         const int n = b.order[at];
         const node& v = b.graph.nodes()[n];
@@ -159,7 +165,7 @@ void print_operations(text& out, const body& b, const access& a) {
             out.line(a.store(v.slot, name(b.graph, v.a)), ";");
         } else
             out.line("const vec ", name(b.graph, n), " = ", expression(b.graph, n, a, constants), ";");
-        if (kept.contains(n)) out.line("const in_memory ", kept_place(n), "{", name(b.graph, n), "};");
+        if (in_memory.contains(n)) out.line("const in_memory ", place_in_memory(n), "{", name(b.graph, n), "};");
     }
 }
 

@@ -2,8 +2,9 @@
 // A body as text in the vocabulary of kernels/ops: one named local for every operation.
 #pragma once
 #include <functional>
+#include <memory>
 
-#include "kernels/generator/bodies/complex.h"
+#include "kernels/generator/bodies/recording.h"
 #include "kernels/generator/emit/text.h"
 
 namespace generator {
@@ -17,6 +18,9 @@ struct access {
     std::string twiddle_type = "vec";
     bool twiddles_held = false;  // print_twiddles has loaded them, outside of the loop
 };
+
+// Twiddles of a row that every lane multiplies by.
+void take_row_twiddles(access& a);
 
 void print_constants(text& out, const body& b);
 void print_twiddles(text& out, const body& b, const access& a);

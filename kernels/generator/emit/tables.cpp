@@ -4,10 +4,9 @@
 #include <cstdio>
 
 #include "kernels/generator/emit/kernel.h"
+#include "kernels/generator/emit/names.h"
+#include "kernels/generator/forms/signatures.h"
 #include "kernels/generator/graph/pool.h"
-#include "kernels/generator/loops/real_loops.h"
-#include "kernels/generator/loops/sorensen_loops.h"
-#include "kernels/generator/loops/sorensen_real_rows.h"
 
 namespace generator {
 
@@ -16,35 +15,12 @@ namespace {
 constexpr int table_slots = 64, long_table_slots = 128;
 constexpr int signs[] = {-1, 1};
 
-const char* direction(int sign) { return sign < 0 ? "fwd" : "bwd"; }
-
-std::string pool_name(int size, int sign) {
-    return std::string("pool_") + direction(sign) + (size < 10 ? "_n0" : "_n") + std::to_string(size);
-}
-
 int slots(const form& f) { return is_real(f) || f.sizes.back() > table_slots ? long_table_slots : table_slots; }
 
+// Complex kernels share the pools of their sizes.
 std::vector<named_pool> pools_of(const form& f, int size) {
-    if (is_real(f)) return real_pools(f, size);
-    if (is_sorensen(f)) return sorensen_pools(f, size);
-    return {};
-}
-
-const char* pointer_type(const form& f) {
-    if (is_real(f)) return f.loop == shape::cosine_rows ? "redft00_kernel" : "real_kernel";
-    if (is_sorensen(f)) return "sorensen_kernel";
-    switch (f.loop) {
-        case shape::direct:
-            return f.data == layout::contig ? "direct_contig_kernel" : "direct_strided_kernel";
-        case shape::many:
-            return "many_kernel";
-        case shape::assemble:
-            return "many_assemble_kernel";
-        case shape::rows:
-            return "many_rows_kernel";
-        default:
-            return "stage_kernel";
-    }
+    if (f.sign == 0) return {};
+    return kernel_source(f, size).pools;
 }
 
 std::string double_text(long double v) {
@@ -54,7 +30,7 @@ std::string double_text(long double v) {
 }
 
 std::string table_declaration(const form& f, int sign) {
-    return std::string("extern const ") + pointer_type(f) + " " + f.name + "_" + direction(sign) + "[" +
+    return std::string("extern const ") + signature_of(f).type + " " + table_name(f, sign) + "[" +
            std::to_string(slots(f)) + "]";
 }
 
@@ -77,7 +53,8 @@ std::string array_of(const named_pool& p) { return (p.in_double ? "double " : "f
 std::string pool_text(const named_pool& p) {
     std::string s = "\nalignas(16) const " + array_of(p) + " = {\n";
     for (const pool_entry& e : p.numbers.entries())
-        for (const exact& v : e.value) s += "    " + (p.in_double ? double_text(v.value()) : float_text(v.value())) + ",\n";
+        for (const exact& v : e.value)
+            s += "    " + (p.in_double ? double_text(v.value()) : float_text(v.value())) + ",\n";
     if (p.numbers.entries().size() % 2) s += "    0, 0,  // pairs are loaded by twos\n";
     for (const pool::lane_numbers& k : p.numbers.lanes()) {
         s += "   ";
@@ -119,12 +96,8 @@ std::string tables_text() {
         for (int sign : signs) {
             if (!has_direction(f, sign)) continue;
             s += "\n" + table_declaration(f, sign) + " = {\n";
-            size_t next = 0;
-            for (int size = 1; size <= slots(f); ++size) {
-                const bool has = next < f.sizes.size() && f.sizes[next] == size;
-                s += "    " + (has ? kernel_name(f, size, sign) : "nullptr") + ",\n";
-                next += has;
-            }
+            for (int size = 1; size <= slots(f); ++size)
+                s += "    " + (has_size(f, size) ? kernel_name(f, size, sign) : "nullptr") + ",\n";
             s += "};\n";
         }
     return s;
@@ -154,7 +127,7 @@ std::string registry_text() {
         "const kernel_family kernel_families[] = {\n";
     const auto pointer = [](const form& f, int sign) {
         if (!has_direction(f, sign)) return std::string("nullptr");
-        return std::string("reinterpret_cast<const any_kernel*>(") + f.name + "_" + direction(sign) + ")";
+        return "reinterpret_cast<const any_kernel*>(" + table_name(f, sign) + ")";
     };
     for (const form& f : forms())
         s += std::string("    {\"") + f.name + "\", {" + pointer(f, -1) + ", " + pointer(f, 1) + "}},\n";
@@ -173,7 +146,8 @@ std::string pools_text() {
             if (p.entries().empty()) continue;
             s += "\nalignas(16) const float " + pool_name(size, sign) + "[] = {\n";
             for (const pool_entry& e : p.entries())
-                s += "    " + float_text(e.value[0].value()) + ", " + float_text(e.value[1].value()) + ",  // " + e.meaning + "\n";
+                s += "    " + float_text(e.value[0].value()) + ", " + float_text(e.value[1].value()) + ",  // " +
+                     e.meaning + "\n";
             if (p.entries().size() % 2) s += "    0, 0,  // pairs are loaded by twos\n";
             s += "};\n";
         }

@@ -1,15 +1,24 @@
 // SPDX-License-Identifier: Apache-2.0
-// Indented lines of generated source.
+// Indented lines of generated source, and what they were made from.
 #pragma once
 #include <memory>
 #include <sstream>
 #include <string>
 #include <vector>
 
+#include "kernels/generator/graph/pool.h"
+
 namespace generator {
 
 struct body;
 using bodies = std::vector<std::shared_ptr<const body>>;
+
+// The constants of a kernel of real data, which stand in a unit of their own.
+struct named_pool {
+    std::string name;
+    bool in_double;
+    pool numbers;
+};
 
 class text {
 public:
@@ -25,17 +34,19 @@ public:
     void append(const std::string& lines) { out_ += lines; }
     const std::string& str() const { return out_; }
 
-    // The graphs that lines were printed from, in the order of the lines.
-    void printed(std::shared_ptr<const body> b) { printed_.push_back(std::move(b)); }
-    const bodies& printed_bodies() const { return printed_; }
+    // The bodies that lines were printed from, in the order of the lines, and the pools that they name.
+    bodies printed;
+    std::vector<named_pool> pools;
+
+    void declare_pool(const named_pool& p) {
+        for (const named_pool& known : pools)
+            if (known.name == p.name) return;
+        pools.push_back(p);
+    }
 
 private:
     std::string out_;
-    bodies printed_;
     int depth_ = 0;
 };
-
-// Writes a file unless it has this text already, so that what depends on it isn't built again.
-void write_if_changed(const std::string& path, const std::string& content);
 
 }  // namespace generator

@@ -2,7 +2,7 @@
 // One real transform of size n = 4 L inside vectors of four: lane j holds the elements x[4 t + j], so that all elements
 // are loaded as they lie, and the transforms of size L of all lanes are one. The roots of unity differ from lane to
 // lane. Then two rows of coefficients at a time are transposed into vectors of two complex numbers, for a butterfly of
-// size 4. L must be a multiple of 4.
+// size 4.
 #pragma once
 #include <functional>
 
@@ -26,6 +26,9 @@ struct lanes_slot {
     int pack() const { return int(part) * 256 + first; }
     static lanes_slot unpack(int slot) { return {lanes_part(slot / 256), slot % 256}; }
 };
+
+// Of the rows of coefficients 1 to L / 2 every two must be there, and the last pair ends in the middle.
+constexpr bool has_lanes_of_four(int n) { return n % 16 == 0; }
 
 struct row_in_lanes {
     std::function<value(lanes_slot)> load;

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// a + b and a - b together, as cheaply as the machine allows. Where a sum with a product takes the register of one of its
-// operands, both together would need a copy.
+// a + b and a - b together, as cheaply as the machine allows. Where a sum with a product takes the register of one of
+// its operands, both together would need a copy.
 #include <utility>
 
 #include "kernels/generator/graph/value.h"

@@ -14,7 +14,8 @@ namespace {
 
 // Angles are folded into the first octant before they are rounded, so that mirrored angles give the same bits.
 long double rounded_cosine(turn acute) {
-    const int64_t t = 8 * acute.num > acute.den ? acute.den - 4 * acute.num : 4 * acute.num;  // in 1 / (4 den) of a turn
+    const int64_t t =
+        8 * acute.num > acute.den ? acute.den - 4 * acute.num : 4 * acute.num;  // in 1 / (4 den) of a turn
     const long double a = 2 * std::numbers::pi_v<long double> * t / (4 * acute.den);
     return 8 * acute.num > acute.den ? std::sin(a) : std::cos(a);
 }
@@ -70,8 +71,9 @@ exact exact::operator-() const {
 }
 
 bool exact::operator==(const exact& b) const {
-    return num_ == b.num_ && (num_ == 0 || (negative_ == b.negative_ && den_ == b.den_ && count_ == b.count_ &&
-                                            std::equal(cosines_.begin(), cosines_.begin() + count_, b.cosines_.begin())));
+    return num_ == b.num_ &&
+           (num_ == 0 || (negative_ == b.negative_ && den_ == b.den_ && count_ == b.count_ &&
+                          std::equal(cosines_.begin(), cosines_.begin() + count_, b.cosines_.begin())));
 }
 
 exact operator*(const exact& a, const exact& b) {

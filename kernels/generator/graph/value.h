@@ -45,8 +45,8 @@ pair_of_values sum_and_difference(value a, value b);
 // a + (p + q) and a - (p + q), where p and q are products.
 pair_of_values sum_and_difference(value a, value p, value q);
 
-// Real vectors of four: products with a number for each lane; and, of two complex numbers in the lanes, a + i b, a - i b,
-// and products with the complex numbers of these parts.
+// Real vectors of four: products with a number for each lane; and, of two complex numbers in the lanes, a + i b, a - i
+// b, and products with the complex numbers of these parts.
 value times(pool::lane_numbers k, value a);
 value plus_i(value a, value b);
 value minus_i(value a, value b);

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "kernels/generator/loops/real_access.h"
+#include "kernels/generator/loops/real_places.h"
 
-#include "kernels/generator/formulas/lanes_of_four.h"
 #include "kernels/generator/bodies/groups_of_four.h"
+#include "kernels/generator/formulas/lanes_of_four.h"
 
 namespace generator {
 
@@ -25,8 +25,7 @@ int numbers_in(lanes_part part) {
 
 }  // namespace
 
-// Single rows, or vectors of adjacent rows: the numbers of a row at the offsets of the tables.
-access row_access(const form& f) {
+access at_offsets(const form& f) {
     access a;
     auto from = f.sign < 0 ? element : coefficient_part, to = f.sign < 0 ? coefficient_part : element;
     if (f.loop == shape::cosine_rows) {
@@ -38,8 +37,7 @@ access row_access(const form& f) {
     return a;
 }
 
-// Rows in lanes at any distance apart.
-access apart_access(const form& f) {
+access at_offsets_apart(const form& f) {
     const auto from = f.sign < 0 ? element : coefficient_part, to = f.sign < 0 ? coefficient_part : element;
     access a;
     a.load = [from](int slot) { return "load_apart(" + from(slot) + ", d0)"; };
@@ -47,10 +45,9 @@ access apart_access(const form& f) {
     return a;
 }
 
-// Parts of one row in the lanes of a vector, at their offsets or, contiguous, as they lie.
-access quarter_access(row_layout layout, int size) {
+access in_lanes(real_layout layout, int size) {
     const auto in_one_place = [=](lanes_part part) {
-        return layout == row_layout::pairs || (part == lanes_part::elements && layout != row_layout::offsets);
+        return layout == real_layout::pairs || (part == lanes_part::elements && layout != real_layout::anywhere);
     };
     const auto places = [=](lanes_slot s) {
         const bool elements = s.part == lanes_part::elements;
@@ -61,7 +58,7 @@ access quarter_access(row_layout layout, int size) {
         }
         const auto place = [=](int slot) {
             if (elements) return element(slot);
-            if (layout == row_layout::offsets) return coefficient_part(slot);
+            if (layout == real_layout::anywhere) return coefficient_part(slot);
             return "b0 + " + number(slot % 2 ? size - slot / 2 : slot / 2);
         };
         const int count = numbers_in(s.part);
@@ -87,8 +84,7 @@ access quarter_access(row_layout layout, int size) {
     return a;
 }
 
-// Four rows in lanes, in a layout that lies well.
-access rows_access(const form& f) {
+access in_groups(const form& f) {
     const std::string d[] = {f.sign < 0 ? "d0" : "d1", f.sign < 0 ? "d1" : "d0"};
     const auto place = [d](group_slot s) {
         const bool spectrum = s.part != group_part::block;

@@ -1,28 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
-// One transform: no loop, everything is read before the first store.
+// One transform, or one in every lane: no loop, everything is read before the first store.
+#include "kernels/generator/bodies/complex.h"
 #include "kernels/generator/loops/address.h"
-#include "kernels/generator/loops/loop_shapes.h"
+#include "kernels/generator/loops/loops.h"
 
 namespace generator {
 
-const char* one_vocabulary(const form& f) {
-    return f.isa == instruction_set::neon ? "neon_one" : is_sve(f) ? "sve_one" : "scalar";
-}
-
-const char* full_vocabulary(const form& f) { return f.isa == instruction_set::neon ? "neon_pair" : "sve_quad"; }
-
-void print_direct(text& out, const form& f, int size, int sign) {
-    const bool sve = is_sve(f);
-    const body b = make_complex_body({.size = size,
-                              .sign = sign,
-                              .where = {.overwrites = sve,
-                                        .loads_first = true,
-                                        .once = true,
-                                        .alone = f.loop == shape::direct}});
+void print_single(text& out, const form& f, int size, int sign) {
+    const surroundings where = {
+        .overwrites = f.in->overwrites, .loads_first = true, .once = true, .alone = f.loop == shape::direct};
+    const body b = make_complex_body({.size = size, .sign = sign, .where = where});
     const strided_address input("in", "is", size), output("out", "os", size);
     access a;
     out.line("{");
-    out.line("using namespace ", f.data == layout::batch ? full_vocabulary(f) : one_vocabulary(f), ";");
+    out.line("using namespace ", f.in->vocabulary, ";");
     if (f.data == layout::contig) {
         a.load = [](int j) { return "load(in + " + std::to_string(2 * j) + ")"; };
         a.store = [](int k, std::string v) { return "store(out + " + std::to_string(2 * k) + ", " + v + ")"; };
