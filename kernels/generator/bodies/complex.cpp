@@ -2,6 +2,7 @@
 #include "kernels/generator/bodies/complex.h"
 
 #include "kernels/generator/formulas/butterflies.h"
+#include "kernels/generator/formulas/sizes.h"
 
 namespace generator {
 
@@ -22,7 +23,7 @@ values transpose_two(dag& g, int r) {
 }  // namespace
 
 body make_complex_body(const complex_kind& kind) {
-    return record(pool(kind.size, kind.sign), kind.where, [&](dag& g) {
+    return record(constants_of(kind.size, kind.sign), kind.where, [&](dag& g) {
         values x = kind.transposed ? transpose_two(g, kind.size) : load_all(g, kind.size);
         for (int j = 1; kind.twiddled && j < kind.size; ++j) x[j].n = g.binary(op::mul, x[j].n, g.twiddle(j));
         const values y = ready(g, butterfly(x, kind.sign));

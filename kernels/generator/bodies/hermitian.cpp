@@ -4,6 +4,7 @@
 #include "kernels/generator/bodies/complex.h"
 #include "kernels/generator/formulas/butterflies.h"
 #include "kernels/generator/formulas/real_butterflies.h"
+#include "kernels/generator/formulas/sizes.h"
 
 namespace generator {
 
@@ -32,7 +33,7 @@ bool is_real_input(const edge_row_kind& kind, int q) {
 }  // namespace
 
 body make_hermitian_body(const hermitian_kind& kind) {
-    return record(pool(kind.size, +1), {.overwrites = kind.overwrites}, [&](dag& g) {
+    return record(constants_of(kind.size, +1), {.overwrites = kind.overwrites}, [&](dag& g) {
         values x = load_all(g, stored_inputs(kind.size));
         for (int q = int(x.size()); q < kind.size; ++q) x.push_back(conjugate(value{&g, g.load(q)}));
         values y = ready(g, butterfly(x, +1));

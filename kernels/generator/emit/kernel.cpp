@@ -3,7 +3,7 @@
 
 #include "kernels/generator/emit/names.h"
 #include "kernels/generator/forms/signatures.h"
-#include "kernels/generator/graph/pool.h"
+#include "kernels/generator/formulas/sizes.h"
 #include "kernels/generator/loops/loops.h"
 
 namespace generator {
@@ -31,7 +31,7 @@ void append_both_directions(text& out, const form& f, int size) {
                        (sign < 0 ? forward : backward) + "}\n\n");
     for (int sign : {-1, 1})
         out.append("void " + kernel_name(f, size, sign) + kernel_parameters(f) + " {\n    " + run(sign) + "(" +
-                   s.shared_arguments + ", " + (pool(size, sign).empty() ? "nullptr" : pool_name(size, sign)) +
+                   s.shared_arguments + ", " + (constants_of(size, sign).empty() ? "nullptr" : pool_name(size, sign)) +
                    ");\n}\n");
 }
 

@@ -6,7 +6,7 @@
 #include "kernels/generator/emit/kernel.h"
 #include "kernels/generator/emit/names.h"
 #include "kernels/generator/forms/signatures.h"
-#include "kernels/generator/graph/pool.h"
+#include "kernels/generator/formulas/sizes.h"
 
 namespace generator {
 
@@ -17,7 +17,17 @@ constexpr int signs[] = {-1, 1};
 
 int slots(const form& f) { return is_real(f) || f.sizes.back() > table_slots ? long_table_slots : table_slots; }
 
-// Complex kernels share the pools of their sizes.
+// The sizes whose pools complex kernels share.
+std::vector<int> sizes_with_pools() {
+    std::vector<int> sizes;
+    for (int size = 2; size <= long_table_slots; ++size) {
+        const auto needs = [&](const form& f) { return !is_real(f) && has_size(f, size); };
+        if (std::ranges::any_of(forms(), needs) && !constants_of(size, -1).empty()) sizes.push_back(size);
+    }
+    return sizes;
+}
+
+// The pools of a kernel's own.
 std::vector<named_pool> pools_of(const form& f, int size) {
     if (f.sign == 0) return {};
     return kernel_source(f, size).pools;
@@ -68,9 +78,8 @@ std::string pool_text(const named_pool& p) {
 
 std::string declarations_text() {
     std::string s = head;
-    for (int size = 2; size <= long_table_slots; ++size)
-        for (int sign : signs)
-            if (!pool(size, sign).entries().empty()) s += "extern const float " + pool_name(size, sign) + "[];\n";
+    for (int size : sizes_with_pools())
+        for (int sign : signs) s += "extern const float " + pool_name(size, sign) + "[];\n";
     for (const form& f : forms())
         for (int size : f.sizes) {
             for (const named_pool& p : pools_of(f, size)) s += "extern const " + array_of(p) + ";\n";
@@ -108,9 +117,8 @@ namespace {
 std::string pool_registry_text() {
     std::string s = "\nconst kernel_pool kernel_pools[] = {\n";
     int count = 0;
-    for (int size = 2; size <= long_table_slots; ++size) {
-        const size_t pairs = pool(size, -1).entries().size();
-        if (pairs == 0) continue;
+    for (int size : sizes_with_pools()) {
+        const size_t pairs = constants_of(size, -1).entries().size();
         s += "    {" + std::to_string(size) + ", " + std::to_string(pairs) + ", {" + pool_name(size, -1) + ", " +
              pool_name(size, +1) + "}},\n";
         ++count;
@@ -140,10 +148,9 @@ std::string pools_text() {
         "// Written by kernels/generator. Pairs (cos, sin) of 2 pi k / n; sines negated in forward pools.\n"
         "// In a unit of their own, so that kernels load them as vectors, not each number by itself.\n"
         "#include \"declarations.h\"\n";
-    for (int size = 2; size <= long_table_slots; ++size)
+    for (int size : sizes_with_pools())
         for (int sign : signs) {
-            const pool p(size, sign);
-            if (p.entries().empty()) continue;
+            const pool p = constants_of(size, sign);
             s += "\nalignas(16) const float " + pool_name(size, sign) + "[] = {\n";
             for (const pool_entry& e : p.entries())
                 s += "    " + float_text(e.value[0].value()) + ", " + float_text(e.value[1].value()) + ",  // " +

@@ -2,55 +2,13 @@
 #include "kernels/generator/graph/pool.h"
 
 #include <cstdio>
-#include <cstdlib>
+#include <stdexcept>
+#include <utility>
 
 namespace generator {
 
-namespace {
-
-// Which angles k / n the pool of a size holds: k from 1 to `count`, n as given. Sizes 15, 21 and 24 are told below.
-struct angle_range {
-    int size, count, den;
-};
-constexpr angle_range ranges[] = {
-    {3, 1, 3},    {5, 2, 5},    {6, 1, 6},    {7, 3, 7},   {8, 1, 8},    {9, 4, 9},   {10, 2, 10},    {11, 5, 11},
-    {12, 1, 12},  {13, 6, 13},  {14, 3, 14},  {16, 2, 16}, {17, 8, 17},  {18, 4, 18}, {19, 9, 19},    {20, 2, 20},
-    {23, 11, 23}, {29, 14, 29}, {31, 15, 31}, {32, 4, 32}, {37, 18, 37}, {64, 8, 64}, {128, 16, 128},
-};
-
-}  // namespace
-
-pool::pool(int size, int sign) : sign_(sign) {
-    for (const angle_range& r : ranges)
-        if (r.size == size)
-            for (int k = 1; k <= r.count; ++k) add_angle({k, r.den});
-    // Composite sizes with a factor 3: the sine of 60 degrees is folded into the constants of the other factor.
-    const exact s3 = sine({1, 6});
-    if (size == 15) {
-        for (turn a : {turn{1, 6}, turn{1, 5}, turn{1, 10}}) add_angle(a);
-        add_pair(sine({1, 5}) * s3, sign * cosine({1, 10}) * s3, "(sin 2/10, cos 1/10) sin 1/6");
-        add_pair(sine({1, 10}) * s3, sign * cosine({1, 5}) * s3, "(sin 1/10, cos 2/10) sin 1/6");
-    }
-    if (size == 21) {
-        const turn sevenths[] = {{1, 7}, {3, 14}, {1, 14}};
-        add_angle({1, 6});
-        for (turn a : sevenths) add_angle(a);
-        for (turn a : sevenths)
-            add_pair(sine(a) * s3, sign * cosine(a) * s3,
-                     "(sin, cos) " + std::to_string(a.num) + "/" + std::to_string(a.den) + " sin 1/6");
-    }
-    if (size == 24) {
-        add_angle({1, 6});
-        add_pair(cosine({1, 8}), sign * cosine({1, 8}) * s3, "cos 1/8 (1, sin 1/6)");
-    }
-}
-
-void pool::add_angle(turn angle) {
-    add_pair(cosine(angle), sign_ * sine(angle), std::to_string(angle.num) + "/" + std::to_string(angle.den));
-}
-
-void pool::add_pair(const exact& c, const exact& s, std::string meaning) {
-    entries_.push_back({{c, s}, std::move(meaning)});
+void pool::add(std::array<exact, 2> pair, std::string meaning) {
+    entries_.push_back({{pair[0], pair[1]}, std::move(meaning)});
 }
 
 exact pool::value(constant k) const {
@@ -89,8 +47,9 @@ found_constant pool::find(const exact& value) {
             if (v == value || v == -value) return {{int(e), lane, everywhere_}, v == -value};
         }
     if (grows_) return {add_number(value.magnitude()), value.is_negative()};
-    std::fprintf(stderr, "generator: the pool holds no %.17Lg\n", value.value());
-    std::abort();
+    char s[60];
+    std::snprintf(s, sizeof s, "the constants of this size lack %.17Lg", value.value());
+    throw std::runtime_error(s);
 }
 
 found_constant pool::in_odd_lane(constant k) const {

@@ -37,8 +37,8 @@ struct found_constant {
 
 class pool {
 public:
-    // The pairs of a complex kernel, in an order that is fixed here.
-    pool(int size, int sign);
+    pool() = default;
+    void add(std::array<exact, 2> pair, std::string meaning);
     // A pool that takes up what it is asked for, number by number. Whether its numbers are taken by lane or each from a
     // register of its own is the vector's business.
     static pool growing(bool everywhere);
@@ -58,12 +58,8 @@ public:
     bool empty() const { return entries_.empty() && lanes_.empty(); }
 
 private:
-    pool() = default;
-    void add_angle(turn angle);
     constant add_number(const exact& value);
-    void add_pair(const exact& c, const exact& s, std::string meaning);
 
-    int sign_ = 0;
     bool grows_ = false, everywhere_ = false;
     int numbers_ = 0;  // in a growing pool
     std::vector<pool_entry> entries_;

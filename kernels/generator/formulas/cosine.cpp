@@ -3,6 +3,7 @@
 // o[k]. For an even n, e is the transform of half the length and o is of type II; that one splits into the same type,
 // for sums, and type IV, for differences of elements that mirror each other.
 #include "kernels/generator/formulas/real_butterflies.h"
+#include "kernels/generator/formulas/sizes.h"
 
 namespace generator {
 
@@ -23,6 +24,7 @@ values type_four(const values& x) {
 values type_two(const values& x) {
     const int n = int(x.size()), h = n / 2;
     if (n == 1) return {2 * x[0]};
+    if (n % 2 != 0) throw no_method("the type II cosine transform", n);
     values sums, differences, out(n);
     for (int i = 0; i < h; ++i) {
         const auto [sum, difference] = sum_and_difference(x[i], x[n - 1 - i]);
@@ -34,7 +36,8 @@ values type_two(const values& x) {
     return out;
 }
 
-// The two halves for an odd n, from the definition.
+// The two halves for an odd n, from the definition, whose operations are about n^2 / 2.
+constexpr int largest_odd = 7;
 values odd_halves(const values& x, int parity) {
     const int n = int(x.size()) - 1;
     values out;
@@ -52,6 +55,7 @@ values cosine_butterfly(const values& x) {
     const int n = int(x.size()) - 1;
     values even, odd, out(n + 1);
     if (n % 2) {
+        if (n > largest_odd) throw no_method("the type I cosine transform", n + 1);
         even = odd_halves(x, 0);
         odd = odd_halves(x, 1);
     } else {
