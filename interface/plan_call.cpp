@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interface/plan_call.h"
 
+#include "interface/level.h"
 #include "planner/solver.h"
 #include "threads/threads.h"
 
@@ -37,11 +38,12 @@ fft_plan* new_problem(uint32_t kind, int64_t sign, int64_t split, unsigned flags
 
 fft_plan* finish_plan_call(fft_plan* record) {
     if (!record) return nullptr;
-    if (!layout_is_addressable(*record) || plan_problem(&record) != accepted) {
+    const inner_library& inner = level_at_work();
+    if (!layout_is_addressable(*record) || inner.plan_problem(&record) != accepted) {
         fft_plan_free(record);
         return nullptr;
     }
-    plan_finish(record);
+    inner.plan_finish(record);
     return record;
 }
 
