@@ -1,14 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-// What can be told of a kernel body without computing it: the promises of its loads, stores and constants, and the
-// counts of its operations.
+// What can be told of a kernel body without computing it: the promises of its loads, stores and constants.
 #pragma once
 #include <string>
 #include <vector>
 
 #include "kernels/generator/bodies/complex.h"
 #include "kernels/generator/emit/kernel.h"
+#include "kernels/generator/passes/counts.h"
 
-bool same_graph(const generator::body& a, const generator::body& b);
 bool has(const generator::body& b, generator::op what);
 // The slots of all operations of a kind, in the printed order.
 std::vector<int> slots_of(const generator::body& b, generator::op what);
@@ -25,11 +24,3 @@ complaints in_place_complaints(const generator::body& b);
 // Whether an operation gives the register of an operand away that a later one still wants, which costs a copy.
 complaints copy_complaints(const generator::body& b);
 complaints constant_complaints(const generator::body& b);
-
-struct operation_counts {
-    int loads, twiddles, adds, turned, scales, fused, turned_fused, products, exchanges, stores;
-    int pool;  // pairs of constants, and vectors of them
-    int peak;  // most vectors that are alive at once in the printed order, constants left out
-    bool operator==(const operation_counts&) const = default;
-};
-operation_counts count_operations(const generator::body& b);

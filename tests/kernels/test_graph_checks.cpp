@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "graph_checks.h"
-#include "interpreter.h"
 #include "kernels/generator/formulas/sizes.h"
+#include "kernels/generator/passes/interpretation.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 
 #include "families.h"
 #include "graph_checks.h"
-#include "interpreter.h"
+#include "kernels/generator/passes/interpretation.h"
 
 namespace {
 

@@ -6,7 +6,7 @@
 
 #include "families.h"
 #include "graph_checks.h"
-#include "interpreter.h"
+#include "kernels/generator/passes/interpretation.h"
 #include "real_problem.h"
 #include "real_slots.h"
 

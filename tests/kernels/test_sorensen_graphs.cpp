@@ -9,8 +9,8 @@
 
 #include "families.h"
 #include "graph_checks.h"
-#include "interpreter.h"
 #include "kernels/generator/bodies/hermitian.h"
+#include "kernels/generator/passes/interpretation.h"
 #include "tests/support/reference_sorensen.h"
 #include "tests/support/signals.h"
 

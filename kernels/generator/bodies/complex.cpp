@@ -23,10 +23,11 @@ values transpose_two(dag& g, int r) {
 }  // namespace
 
 body make_complex_body(const complex_kind& kind) {
-    return record(constants_of(kind.size, kind.sign), kind.where, [&](dag& g) {
+    return record(constants_of(kind.size, kind.sign), kind.where, [&](body& b) {
+        dag& g = b.graph;
         values x = kind.transposed ? transpose_two(g, kind.size) : load_all(g, kind.size);
         for (int j = 1; kind.twiddled && j < kind.size; ++j) x[j].n = g.binary(op::mul, x[j].n, g.twiddle(j));
-        const values y = ready(g, butterfly(x, kind.sign));
+        const values y = ready(b, butterfly(x, kind.sign));
         for (int k = 0; k < kind.size; ++k) g.store(k, y[k].n);
     });
 }

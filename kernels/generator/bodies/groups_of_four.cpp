@@ -124,8 +124,8 @@ private:
 }  // namespace
 
 body make_group_body(const form& f, int size, real_layout layout) {
-    return record(pool::growing(false), {.loads_first = true}, [&](dag& g) {
-        recorder r(g, size, layout);
+    return record(pool::growing(false), {.loads_first = true}, [&](body& b) {
+        recorder r(b.graph, size, layout);
         f.sign < 0 ? r.forward() : r.backward();
     });
 }

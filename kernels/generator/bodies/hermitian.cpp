@@ -33,10 +33,11 @@ bool is_real_input(const edge_row_kind& kind, int q) {
 }  // namespace
 
 body make_hermitian_body(const hermitian_kind& kind) {
-    return record(constants_of(kind.size, +1), {.overwrites = kind.overwrites}, [&](dag& g) {
+    return record(constants_of(kind.size, +1), {.overwrites = kind.overwrites}, [&](body& b) {
+        dag& g = b.graph;
         values x = load_all(g, stored_inputs(kind.size));
         for (int q = int(x.size()); q < kind.size; ++q) x.push_back(conjugate(value{&g, g.load(q)}));
-        values y = ready(g, butterfly(x, +1));
+        values y = ready(b, butterfly(x, +1));
         for (int j = 1; j < kind.size; ++j) y[j].n = g.binary(op::mul, y[j].n, g.twiddle(j));
         if (kind.transposed) return store_transposed(g, y);
         for (int j = 0; j < kind.size; ++j) g.store(j, y[j].n);
@@ -47,7 +48,8 @@ int edge_row_inputs(int size, edge_row row) { return row == edge_row::zero ? siz
 
 body make_edge_row_body(const edge_row_kind& kind) {
     const surroundings where = {.overwrites = kind.overwrites, .loads_first = kind.one};
-    return record(pool::growing(kind.one), where, [&](dag& g) {
+    return record(pool::growing(kind.one), where, [&](body& b) {
+        dag& g = b.graph;
         split_values x(edge_row_inputs(kind.size, kind.row));
         for (int q = 0; q < int(x.size()); ++q) {
             x[q].re = part(g, 2 * q, kind.one, op::evens);

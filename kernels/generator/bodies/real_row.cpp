@@ -44,18 +44,19 @@ int spectrum_start(int slot) {
 
 body make_real_row_body(const form& f, int size, bool everywhere) {
     const auto formula = f.loop == shape::cosine_rows ? record_cosine : f.sign < 0 ? record_forward : record_backward;
-    return record(pool::growing(everywhere), {.loads_first = true}, [&](dag& g) { formula(g, size); });
+    return record(pool::growing(everywhere), {.loads_first = true}, [&](body& b) { formula(b.graph, size); });
 }
 
 body make_lanes_body(int size, int sign) {
-    body b = record(pool::growing(false), {.loads_first = true}, [&](dag& g) {
+    body b = record(pool::growing(false), {.loads_first = true}, [&](body& recorded) {
+        dag& g = recorded.graph;
         const row_in_lanes row{
             .load = [&](lanes_slot s) -> value { return {&g, g.load(s.pack())}; },
             .store = [&](lanes_slot s, value v) { store_real(g, s.pack(), v); },
         };
         sign < 0 ? real_butterfly_in_lanes(row, size) : hermitian_butterfly_in_lanes(row, size);
     });
-    b.order = with_stores_joined(b.graph, b.order, spectrum_start);
+    b.did.joined = join_stores(b.graph, b.order, spectrum_start);
     return b;
 }
 

@@ -8,12 +8,13 @@
 
 namespace generator {
 
-body record(pool constants, const surroundings& where, const std::function<void(dag&)>& formula) {
+body record(pool constants, const surroundings& where, const std::function<void(body&)>& formula) {
     body b{dag(std::move(constants), where.overwrites), {}, where.once && where.overwrites};
-    formula(b.graph);
+    formula(b);
+    b.did.recorded = b.graph.nodes();
     b.order = print_order(b.graph, where.loads_first);
-    choose_overwritten(b.graph, b.order);
-    if (!where.alone) reload_overwritten(b.graph, b.order);
+    b.did.into_second = choose_overwritten(b.graph, b.order);
+    if (!where.alone) b.did.reloaded = reload_overwritten(b.graph, b.order);
     return b;
 }
 
@@ -25,13 +26,13 @@ values load_all(dag& g, int count) {
 
 void store_real(dag& g, int slot, value v) { g.store(slot, plain(v).n); }
 
-values ready(dag& g, values outputs) {
+values ready(body& b, values outputs) {
     std::vector<int> nodes;
     for (const value& v : outputs) {
         assert(v.quarters == 0);
         nodes.push_back(v.n);
     }
-    chain_rotated_pairs(g, nodes);
+    b.did.chained = chain_rotated_pairs(b.graph, nodes);
     for (size_t k = 0; k < outputs.size(); ++k) outputs[k].n = nodes[k];
     return outputs;
 }

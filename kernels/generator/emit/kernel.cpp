@@ -53,6 +53,13 @@ text kernel_source(const form& f, int size) {
 
 bodies kernel_bodies(const form& f, int size, int sign) { return lines_of(f, size, sign).printed; }
 
+std::string refusal(const form& f, int size) try {
+    kernel_source(f, size);
+    return {};
+} catch (const std::runtime_error& e) {
+    return e.what();
+}
+
 std::string kernel_parameters(const form& f) {
     const signature& s = signature_of(f);
     return std::string("(") + s.parameters + s.ignored + ")";

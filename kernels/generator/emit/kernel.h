@@ -12,6 +12,8 @@ namespace generator {
 text kernel_source(const form& f, int size);
 // The bodies of one kernel in the order of its text: its loop's, and those of what stands in front of it and behind it.
 bodies kernel_bodies(const form& f, int size, int sign);
+// Why a family can't have a size; empty if it can.
+std::string refusal(const form& f, int size);
 // The parameter list of the exported function, without its name.
 std::string kernel_parameters(const form& f);
 

@@ -1,18 +1,25 @@
 // SPDX-License-Identifier: Apache-2.0
 // kernel_generator DIR: writes DIR/<family>/nNN.cpp and unit.cpp for every family of the forms table, the constant
-// pools, the declarations, the pointer tables and the registry of them all.
+// pools, the declarations, the pointer tables, the lists and the registry of them all.
+// kernel_generator --list: prints the families. kernel_generator --show NAME: prints one kernel, such as
+// direct_contig_sve_fwd_n05, with what each pass did.
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 
 #include "kernels/generator/emit/kernel.h"
 #include "kernels/generator/emit/names.h"
+#include "kernels/generator/emit/show.h"
 #include "kernels/generator/emit/tables.h"
 
 namespace generator {
 
+namespace {
+
+// Leaves a file alone that has this text already, so that what depends on it isn't built again.
 void write_if_changed(const std::string& path, const std::string& content) {
     std::ifstream old(path, std::ios::binary);
     const std::string had{std::istreambuf_iterator<char>(old), {}};
@@ -44,16 +51,54 @@ void write_family(const std::string& dir, const form& f) {
     write_if_changed(dir + "/" + f.name + "/unit.cpp", unit);
 }
 
-}  // namespace generator
+// What keeps kernels of the table from being written, family by family and size by size.
+bool tell_refusals() {
+    bool any = false;
+    for (const form& f : forms())
+        for (int size : f.sizes)
+            if (const std::string reason = refusal(f, size); !reason.empty()) {
+                std::fprintf(stderr, "kernel_generator: %s, size %d: %s\n", f.name, size, reason.c_str());
+                any = true;
+            }
+    return any;
+}
 
-int main(int argc, char** argv) {
-    using namespace generator;
-    if (argc != 2) return std::fprintf(stderr, "usage: kernel_generator DIR\n"), 2;
-    const std::string dir = argv[1];
+int write_all(const std::string& dir) {
+    if (tell_refusals()) return 1;
     for (const form& f : forms()) write_family(dir, f);
     write_if_changed(dir + "/declarations.h", declarations_text());
     write_if_changed(dir + "/tables.h", tables_header_text());
     write_if_changed(dir + "/tables.cpp", tables_text());
+    write_if_changed(dir + "/lists.cpp", lists_text());
     write_if_changed(dir + "/registry.cpp", registry_text());
     write_if_changed(dir + "/pools.cpp", pools_text());
+    return 0;
+}
+
+int list() {
+    for (const form& f : forms()) std::puts(f.name);
+    return 0;
+}
+
+int show(const std::string& name) {
+    const std::string shown = shown_kernel(name);
+    if (shown.empty()) return std::fprintf(stderr, "kernel_generator: no kernel is named %s\n", name.c_str()), 1;
+    std::fputs(shown.c_str(), stdout);
+    return 0;
+}
+
+}  // namespace
+
+}  // namespace generator
+
+int main(int argc, char** argv) try {
+    const std::string first = argc > 1 ? argv[1] : "";
+    if (argc == 2 && first == "--list") return generator::list();
+    if (argc == 3 && first == "--show") return generator::show(argv[2]);
+    if (argc == 2 && !first.starts_with("-")) return generator::write_all(first);
+    std::fputs("usage: kernel_generator DIR | --list | --show NAME\n", stderr);
+    return 2;
+} catch (const std::exception& e) {
+    std::fprintf(stderr, "kernel_generator: %s\n", e.what());
+    return 1;
 }

@@ -2,6 +2,9 @@
 #include "kernels/generator/emit/tables.h"
 
 #include <cstdio>
+#include <stdexcept>
+#include <string_view>
+#include <vector>
 
 #include "kernels/generator/emit/kernel.h"
 #include "kernels/generator/emit/names.h"
@@ -109,6 +112,34 @@ std::string tables_text() {
                 s += "    " + (has_size(f, size) ? kernel_name(f, size, sign) : "nullptr") + ",\n";
             s += "};\n";
         }
+    return s;
+}
+
+namespace {
+
+// The first of a list's families that has a size.
+const form& family_of(const short_list& list, int size) {
+    for (const char* name : list.families)
+        for (const form& f : forms())
+            if (name && std::string_view(name) == f.name && has_size(f, size)) return f;
+    throw std::runtime_error(std::string(list.name) + ", size " + std::to_string(size) +
+                             ": no family of the list has it");
+}
+
+}  // namespace
+
+// Each list ends with a row without a kernel.
+std::string lists_text() {
+    std::string s = "// Written by kernels/generator.\n#include \"declarations.h\"\n";
+    for (const short_list& list : short_lists()) {
+        const std::string type = signature_of(family_of(list, list.sizes.front())).type;
+        s += "\nconst " + type + "_row " + list.name + "[] = {\n";
+        for (int size : list.sizes) {
+            const form& f = family_of(list, size);
+            s += "    {" + std::to_string(size) + ", " + kernel_name(f, size, f.sign) + "},\n";
+        }
+        s += "    {0, nullptr},\n};\n";
+    }
     return s;
 }
 

@@ -8,8 +8,7 @@
 
 namespace generator {
 
-std::vector<int> with_stores_joined(const dag& g, const std::vector<int>& order,
-                                    const std::function<int(int slot)>& start) {
+int join_stores(const dag& g, std::vector<int>& order, const std::function<int(int slot)>& start) {
     constexpr int lanes = 4;
     const auto start_of = [&](int n) { return g.nodes()[n].what == op::store ? start(g.nodes()[n].slot) : -1; };
     std::map<int, int> first_of;  // by the second store of a pair
@@ -32,7 +31,8 @@ std::vector<int> with_stores_joined(const dag& g, const std::vector<int>& order,
         if (first_of.contains(n)) joined.push_back(first_of[n]);
         joined.push_back(n);
     }
-    return joined;
+    order = joined;
+    return int(waiting.size());
 }
 
 }  // namespace generator

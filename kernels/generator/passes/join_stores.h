@@ -9,7 +9,7 @@
 namespace generator {
 
 // `start` tells at which number a store of a whole vector begins, or -1 for one that stays alone.
-std::vector<int> with_stores_joined(const dag& graph, const std::vector<int>& order,
-                                    const std::function<int(int slot)>& start);
+// Returns how many waited.
+int join_stores(const dag& graph, std::vector<int>& order, const std::function<int(int slot)>& start);
 
 }  // namespace generator

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Passes for machines whose multiply-adds and rotated additions have no free result register: one of the operands gives
-// its own, and whoever still needs that operand pays for a copy. They leave the graphs of other machines alone.
+// its own, and whoever still needs that operand pays for a copy. They leave the graphs of other machines alone. Each
+// returns how often it did so.
 #pragma once
 #include <vector>
 
@@ -10,11 +11,11 @@ namespace generator {
 
 // a + i b and a - i b that both end in memory: the second is made from the first, which its store has set free, so that
 // a needn't be copied. `outputs` are the nodes that will be stored.
-void chain_rotated_pairs(dag& graph, std::vector<int>& outputs);
+int chain_rotated_pairs(dag& graph, std::vector<int>& outputs);
 // Where b isn't needed behind a multiply-add in `order` but a is, the result takes b's register, so that a needn't be
 // copied.
-void choose_overwritten(dag& graph, const std::vector<int>& order);
+int choose_overwritten(dag& graph, const std::vector<int>& order);
 // Where both are, the later users of a get it from memory: that spares the copy, and the pipes for memory have room.
-void reload_overwritten(dag& graph, std::vector<int>& order);
+int reload_overwritten(dag& graph, std::vector<int>& order);
 
 }  // namespace generator

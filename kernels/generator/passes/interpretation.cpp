@@ -1,14 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "interpreter.h"
+#include "kernels/generator/passes/interpretation.h"
 
 #include <cstdio>
 #include <cstdlib>
 
-#include "graph_checks.h"
+namespace generator {
 
 namespace {
-
-using namespace generator;
 
 constexpr number i_unit{0, 1};
 
@@ -111,7 +109,7 @@ private:
             case op::reload:
                 return a;
             default:
-                std::fprintf(stderr, "interpreter: operation %d is unknown\n", int(v.what));
+                std::fprintf(stderr, "the interpretation lacks %s\n", operation_of(v.what).word);
                 std::abort();
         }
     }
@@ -139,3 +137,5 @@ private:
 std::map<int, graph_vector> interpret(const body& b, int lanes, const graph_source& load, const graph_source& twiddle) {
     return interpreter(b, lanes, load, twiddle).outputs;
 }
+
+}  // namespace generator
