@@ -47,6 +47,14 @@ std::vector<int> slots_of(const body& b, op what) {
     return result;
 }
 
+std::vector<int> sizes_to_try(const form& f) {
+    std::vector<int> sizes(f.sizes.begin(), f.sizes.end());
+    for (int size = 2; size <= 40; ++size)
+        if (!has_size(f, size) && (f.sign != 0 || size == 22 || size == 25) && refusal(f, size).empty())
+            sizes.push_back(size);
+    return sizes;
+}
+
 bodies different_bodies(const form& f, int size, int sign) {
     bodies result;
     for (const auto& b : kernel_bodies(f, size, sign))

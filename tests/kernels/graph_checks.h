@@ -12,6 +12,9 @@ bool has(const generator::body& b, generator::op what);
 // The slots of all operations of a kind, in the printed order.
 std::vector<int> slots_of(const generator::body& b, generator::op what);
 
+// The sizes of a family, and others that it could have: of real data all up to 40 that have a method.
+std::vector<int> sizes_to_try(const generator::form& f);
+
 // The bodies of a kernel that differ: those that a loop and its tail share count once.
 generator::bodies different_bodies(const generator::form& f, int size, int sign);
 

@@ -31,7 +31,7 @@ protected:
 
     template <class Check>
     void for_each_body(const Check& check) const {
-        for (const int size : family().sizes)
+        for (const int size : sizes_to_try(family()))
             for (const int sign : signs) {
                 SCOPED_TRACE(describe(family(), size, sign));
                 const bodies all = different_bodies(family(), size, sign);

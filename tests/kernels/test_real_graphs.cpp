@@ -23,7 +23,7 @@ protected:
 
     template <class Check>
     void for_each_body(const Check& check) const {
-        for (const int size : family().sizes) {
+        for (const int size : sizes_to_try(family())) {
             SCOPED_TRACE(std::string(family().name) + " n=" + std::to_string(size));
             const real_rows rows(family(), size);
             const bodies all = different_bodies(family(), size, family().sign);

@@ -149,7 +149,7 @@ protected:
 
     template <class Check>
     void for_each_body(const Check& check) const {
-        for (const int r : family().sizes) {
+        for (const int r : sizes_to_try(family())) {
             SCOPED_TRACE(std::string(family().name) + " r=" + std::to_string(r));
             for (const auto& b : different_bodies(family(), r, family().sign)) {
                 const body_use use = use_of(*b, r);

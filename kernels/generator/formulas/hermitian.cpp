@@ -11,15 +11,6 @@ namespace generator {
 
 namespace {
 
-split_value coefficient(const split_values& spectrum, int n, int k) {
-    return 2 * k <= n ? spectrum[k] : conjugate(spectrum[n - k]);
-}
-
-// Stores a coefficient of the whole spectrum at its place in the stored half.
-void place(split_values& spectrum, int n, int k, split_value v) {
-    spectrum[2 * k <= n ? k : n - k] = 2 * k <= n ? v : conjugate(v);
-}
-
 split_values prime_real_butterfly(const values& x) {
     const int p = int(x.size()), h = p / 2;
     if (p == 2) {
@@ -69,8 +60,10 @@ values prime_hermitian_butterfly(const split_values& spectrum, int p) {
 }  // namespace
 
 split_values real_butterfly(const values& x) {
-    const int n = int(x.size()), r = real_radix(n), rest = n / r;
-    if (rest == 1) return prime_real_butterfly(x);
+    const int n = int(x.size());
+    const auto [how, r, rest] = real_way_of(n);
+    if (how == method::prime) return prime_real_butterfly(x);
+    if (how == method::coprime) return coprime_real_butterfly(x, r, rest);
     std::vector<split_values> inner(r);
     for (int j = 0; j < r; ++j) {
         values column;
@@ -90,14 +83,15 @@ split_values real_butterfly(const values& x) {
         const split_values y = k == 0 ? real_butterfly(plain)
                                : real ? odd_real_butterfly(plain)
                                       : butterfly(turned, -1);
-        for (size_t q = 0; q < y.size(); ++q) place(out, n, k + int(q) * rest, y[q]);
+        for (size_t q = 0; q < y.size(); ++q) put_coefficient(out, n, k + int(q) * rest, y[q]);
     }
     return out;
 }
 
 values hermitian_butterfly(const split_values& spectrum, int n) {
-    const int r = real_radix(n), rest = n / r;
-    if (rest == 1) return prime_hermitian_butterfly(spectrum, n);
+    const auto [how, r, rest] = real_way_of(n);
+    if (how == method::prime) return prime_hermitian_butterfly(spectrum, n);
+    if (how == method::coprime) return coprime_hermitian_butterfly(spectrum, r, rest);
     std::vector<split_values> inner(r, split_values(rest / 2 + 1));
     for (int k = 0; 2 * k <= rest; ++k) {
         const bool real = k == 0 || 2 * k == rest;

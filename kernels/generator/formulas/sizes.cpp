@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kernels/generator/formulas/sizes.h"
 
-#include <numeric>
+#include <initializer_list>
+#include <span>
+#include <string>
 
 #include "kernels/generator/formulas/butterflies.h"
 
@@ -24,6 +26,8 @@ constexpr int smallest_power_of(int n) {
     return power;
 }
 
+constexpr bool is_power_of_two(int n) { return (n & (n - 1)) == 0; }
+
 constexpr int whole(int n) { return n; }
 constexpr int two(int) { return 2; }
 constexpr int three(int) { return 3; }
@@ -36,7 +40,7 @@ struct method_row {
     int (*a)(int n);
 };
 constexpr method_row methods[] = {
-    {method::conjugate_pair, [](int n) { return n >= 16 && smallest_power_of(n) == n && n % 2 == 0; }, two},
+    {method::conjugate_pair, [](int n) { return is_power_of_two(n) && n >= 16; }, two},
     {method::folded_three, [](int n) { return n == 15 || n == 21 || n == 24; }, three},
     {method::prime, [](int n) { return is_prime(n) && n <= largest_prime; }, whole},
     {method::coprime, [](int n) { return smallest_power_of(n) < n; }, smallest_power_of},
@@ -44,59 +48,71 @@ constexpr method_row methods[] = {
 };
 
 // Of real transforms and of Hermitian spectra.
-struct radix_row {
-    bool (*fits)(int n);
-    int (*radix)(int n);
+constexpr method_row real_methods[] = {
+    {method::common, [](int n) { return n == 12; }, three},
+    {method::common, [](int n) { return is_power_of_two(n) && n >= 16; }, four},
+    {method::prime, [](int n) { return is_prime(n) && n <= largest_prime; }, whole},
+    {method::coprime, [](int n) { return smallest_power_of(n) < n; }, smallest_power_of},
+    {method::common, [](int n) { return !is_prime(n); }, smallest_prime_of},
 };
-constexpr radix_row radices[] = {
-    {[](int n) { return n == 12; }, three},
-    {[](int n) { return n >= 16 && n % 4 == 0; }, four},
-    {[](int n) { return n % 2 == 0; }, two},
-    {[](int n) { return !is_prime(n); }, smallest_prime_of},
-    {[](int n) { return n <= largest_prime; }, whole},
-};
+
+way first_fitting(std::span<const method_row> rows, int n, const char* what) {
+    for (const auto& [how, fits, a] : rows)
+        if (fits(n)) return {how, a(n), n / a(n)};
+    throw no_method(what, n);
+}
 
 // As many angles k / n as there are before their cosines and sines are those of smaller ones, up to sign and exchange.
 int different_angles(int n) { return n % 4 == 0 ? n / 8 : n % 4 == 2 ? n / 4 : n / 2; }
 
 }  // namespace
 
-way way_of(int n) {
-    for (const auto& [how, fits, a] : methods)
-        if (fits(n)) return {how, a(n), n / a(n)};
-    throw no_method("the transform", n);
+way way_of(int n) { return first_fitting(methods, n, "the transform"); }
+way real_way_of(int n) { return first_fitting(real_methods, n, "the real transform"); }
+
+namespace {
+
+void add_angle(pool& p, turn a, int sign) {
+    p.add({cosine(a), sign * sine(a)}, std::to_string(a.num) + "/" + std::to_string(a.den));
 }
 
-int real_radix(int n) {
-    for (const auto& [fits, radix] : radices)
-        if (fits(n)) return radix(n);
-    throw no_method("the real transform", n);
+// The constants of a size 3 b, with the sine of 60 degrees folded into some of them. In a pool that has all plain
+// angles those are left out.
+void add_folded(pool& p, int size, int sign, bool with_plain) {
+    const exact s3 = sine({1, 6});
+    const auto add = [&](const exact& c, const exact& s, const std::string& meaning) {
+        p.add({c * s3, sign * s * s3}, meaning + " sin 1/6");
+    };
+    const auto add_plain = [&](std::initializer_list<turn> angles) {
+        for (turn a : angles)
+            if (with_plain) add_angle(p, a, sign);
+    };
+    if (size == 15) {
+        add_plain({{1, 6}, {1, 5}, {1, 10}});
+        add(sine({1, 5}), cosine({1, 10}), "(sin 2/10, cos 1/10)");
+        add(sine({1, 10}), cosine({1, 5}), "(sin 1/10, cos 2/10)");
+    } else if (size == 21) {
+        add_plain({{1, 6}, {1, 7}, {3, 14}, {1, 14}});
+        for (turn a : {turn{1, 7}, turn{3, 14}, turn{1, 14}})
+            add(sine(a), cosine(a), "(sin, cos) " + std::to_string(a.num) + "/" + std::to_string(a.den));
+    } else if (size == 24) {
+        add_plain({{1, 6}});
+        p.add({cosine({1, 8}), sign * cosine({1, 8}) * s3}, "cos 1/8 (1, sin 1/6)");
+    }
 }
 
-// Sizes 3 b whose sine of 60 degrees is folded into the constants of b have pairs of their own.
+}  // namespace
+
 pool constants_of(int size, int sign) {
     pool p;
-    const auto angle = [&](turn a) {
-        p.add({cosine(a), sign * sine(a)}, std::to_string(a.num) + "/" + std::to_string(a.den));
-    };
-    const exact s3 = sine({1, 6});
-    if (size == 15) {
-        for (turn a : {turn{1, 6}, turn{1, 5}, turn{1, 10}}) angle(a);
-        p.add({sine({1, 5}) * s3, sign * cosine({1, 10}) * s3}, "(sin 2/10, cos 1/10) sin 1/6");
-        p.add({sine({1, 10}) * s3, sign * cosine({1, 5}) * s3}, "(sin 1/10, cos 2/10) sin 1/6");
-    } else if (size == 21) {
-        const turn sevenths[] = {{1, 7}, {3, 14}, {1, 14}};
-        angle({1, 6});
-        for (turn a : sevenths) angle(a);
-        for (turn a : sevenths)
-            p.add({sine(a) * s3, sign * cosine(a) * s3},
-                  "(sin, cos) " + std::to_string(a.num) + "/" + std::to_string(a.den) + " sin 1/6");
-    } else if (size == 24) {
-        angle({1, 6});
-        p.add({cosine({1, 8}), sign * cosine({1, 8}) * s3}, "cos 1/8 (1, sin 1/6)");
-    } else {
-        for (int k = 1; k <= different_angles(size); ++k) angle({k, size});
+    const auto [how, a, b] = way_of(size);
+    if (how == method::folded_three) {
+        add_folded(p, size, sign, true);
+        return p;
     }
+    for (int k = 1; k <= different_angles(size); ++k) add_angle(p, {k, size}, sign);
+    for (int factor : {a, b})
+        if (how == method::coprime && way_of(factor).how == method::folded_three) add_folded(p, factor, sign, false);
     return p;
 }
 

@@ -16,8 +16,8 @@ struct way {
 };
 way way_of(int n);
 
-// Transforms of real data and of Hermitian spectra: the radix r by which n = r L is split, n itself for a prime.
-int real_radix(int n);
+// Transforms of real data and of Hermitian spectra, by three of the methods.
+way real_way_of(int n);
 
 // What the functions above throw for a size without a method.
 struct no_method : std::runtime_error {
