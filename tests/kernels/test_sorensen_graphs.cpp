@@ -31,14 +31,14 @@ struct body_use {
 };
 
 body_use use_of(const body& b, int size) {
-    for (const bool overwrites : {false, true}) {
-        if (same_graph(b, make_hermitian_body({.size = size, .overwrites = overwrites}))) return {rows::complex_row};
-        if (same_graph(b, make_hermitian_body({.size = size, .transposed = true, .overwrites = overwrites})))
+    for (const vectors* in : {&neon_pair, &sve_quad}) {
+        if (same_graph(b, make_hermitian_body({.size = size, .in = in}))) return {rows::complex_row};
+        if (same_graph(b, make_hermitian_body({.size = size, .transposed = true, .in = in})))
             return {rows::two_complex_rows};
         for (const bool one : {false, true})
             for (const auto& [row, of] :
                  {std::pair(edge_row::zero, rows::zero), std::pair(edge_row::middle, rows::middle)})
-                if (same_graph(b, make_edge_row_body({.size = size, .row = row, .one = one, .overwrites = overwrites})))
+                if (same_graph(b, make_edge_row_body({.size = size, .row = row, .one = one, .in = in})))
                     return {of, one};
     }
     return {};

@@ -33,7 +33,7 @@ bool is_real_input(const edge_row_kind& kind, int q) {
 }  // namespace
 
 body make_hermitian_body(const hermitian_kind& kind) {
-    return record(constants_of(kind.size, +1), {.overwrites = kind.overwrites}, [&](body& b) {
+    return record(constants_of(kind.size, +1), {.in = kind.in}, [&](body& b) {
         dag& g = b.graph;
         values x = load_all(g, stored_inputs(kind.size));
         for (int q = int(x.size()); q < kind.size; ++q) x.push_back(conjugate(value{&g, g.load(q)}));
@@ -47,7 +47,7 @@ body make_hermitian_body(const hermitian_kind& kind) {
 int edge_row_inputs(int size, edge_row row) { return row == edge_row::zero ? size / 2 + 1 : stored_inputs(size); }
 
 body make_edge_row_body(const edge_row_kind& kind) {
-    const surroundings where = {.overwrites = kind.overwrites, .loads_first = kind.one};
+    const surroundings where = {.in = kind.in, .loads_first = kind.one};
     return record(pool::growing(kind.one), where, [&](body& b) {
         dag& g = b.graph;
         split_values x(edge_row_inputs(kind.size, kind.row));

@@ -16,7 +16,7 @@ constexpr int stored_inputs(int r) { return (r + 1) / 2; }
 struct hermitian_kind {
     int size;
     bool transposed = false;
-    bool overwrites = false;
+    const vectors* in = nullptr;
 };
 body make_hermitian_body(const hermitian_kind& kind);
 
@@ -28,7 +28,7 @@ struct edge_row_kind {
     // One branch: slot 2 q loads a real part, 2 q + 1 an imaginary part. Several: they load the two vectors of the
     // complex numbers, and constants are taken by lane.
     bool one = false;
-    bool overwrites = false;
+    const vectors* in = nullptr;
 };
 body make_edge_row_body(const edge_row_kind& kind);
 int edge_row_inputs(int size, edge_row row);

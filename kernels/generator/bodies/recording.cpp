@@ -9,7 +9,8 @@
 namespace generator {
 
 body record(pool constants, const surroundings& where, const std::function<void(body&)>& formula) {
-    body b{dag(std::move(constants), where.overwrites), {}, where.once && where.overwrites};
+    const bool overwrites = where.in && where.in->overwrites;
+    body b{dag(std::move(constants), overwrites), {}, where.once && overwrites};
     formula(b);
     b.did.recorded = b.graph.nodes();
     b.order = print_order(b.graph, where.loads_first);

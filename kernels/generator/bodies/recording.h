@@ -4,6 +4,7 @@
 #include <functional>
 #include <vector>
 
+#include "kernels/generator/forms/vectors.h"
 #include "kernels/generator/graph/dag.h"
 #include "kernels/generator/graph/value.h"
 
@@ -27,10 +28,10 @@ struct body {
 
 // What passes must know of the place where a body stands.
 struct surroundings {
-    bool overwrites = false;   // of the vectors: an instruction's result takes the register of an operand
-    bool loads_first = false;  // input and output may be one array: no load follows a store
-    bool once = false;         // not the body of a loop
-    bool alone = false;        // nothing else runs at the time: results are waited for
+    const vectors* in = nullptr;  // null: any that overwrite nothing
+    bool loads_first = false;     // input and output may be one array: no load follows a store
+    bool once = false;            // not the body of a loop
+    bool alone = false;           // nothing else runs at the time: results are waited for
 };
 
 // `formula` loads, computes and stores.

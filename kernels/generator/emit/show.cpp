@@ -37,7 +37,7 @@ void append_nodes(std::ostringstream& out, const std::vector<std::string>& nodes
     for (size_t i = 0; i < nodes.size(); ++i) {
         std::string cell = nodes[i];
         const bool ends = i % in_a_line == in_a_line - 1 || i + 1 == nodes.size();
-        if (!ends) cell.resize(std::max<size_t>(cell.size() + 2, 26), ' ');
+        if (!ends) cell.resize(std::max<size_t>(cell.size() + 2, 28), ' ');
         out << (i % in_a_line == 0 ? "    " : "") << cell << (ends ? "\n" : "");
     }
 }

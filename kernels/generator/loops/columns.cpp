@@ -85,7 +85,7 @@ void print_row(text& out, const form& f, const body& b, int size, const std::str
 }  // namespace
 
 void print_first_stage(text& out, const form& f, int size, int sign) {
-    const surroundings where = {.overwrites = f.in->overwrites, .loads_first = true};
+    const surroundings where = {.in = f.in, .loads_first = true};
     const body b = make_complex_body({.size = size, .sign = sign, .where = where});
     out.line("{");
     if (f.data == layout::contig) {
@@ -100,7 +100,7 @@ void print_first_stage(text& out, const form& f, int size, int sign) {
 }
 
 void print_other_stage(text& out, const form& f, int size, int sign) {
-    const surroundings where = {.overwrites = f.in->overwrites};
+    const surroundings where = {.in = f.in};
     const body first = make_complex_body({.size = size, .sign = sign, .where = where});
     const body twiddled = make_complex_body({.size = size, .sign = sign, .twiddled = true, .where = where});
     out.line("{");

@@ -47,7 +47,7 @@ void print_ones(text& out, const form& f, const body& b, int size, edge_row row)
 void print_vectors(text& out, const form& f, int size, edge_row row) {
     const vectors& v = *f.in->reals;
     const int lanes = v.lanes;
-    const body b = make_edge_row_body({.size = size, .row = row, .overwrites = v.overwrites});
+    const body b = make_edge_row_body({.size = size, .row = row, .in = &v});
     out.line("using namespace ", v.vocabulary, ";");
     print_constants(out, b);
     if (v.masked) {

@@ -106,7 +106,7 @@ void print_branches(text& out, const body& b, int size, const std::string& mask)
 
 void print_hermitian_first(text& out, const form& f, int size, int) {
     const vectors& v = *f.in;
-    const body rows = make_hermitian_body({.size = size, .transposed = !v.gathers, .overwrites = v.overwrites});
+    const body rows = make_hermitian_body({.size = size, .transposed = !v.gathers, .in = &v});
     out.line("constexpr int64_t m = 1, out_step = 2;");
     out.line("const int64_t in_step = 2 * int64_t(stage->rest), half = int64_t(stage->half);");
     declare_steps(out, size);
@@ -124,7 +124,7 @@ void print_hermitian_first(text& out, const form& f, int size, int) {
 }
 
 void print_hermitian_other(text& out, const form& f, int size, int) {
-    const body row = make_hermitian_body({.size = size, .overwrites = f.in->overwrites});
+    const body row = make_hermitian_body({.size = size, .in = f.in});
     out.line("const int64_t m = int64_t(stage->done), half = int64_t(stage->half);");
     out.line("const int64_t row = 2 * m, in_step = int64_t(stage->rest) * row, out_step = row;");
     declare_steps(out, size);

@@ -11,7 +11,7 @@ namespace generator {
 
 void print_groups_of_rows(text& out, const form& f, int size, int sign) {
     const int lanes = f.in->lanes;
-    const surroundings where = {.overwrites = f.in->overwrites, .loads_first = true};
+    const surroundings where = {.in = f.in, .loads_first = true};
     const body b = make_complex_body({.size = size, .sign = sign, .where = where});
     access a;
     a.load = [](int j) { return "load(in + " + std::to_string(2 * j) + ", in_rows)"; };
@@ -75,7 +75,7 @@ void print_groups(text& out, const vectors& v, const body& b, int size) {
 void print_contiguous_rows(text& out, const vectors& v, const complex_kind& kind) {
     complex_kind group = kind;
     group.transposed = !v.gathers;
-    group.where.overwrites = v.overwrites;
+    group.where.in = &v;
     out.line("{");
     print_groups(out, v, make_complex_body(group), kind.size);
     out.line("}");
@@ -101,7 +101,7 @@ void print_last_stage(text& out, const form& f, int size, int sign) {
     if (contiguous) {
         print_contiguous_rows(out, *f.in, kind);
     } else {
-        kind.where.overwrites = f.in->overwrites;
+        kind.where.in = f.in;
         out.line("using namespace ", f.in->vocabulary, ";");
         print_single_rows(out, make_complex_body(kind), size, "is", false);
     }

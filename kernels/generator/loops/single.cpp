@@ -7,8 +7,7 @@
 namespace generator {
 
 void print_single(text& out, const form& f, int size, int sign) {
-    const surroundings where = {
-        .overwrites = f.in->overwrites, .loads_first = true, .once = true, .alone = f.loop == shape::direct};
+    const surroundings where = {.in = f.in, .loads_first = true, .once = true, .alone = f.loop == shape::direct};
     const body b = make_complex_body({.size = size, .sign = sign, .where = where});
     const strided_address input("in", "is", size), output("out", "os", size);
     access a;
