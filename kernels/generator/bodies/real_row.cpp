@@ -3,7 +3,7 @@
 
 #include "kernels/generator/formulas/lanes_of_four.h"
 #include "kernels/generator/formulas/real_butterflies.h"
-#include "kernels/generator/passes/join_stores.h"
+#include "kernels/generator/passes/passes.h"
 
 namespace generator {
 

@@ -3,8 +3,7 @@
 
 #include <cassert>
 
-#include "kernels/generator/passes/order.h"
-#include "kernels/generator/passes/overwrite.h"
+#include "kernels/generator/passes/passes.h"
 
 namespace generator {
 

@@ -17,4 +17,8 @@ std::string refusal(const form& f, int size);
 // The parameter list of the exported function, without its name.
 std::string kernel_parameters(const form& f);
 
+// A kernel by its name, such as direct_contig_sve_fwd_n05, with what each pass did; sizes that the family lacks may be
+// tried. Empty for a name that no family has.
+std::string shown_kernel(const std::string& name);
+
 }  // namespace generator

@@ -12,7 +12,6 @@
 
 #include "kernels/generator/emit/kernel.h"
 #include "kernels/generator/emit/names.h"
-#include "kernels/generator/emit/show.h"
 #include "kernels/generator/emit/tables.h"
 
 namespace generator {

@@ -1,9 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "kernels/generator/emit/show.h"
+#include "kernels/generator/emit/kernel.h"
 
 #include <sstream>
 
-#include "kernels/generator/emit/kernel.h"
 #include "kernels/generator/emit/names.h"
 #include "kernels/generator/passes/counts.h"
 

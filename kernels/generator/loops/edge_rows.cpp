@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "kernels/generator/loops/edge_rows.h"
+#include "kernels/generator/loops/loops.h"
 
 #include "kernels/generator/bodies/hermitian.h"
 #include "kernels/generator/emit/names.h"

@@ -6,7 +6,6 @@
 #include "kernels/generator/bodies/complex.h"
 #include "kernels/generator/emit/names.h"
 #include "kernels/generator/loops/address.h"
-#include "kernels/generator/loops/edge_rows.h"
 #include "kernels/generator/loops/loops.h"
 
 namespace generator {

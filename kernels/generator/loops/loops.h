@@ -33,4 +33,8 @@ constexpr bool are_twiddles_held(int size) { return size <= 10; }
 // The constants of a row, with its twiddles where they are held.
 void print_row_constants(text& out, const body& b, int size);
 
+// Rows 0 and L / 2 of the stages of Hermitian spectra as text: real numbers, several branches to a vector.
+void print_row_zero(text& out, const form& f, int size);
+void print_row_middle(text& out, const form& f, int size);
+
 }  // namespace generator

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "kernels/generator/passes/join_stores.h"
+#include "kernels/generator/passes/passes.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "kernels/generator/passes/overwrite.h"
+#include "kernels/generator/passes/passes.h"
 
 #include <algorithm>
 
