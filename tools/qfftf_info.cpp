@@ -70,9 +70,11 @@ void flag_unknown_value(const char* name, std::span<const std::string_view> know
 }
 
 void flag_unknown_values() {
-    constexpr std::string_view teams[] = {"OMP", "TARN"}, places[] = {"SPREAD", "CLOSE", "NO"};
+    constexpr std::string_view teams[] = {"OMP", "TARN"}, places[] = {"SPREAD", "CLOSE", "NO"},
+                               idle[] = {"SPIN", "SLEEP"};
     flag_unknown_value("QSL_FFT_THREAD_TYPE", teams, true);
     flag_unknown_value("QSL_FFT_AFFINITY", places, false);
+    flag_unknown_value("QSL_FFT_IDLE", idle, false);
     std::vector<std::string_view> levels;
     for (const inner_library* const* level = inner_libraries; *level; ++level) levels.emplace_back((*level)->name);
     flag_unknown_value("QSL_FFT_LEVEL", levels, true);
