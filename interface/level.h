@@ -13,7 +13,6 @@ struct inner_library {
     processor_needs needs;
     int (*plan_problem)(fft_plan** slot);
     void (*plan_finish)(fft_plan* plan);
-    uint64_t (*scratch_of_tree)(const fft_plan& plan);
 };
 
 // The levels that are linked, from the highest to the lowest, then null. A file that the build writes.

@@ -23,16 +23,19 @@ struct level_words {
 
 // A problem as a caller gave it: by the table or else by the last resort.
 int plan_callers_problem(fft_plan** slot) {
-    return plan_problem(slot) == accepted ? accepted : solve_problem_compact_input(*slot);
+    if (plan_problem(slot) == accepted) return accepted;
+    if (solve_problem_compact_input(*slot) != accepted) return refused;
+    settle_storage(*slot);
+    return accepted;
 }
 
 }  // namespace
 
 #define QFFTF_NAME_OF(level) qfftf_inner_##level
-#define QFFTF_RECORD_OF(level)                                                                        \
-    extern const inner_library QFFTF_NAME_OF(level);                                                  \
-    const inner_library QFFTF_NAME_OF(level) = {level.name,           level.description, level.needs, \
-                                                plan_callers_problem, plan_finish,       scratch_of_tree};
+#define QFFTF_RECORD_OF(level)                                                                                    \
+    extern const inner_library QFFTF_NAME_OF(level);                                                              \
+    const inner_library QFFTF_NAME_OF(level) = {level.name, level.description, level.needs, plan_callers_problem, \
+                                                plan_finish};
 extern "C" {
 QFFTF_RECORD_OF(QFFTF_LEVEL)
 }

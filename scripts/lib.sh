@@ -23,12 +23,19 @@ fail() {
     exit 1
 }
 
+# make_build_folder: everything that a script writes goes there.
+make_build_folder() {
+    mkdir -p build 2>/dev/null && [ -w build ] ||
+        fail "$root/build cannot be written; the scripts put all that they make there"
+}
+
 # absolute PATH: a path that the user named, from where the user called.
 absolute() { (cd "$called_from" && realpath -m -- "$1"); }
 
 # step TEXT: begins the next of $steps_total steps. A script that runs within another shows that one's step before
 # its own, as in "[demo 1/3 > build 2/4, 12 s]".
 step() {
+    make_build_folder
     step_number=$((step_number + 1))
     echo "[${QFFTF_WITHIN:-}${script_name} ${step_number}/${steps_total}, ${SECONDS} s] $*"
 }
@@ -84,10 +91,10 @@ run_packages() {
 }
 
 fortran_package() { [ "$machine" = aarch64 ] && echo gfortran || echo gfortran-aarch64-linux-gnu; }
-# The last row is what the documents' programs on other libraries need.
+# The last row is what the documents need: their programs on other libraries, the gallery, the manual.
 test_packages() {
     echo libclang-rt-19-dev llvm-19 pkgconf python3 $(fortran_package)
-    echo libc6-dev libfftw3-dev libkissfft-dev python3-numpy $(demo_packages)
+    echo libc6-dev libfftw3-dev libkissfft-dev python3-numpy $(demo_packages) $(docs_packages)
 }
 demo_packages() { echo pkgconf gnuplot-nox "libsndfile1-dev$foreign" "libpng-dev$foreign"; }
 docs_packages() { echo doxygen mandoc python3; }
@@ -147,6 +154,7 @@ install_missing() {
     local missing
     missing=$(missing_packages "$@")
     [ -n "$missing" ] || return 0
+    make_build_folder
     find_root $missing
     echo "  installing" $missing
     if needs_foreign_architecture $missing; then
