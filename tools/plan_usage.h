@@ -5,8 +5,9 @@
 constexpr char plan_usage[] = R"(usage: qfftf-plan [--line | --json] [--legend] PROBLEM...
        qfftf-plan --good N...
        qfftf-plan --help | --version
-Shows how the library solves each problem: the tree of solvers that takes it, the storage that the plan owns and the
-operations that the transform counts for. For a problem that is refused, says which documented demand it fails.
+Shows at which level of processors the library works, and how it solves each problem: the tree of solvers that takes it,
+the storage that the plan owns and the operations that the transform counts for. For a problem that is refused, says
+which documented demand it fails.
 
   --line     each tree as one line
   --json     each plan as one line of JSON
