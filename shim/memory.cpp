@@ -2,7 +2,6 @@
 // Memory comes from the C library and may be released by its free().
 #include "shim/include/fftw3.h"
 
-#include <cstdint>
 #include <cstdlib>
 
 namespace {
@@ -23,5 +22,5 @@ float* fftwf_alloc_real(size_t n) { return static_cast<float*>(allocate(n, sizeo
 fftwf_complex* fftwf_alloc_complex(size_t n) { return static_cast<fftwf_complex*>(allocate(n, sizeof(fftwf_complex))); }
 void fftwf_free(void* p) { free(p); }
 
-// Nothing here depends on it: programs that compare the alignments of two arrays get the answer that they know.
-int fftwf_alignment_of(float* p) { return static_cast<int>(reinterpret_cast<uintptr_t>(p) % 16); }
+// The library takes arrays of any alignment: none is different from another.
+int fftwf_alignment_of(float*) { return 0; }

@@ -61,7 +61,7 @@ fft_plan* plan_directly(const problem& p, bool measured) {
 }  // namespace
 
 fftwf_plan finish_plan(problem& p, unsigned flags) {
-    if (would_overwrite_kept_input(p, flags)) return nullptr;
+    if (!p.empty && would_overwrite_kept_input(p, flags)) return nullptr;
     if (!p.empty) normalise(p);
     if ((flags & FFTW_WISDOM_ONLY) && !wisdom_knows(p, care_of(flags))) return nullptr;
     auto* plan = static_cast<fftwf_plan>(calloc(1, sizeof(fftwf_plan_s)));
