@@ -16,6 +16,9 @@ add_custom_target(installable DEPENDS qfftf qfftf_plan)
 if(TARGET qfftf_info)
   add_dependencies(installable qfftf_info)
 endif()
+if(QFFTF_BUILD_SHIM)
+  add_dependencies(installable qfftf_fftw3f ${shim_names})
+endif()
 
 # find_package(qfftf) gives the target qfftf::qfftf. The targets file needs no companion: the library has no
 # dependency that a program must link.
