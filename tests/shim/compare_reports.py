@@ -22,6 +22,12 @@ def report(command, folder):
     return dict(line.rsplit(" = ", 1) for line in result.stdout.splitlines())
 
 
+def equal(theirs, ours):
+    """To rounding: an answer is one number or the weighted sums of four arrays."""
+    pairs = list(zip(map(float, theirs.split()), map(float, ours.split())))
+    return len(theirs.split()) == len(ours.split()) and all(abs(a - b) <= 1e-5 * abs(a) + 0.05 for a, b in pairs)
+
+
 def documented(files):
     differences = {}
     for line in "\n".join(pathlib.Path(file).read_text() for file in files.split(",")).splitlines():
@@ -45,7 +51,7 @@ def main():
         if question in allowed:
             if pair[0] != allowed[question][0] or allowed[question][1] not in (pair[1], "*") or pair[0] == pair[1]:
                 failures.append(f"{question}: documented as {allowed[question]}, is {pair}")
-        elif pair[0] != pair[1]:
+        elif not equal(*pair):
             failures.append(f"{question}: there {pair[0]}, here {pair[1]}")
     failures += [f"{question}: documented, but never asked" for question in allowed.keys() - ours.keys()]
     print("\n".join("FAILED: " + f for f in sorted(failures)))

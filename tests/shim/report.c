@@ -24,7 +24,7 @@ void say_plan(const char* topic, const char* question, fftwf_plan plan) {
 void set_arrays(void) {
     for (int i = 0; i < 2 * points; ++i) {
         ((float*)a)[i] = x[i] = (float)(i * 37 % 101) - 50;
-        ((float*)b)[i] = y[i] = 9999;
+        ((float*)b)[i] = y[i] = 0.25f;
     }
 }
 
@@ -42,7 +42,7 @@ void say_result(const char* topic, const char* question, fftwf_plan plan) {
     set_arrays();
     fftwf_execute(plan);
     fftwf_destroy_plan(plan);
-    printf("%s: %s = %.3e %.3e %.3e %.3e\n", topic, question, sum_of((float*)a), sum_of((float*)b), sum_of(x),
+    printf("%s: %s = %.3f %.3f %.3f %.3f\n", topic, question, sum_of((float*)a), sum_of((float*)b), sum_of(x),
            sum_of(y));
 }
 
@@ -208,6 +208,8 @@ static void report_wisdom_care(void) {
     fftwf_plan_with_nthreads(2);
     say_wise("2 threads after 1", FFTW_MEASURE);
     fftwf_plan_with_nthreads(1);
+    learn(15, E | FFTW_PATIENT | FFTW_EXHAUSTIVE);
+    say_plan("wisdom", "MEASURE after ESTIMATE with other bits", fftwf_plan_dft_1d(15, a, b, -1, FFTW_WISDOM_ONLY));
     fftwf_set_timelimit(0);
     learn(14, FFTW_MEASURE);
     say_plan("wisdom", "MEASURE after no time", fftwf_plan_dft_1d(14, a, b, -1, FFTW_WISDOM_ONLY));

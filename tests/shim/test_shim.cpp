@@ -149,6 +149,27 @@ TEST(ShimPlans, SplitCallsOf32BitsAgreeWithInterleavedOnes) {
     fftwf_destroy_plan(q);
 }
 
+// The two sides begin at different addresses then: to the library they would be two arrays that overlap.
+TEST(ShimPlans, InPlaceFromOtherEndsOfTwoLayouts) {
+    numbers apart(1300, 8), result(1300), in_place = apart;
+    const fftwf_iodim line = {5, 1, 1}, rows = {60, -20, -10};
+    const auto plan = [&](numbers& in, numbers& out) {
+        return fftwf_plan_guru_dft(1, &line, 1, &rows, static_cast<fftwf_complex*>(in) + 1200,
+                                   static_cast<fftwf_complex*>(out) + 1200, FFTW_FORWARD, FFTW_ESTIMATE);
+    };
+    fftwf_plan p = plan(apart, result), q = plan(in_place, in_place);
+    ASSERT_TRUE(p && q);
+    fftwf_execute(p);
+    fftwf_execute(q);
+    for (int row = 0; row < 60; ++row)
+        for (int i = 0; i < 10; ++i) {
+            const int at = 2 * (1200 - 10 * row) + i;
+            EXPECT_NEAR(in_place.floats[at], result.floats[at], 1e-5) << row << ' ' << i;
+        }
+    fftwf_destroy_plan(p);
+    fftwf_destroy_plan(q);
+}
+
 TEST(ShimPlans, MeasuringLeavesTheArraysAloneAndItsPlanIsRight) {
     for (unsigned flags : {FFTW_MEASURE, FFTW_PATIENT, FFTW_EXHAUSTIVE, FFTW_PATIENT | FFTW_DESTROY_INPUT}) {
         numbers in(96, 4), out(96, 5);
