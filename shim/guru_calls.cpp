@@ -25,7 +25,7 @@ fftwf_plan plan_guru(const guru_call& c, int rank, const Triple* dims, int howma
     p.out = c.a.out;
     p.out_imag = c.a.out_imag;
     for (int d = 0; d < rank; ++d)
-        if (!add_dim(p, {dims[d].n, dims[d].is, dims[d].os, c.kinds ? c.kinds[d] : 0u}, d == rank - 1)) return nullptr;
+        if (!add_dim(p, {dims[d].n, dims[d].is, dims[d].os, r2r_kind_of(c.kinds, d)}, d == rank - 1)) return nullptr;
     for (int b = 0; b < howmany_rank; ++b)
         if (!add_batch(p, {howmany_dims[b].n, howmany_dims[b].is, howmany_dims[b].os, 0})) return nullptr;
     return finish_plan(p, c.flags);

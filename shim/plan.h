@@ -33,6 +33,9 @@ inline care care_of(unsigned flags) {
     return flags & FFTW_PATIENT ? care_patient : care_measure;
 }
 
+// The constants of both interfaces are the same; null for other problems.
+inline uint32_t r2r_kind_of(const fftwf_r2r_kind* kinds, int d) { return kinds ? static_cast<uint32_t>(kinds[d]) : 0; }
+
 // The library's plan of a problem of at most four dimensions and four batch dimensions with positive strides, for
 // these arrays; null when it takes none.
 fft_plan* library_plan(const problem& p, const arrays& a, bool measured);

@@ -44,7 +44,7 @@ fftwf_plan plan_many(const many_call& c) {
     dimension dims[most_dims];
     ptrdiff_t is = c.in.stride, os = c.out.stride;
     for (int d = c.rank - 1; d >= 0; --d) {
-        dims[d] = {c.n[d], is, os, c.kinds ? c.kinds[d] : 0u};
+        dims[d] = {c.n[d], is, os, r2r_kind_of(c.kinds, d)};
         const bool fits = !__builtin_mul_overflow(is, embedding(c, c.in, !p.complex_in(), d), &is) &&
                           !__builtin_mul_overflow(os, embedding(c, c.out, !p.complex_out(), d), &os);
         if (!fits && d > 0) return nullptr;

@@ -45,7 +45,9 @@ void learn(const char* line, size_t size, int level) {
     auto* e = static_cast<entry*>(malloc(sizeof(entry) + size));
     if (!e) return;
     entry** bucket = bucket_of(line, size);
-    *e = {*bucket, level, size, {}};
+    e->next = *bucket;
+    e->level = level;
+    e->size = size;
     memcpy(e->line, line, size);
     *bucket = e;
 }
