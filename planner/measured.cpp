@@ -11,8 +11,6 @@
 #include <cmath>
 #include <cstring>
 
-double planning_time_limit = 0.0;
-
 namespace {
 
 constexpr int list_words = 64;
@@ -44,6 +42,7 @@ public:
             if (!plan) return false;
             if (row.solve(plan) == accepted) {
                 plan->solver_name = row.name;
+                settle_storage(plan);
                 plans_[count_++] = plan;
             } else {
                 fft_plan_free(plan);

@@ -8,7 +8,6 @@ script_file=$(realpath "$0")
 script_name=$(basename "$0")
 root=$(dirname "$(dirname "$(realpath "${BASH_SOURCE[0]}")")")
 cd "$root"
-mkdir -p build
 
 # The preset of everything that is installed, shown and tested: "cross" is clang 19, "cross-gcc" is g++.
 cross_preset=${QFFTF_CROSS_PRESET:-cross}
@@ -24,12 +23,19 @@ fail() {
     exit 1
 }
 
+# make_build_folder: everything that a script writes goes there.
+make_build_folder() {
+    mkdir -p build 2>/dev/null && [ -w build ] ||
+        fail "$root/build cannot be written; the scripts put all that they make there"
+}
+
 # absolute PATH: a path that the user named, from where the user called.
 absolute() { (cd "$called_from" && realpath -m -- "$1"); }
 
 # step TEXT: begins the next of $steps_total steps. A script that runs within another shows that one's step before
 # its own, as in "[demo 1/3 > build 2/4, 12 s]".
 step() {
+    make_build_folder
     step_number=$((step_number + 1))
     echo "[${QFFTF_WITHIN:-}${script_name} ${step_number}/${steps_total}, ${SECONDS} s] $*"
 }
@@ -37,6 +43,11 @@ step() {
 # within SCRIPT [ARG...]: runs another script as part of the present step.
 within() {
     QFFTF_WITHIN="${QFFTF_WITHIN:-}${script_name} ${step_number}/${steps_total} > " "$@"
+}
+
+# Only reading this tree needs no right to write; everything else keeps what it makes in build/.
+need_build_folder() {
+    mkdir -p build 2>/dev/null && [ -w build ] || fail "$root/build cannot be written; clone the repository where you may write"
 }
 
 # usage: the comment at the head of the calling script is its help text.
@@ -57,11 +68,14 @@ choose_preset() {
     esac
 }
 
-# Before anything runs natively: a clear sentence in place of an illegal instruction.
-check_processor() {
-    [ "$machine" = aarch64 ] || return 0
-    "${CC:-clang-19}" -O1 -o build/check_processor scripts/check_processor.c
-    build/check_processor || fail "this machine cannot run the library"
+# The highest level of the library (interface/level.h) that this Arm machine has: unit tests link its inner library.
+native_level() {
+    local features
+    features=" $(sed -n '/^Features/{s/.*: *//p;q}' /proc/cpuinfo) "
+    case $features in
+        *" fcma "*) [ "$(cat /proc/sys/abi/sve_default_vector_length 2>/dev/null)" = 32 ] && echo sve || echo fcma ;;
+        *) echo neon ;;
+    esac
 }
 
 # --- packages ---------------------------------------------------------------------------------------------------
@@ -76,11 +90,14 @@ run_packages() {
     [ "$machine" = aarch64 ] || echo qemu-user libc6:arm64 libstdc++6:arm64 libgomp1:arm64
 }
 
+fortran_package() { [ "$machine" = aarch64 ] && echo gfortran || echo gfortran-aarch64-linux-gnu; }
+# The last row is what the documents need: their programs on other libraries, the gallery, the manual.
 test_packages() {
-    echo libclang-rt-19-dev llvm-19 pkgconf python3
-    [ "$machine" = aarch64 ] && echo gfortran || echo gfortran-aarch64-linux-gnu
+    echo libclang-rt-19-dev llvm-19 pkgconf python3 $(fortran_package)
+    echo libc6-dev libfftw3-dev libkissfft-dev python3-numpy $(demo_packages) $(docs_packages)
 }
-demo_packages() { echo pkgconf "libsndfile1-dev$foreign" "libpng-dev$foreign"; }
+demo_packages() { echo pkgconf gnuplot-nox "libsndfile1-dev$foreign" "libpng-dev$foreign"; }
+docs_packages() { echo doxygen mandoc python3; }
 format_packages() { echo clang-format-19; }
 tidy_packages() { echo clang-tidy-19; }
 
@@ -95,6 +112,11 @@ missing_packages() {
     done
 }
 
+# Packages for Arm can only be had on another machine once it knows that architecture.
+needs_foreign_architecture() {
+    grep -q ':arm64' <<<"$*" && ! grep -qx arm64 <<<"$(dpkg --print-foreign-architectures)"
+}
+
 # find_root: sets as_root to what must stand before a command that changes the system.
 find_root() {
     if [ "$(id -u)" = 0 ]; then
@@ -102,7 +124,10 @@ find_root() {
     elif command -v sudo >/dev/null && { sudo -n true 2>/dev/null || [ -t 0 ]; }; then
         as_root=sudo
     else
-        fail "packages are missing, and installing them needs root or sudo; as root: apt-get install" $*
+        echo "scripts/$script_name: packages are missing, and installing them needs root or sudo. As root:" >&2
+        ! needs_foreign_architecture "$@" || echo "    dpkg --add-architecture arm64 && apt-get update" >&2
+        echo "    apt-get install --no-install-recommends" $* >&2
+        exit 1
     fi
 }
 
@@ -123,14 +148,16 @@ lists_know() {
 # install_missing PACKAGE...: installs those that aren't there, and does nothing if all are. Package lists are
 # fetched only if they don't offer what is wanted, or what they offer can't be had any more.
 install_missing() {
+    need_build_folder
     command -v dpkg-query >/dev/null && command -v apt-get >/dev/null ||
         fail "this system has no apt; the scripts are for Debian 12 and later (CONTRIBUTING.md lists what a build needs)"
     local missing
     missing=$(missing_packages "$@")
     [ -n "$missing" ] || return 0
+    make_build_folder
     find_root $missing
     echo "  installing" $missing
-    if grep -q ':arm64' <<<"$missing" && ! grep -qx arm64 <<<"$(dpkg --print-foreign-architectures)"; then
+    if needs_foreign_architecture $missing; then
         $as_root dpkg --add-architecture arm64
     fi
     if ! lists_know $missing; then
@@ -157,8 +184,11 @@ use_ccache() {
 
 # configure PRESET [CMAKE-ARG...]
 configure() {
+    need_build_folder
     use_ccache
-    cmake --preset "$@" >build/configure.log 2>&1 || { cat build/configure.log >&2; fail "CMake could not configure"; }
+    local level=()
+    [ "$machine-$1" != "aarch64-$native_preset" ] || level=(-D "QFFTF_TEST_LEVEL=$(native_level)")
+    cmake --preset "$@" "${level[@]}" >build/configure.log 2>&1 || { cat build/configure.log >&2; fail "CMake could not configure"; }
 }
 
 # compile PRESET [TARGET...]: every finished object is a line "[done/all, seconds] ...".
@@ -192,9 +222,12 @@ configure_example() {
         >build/configure.log 2>&1 || { cat build/configure.log >&2; fail "CMake could not configure the example $1"; }
 }
 
-# run_arm PROGRAM [ARG...]: natively, or under the emulator with SVE registers of 256 bits.
+# The emulated processor, in the emulator's words; by default one with SVE registers of 256 bits.
+emulated_processor=${QFFTF_PROCESSOR:-max,sve-default-vector-length=32}
+
+# run_arm PROGRAM [ARG...]: natively, or under the emulator.
 run_arm() {
-    if [ "$machine" = aarch64 ]; then "$@"; else qemu-aarch64 -cpu max,sve-default-vector-length=32 "$@"; fi
+    if [ "$machine" = aarch64 ]; then "$@"; else qemu-aarch64 -cpu "$emulated_processor" "$@"; fi
 }
 
 # unpack_package NAME FOLDER: a Debian package's files in FOLDER/NAME, without installing it.

@@ -24,6 +24,7 @@ const thread_operations& backend() {
 
 // Runs when the library is loaded, before any thread can enter it.
 [[gnu::constructor]] void choose_backend() {
+    watch_forks();
     const char* wish = getenv("QSL_FFT_THREAD_TYPE");
     if (!wish) wish = qsl_fft_default_thread_type;
     if (!wish) return;
