@@ -25,6 +25,9 @@ add_custom_target(installable DEPENDS qfftf qfftf_plan qfftf_info)
 if(TARGET qfftf_static)
   add_dependencies(installable qfftf_static)
 endif()
+if(QFFTF_BUILD_SHIM)
+  add_dependencies(installable qfftf_fftw3f ${shim_names})
+endif()
 add_custom_target(uninstall COMMAND ${CMAKE_COMMAND} -D BUILD=${PROJECT_BINARY_DIR}
                                     -P ${CMAKE_CURRENT_LIST_DIR}/uninstall.cmake VERBATIM)
 

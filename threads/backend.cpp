@@ -8,6 +8,10 @@
 #include <cstdlib>
 #include <cstring>
 
+// The wish of a library in the same process whose programs share their cores. It must be known when this library is
+// loaded, which is before any other that uses it could call: the loader fills in the name where there is one.
+extern "C" [[gnu::weak, gnu::visibility("default")]] const char qsl_fft_default_thread_type[];
+
 namespace {
 
 // A thread_backend_kind; written by choose_backend alone.
@@ -22,6 +26,7 @@ const thread_operations& backend() {
 [[gnu::constructor]] void choose_backend() {
     watch_forks();
     const char* wish = getenv("QSL_FFT_THREAD_TYPE");
+    if (!wish) wish = qsl_fft_default_thread_type;
     if (!wish) return;
     if (strcmp(wish, "OMP") == 0) thread_backend = backend_openmp;
     if (strcmp(wish, "TARN") == 0) {

@@ -13,9 +13,11 @@ mv installed_here prefix
 expect_same "the installed files" \
 "bin/qfftf-info
 bin/qfftf-plan
+bin/qfftf-run
 include/qfftf.f90
 include/qfftf.h
 include/qfftf.hpp
+include/qfftf/fftw3.h
 lib/cmake/qfftf/qfftf-config-release.cmake
 lib/cmake/qfftf/qfftf-config-version.cmake
 lib/cmake/qfftf/qfftf-config.cmake
@@ -23,7 +25,13 @@ lib/libqfftf.a
 lib/libqfftf.so
 lib/libqfftf.so.1
 lib/libqfftf.so.$VERSION
+lib/libqfftf_fftw3f.so
+lib/libqfftf_fftw3f.so.1
+lib/libqfftf_fftw3f.so.$VERSION
 lib/pkgconfig/qfftf.pc
+lib/qfftf/libfftw3f.so.3
+lib/qfftf/libfftw3f_omp.so.3
+lib/qfftf/libfftw3f_threads.so.3
 share/doc/qfftf/CHANGELOG.md
 share/doc/qfftf/LICENSE" "$(cd prefix && find . ! -type d -printf '%P\n' | grep -vE '^share/doc/qfftf/(user|examples)/' | sort)"
 expect_same "the installed documents and examples" "$(cd "$SOURCE" && find docs/user examples -type f | sed 's@^docs/@@' | sort)" \
@@ -53,6 +61,32 @@ exported=$(awk '$7 != "UND" && ($5 == "GLOBAL" || $5 == "WEAK") { print $8 }' sy
 expect_same "exported names" "$listed" "$exported"
 declared=$(grep -v '^#' prefix/include/qfftf.h | grep -oE 'qsl_fftf_[a-z0-9_]+\(|QFFTGetVersion\(' | tr -d '(' | sort -u)
 expect_same "names that the header declares and the library lacks" "" "$(comm -23 <(echo "$declared") <(echo "$listed"))"
+
+echo "--- the shim"
+check_shim() {  # FILE SONAME NEEDED...
+    readelf -dW "prefix/lib/$1" >dynamic.txt
+    expect_same "SONAME of $1" "$2" "$(sed -n 's/.*(SONAME).*\[\(.*\)\]/\1/p' dynamic.txt)"
+    strangers=$(sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' dynamic.txt | grep -vxE "libc\.so\.6|libm\.so\.6|$3" || true)
+    expect_same "libraries that $1 may not need" "" "$strangers"
+}
+check_shim libqfftf_fftw3f.so libqfftf_fftw3f.so.1 'libqfftf\.so\.1'
+check_shim qfftf/libfftw3f.so.3 libfftw3f.so.3 'libqfftf\.so\.1'
+check_shim qfftf/libfftw3f_threads.so.3 libfftw3f_threads.so.3 'libfftw3f\.so\.3'
+check_shim qfftf/libfftw3f_omp.so.3 libfftw3f_omp.so.3 'libfftw3f\.so\.3'
+expect_same "names of FFTW in the main library" "" "$(grep -E 's?fftwf?_' <<<"$exported" | grep -v '^qsl_' || true)"
+strict="-Wall -Wextra -Wpedantic -Werror"
+program=$SOURCE/tests/install/consumer/fftw.c
+$C -std=c99 $strict -Iprefix/include/qfftf -o by_header "$program" -Lprefix/lib -lqfftf_fftw3f -Wl,-rpath,"$work/prefix/lib" -lm
+$EMULATOR ./by_header || fail "a program that is compiled against the shim's header"
+# As a binary that was built elsewhere: it asks for libfftw3f.so.3 and knows no folder.
+$C -std=c99 $strict -Iprefix/include/qfftf -o by_binary "$program" prefix/lib/qfftf/libfftw3f.so.3 \
+    -Wl,-rpath-link,prefix/lib -lm
+# The emulator isn't what qfftf-run runs: it hands the folder on.
+prefix/bin/qfftf-run sh -c "${EMULATOR:+$EMULATOR -E LD_LIBRARY_PATH=\$LD_LIBRARY_PATH }./by_binary" ||
+    fail "a binary under qfftf-run"
+prefix/bin/qfftf-run >/dev/null && fail "qfftf-run without a program"
+prefix/bin/qfftf-run --help | grep -q PROGRAM || fail "qfftf-run --help"
+echo "ok: programs on the shim"
 
 echo "--- the tools"
 expect_same "what qfftf-info says at its end" "The library can run here." "$($EMULATOR prefix/bin/qfftf-info | tail -n 1)"
