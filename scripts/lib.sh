@@ -83,6 +83,9 @@ test_packages() {
 demo_packages() { echo pkgconf "libsndfile1-dev$foreign" "libpng-dev$foreign"; }
 format_packages() { echo clang-format-19; }
 tidy_packages() { echo clang-tidy-19; }
+python_packages() { echo python3 python3-numpy python3-scipy python3-pytest python3-pip python3-matplotlib; }
+mpi_packages() { echo libopenmpi-dev openmpi-bin curl ca-certificates; }
+python=/usr/bin/python3  # the system's, for which these packages are; another may stand before it in PATH
 
 missing_packages() {
     local installed name
@@ -164,6 +167,26 @@ configure() {
 # compile PRESET [TARGET...]: every finished object is a line "[done/all, seconds] ...".
 compile() {
     NINJA_STATUS="  [%f/%t, %es] " cmake --build "build/$1" ${2:+--target "${@:2}"}
+}
+
+# build_portable: the library for a machine that isn't Arm, in build/portable; without tests and sanitizers.
+build_portable() {
+    use_ccache
+    cmake -S . -B build/portable -G Ninja -D CMAKE_BUILD_TYPE=Release -D CMAKE_C_COMPILER=clang-19 \
+        -D CMAKE_CXX_COMPILER=clang++-19 -D QFFTF_BUILD_TESTS=OFF >build/configure.log 2>&1 ||
+        { cat build/configure.log >&2; fail "CMake could not configure"; }
+    compile portable qfftf
+}
+
+# build_for_this_machine: sets `built` to the preset, or "portable", whose library runs here without an emulator.
+build_for_this_machine() {
+    if [ "$machine" = aarch64 ]; then
+        built=$native_preset
+        configure "$built" && compile "$built" qfftf
+    else
+        built=portable
+        build_portable
+    fi
 }
 
 # run_tests PRESET [OPTION OF CTEST...]
