@@ -9,6 +9,11 @@ set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 install(TARGETS qfftf EXPORT qfftf-targets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
 install(FILES include/qfftf.h include/qfftf.hpp include/qfftf.f90 DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+# The backend of heFFTe is one header; heFFTe itself isn't needed to install it.
+option(QFFTF_INSTALL_HEFFTE_BACKEND "Install heffte_backend_qfftf.h, a backend of heFFTe" OFF)
+if(QFFTF_INSTALL_HEFFTE_BACKEND)
+  install(FILES heffte/heffte_backend_qfftf.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+endif()
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
 
 # All that has to be built before "cmake --install"; "all" also builds the tests.

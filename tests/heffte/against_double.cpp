@@ -203,7 +203,7 @@ void check_double_at_run_time() {
 
 int main(int argc, char** argv) {
     MPI_Init(&argc, &argv);
-    for (box3d<> world : {box3d<>({0, 0, 0}, {15, 11, 12}), box3d<>({0, 0, 0}, {31, 15, 7}), box3d<>({0, 0, 0}, {9, 6, 40})})
+    for (box3d<> world : {box3d<>({0, 0, 0}, {15, 11, 12}), box3d<>({0, 0, 0}, {31, 15, 11}), box3d<>({0, 0, 0}, {9, 6, 40})})
         check_complex(world);
     const box3d<> world({0, 0, 0}, {9, 11, 15});
     check_trigonometric<heffte::backend::qfftf_cos>(world, [](int j, int k, int n) { return 2 * std::cos(pi * (j + 0.5) * k / n); });
