@@ -63,7 +63,7 @@ struct footprint {
     }
 };
 
-footprint footprint_of(const fft_plan& p) {
+footprint footprint_of_item(const fft_plan& p) {
     uint64_t in_bytes, out_bytes;
     fft_element_sizes(p.kind, &in_bytes, &out_bytes);
     const bool half_in = in_bytes > out_bytes, half_out = in_bytes < out_bytes;
@@ -76,6 +76,11 @@ footprint footprint_of(const fft_plan& p) {
         const int64_t n = p.dims[d].n, half = d == p.rank - 1 ? n / 2 + 1 : n;  // of Hermitian data the half is stored
         f.add(half_in ? half : n, half_out ? half : n, p.dims[d]);
     }
+    return f;
+}
+
+footprint footprint_of(const fft_plan& p) {
+    footprint f = footprint_of_item(p);
     for (int b = 0; b < p.howmany_rank; ++b) f.add(p.howmany[b].n, p.howmany[b].n, p.howmany[b]);
     return f;
 }
@@ -90,8 +95,8 @@ struct split_sides {
     explicit split_sides(const fft_plan& p)
         : in{address(p.in), address(p.in_imag)}, out{address(p.out), address(p.out_imag)} {
         const bool whole = p.out_imag != p.out;
-        in_count = whole && p.kind != kind_r2c ? 2 : 1;
-        out_count = whole && p.kind != kind_c2r ? 2 : 1;
+        in_count = whole && p.in_imag && p.kind != kind_r2c ? 2 : 1;
+        out_count = whole && p.out_imag && p.kind != kind_c2r ? 2 : 1;
     }
     static int64_t address(const float* array) { return static_cast<int64_t>(reinterpret_cast<uintptr_t>(array)); }
     bool same_arrays() const {
@@ -121,13 +126,37 @@ bool split_may_run_in_pieces(const fft_plan& p) {
     return !meet || (f.all_batches_are_lattice(p) && f.nests());
 }
 
+bool is_one_item(const fft_plan& p) {
+    return std::all_of(p.howmany, p.howmany + p.howmany_rank, [](const fft_dim& d) { return d.n <= 1; });
+}
+
 }  // namespace
 
 bool may_run_in_pieces(const fft_plan& p) {
+    // Only the outermost loop over split arrays sees them all, and so it answers for the loops inside.
+    if (p.split == split_arrays) return is_one_item(p) || split_may_run_in_pieces(p);
     if (p.howmany_rank < 1 || p.howmany[0].n <= 1) return true;
-    if (p.split == split_arrays) return split_may_run_in_pieces(p);
     if (p.in != p.out) return true;
     footprint f = footprint_of(p);
     if (p.howmany[0].is * f.in_bytes != p.howmany[0].os * f.out_bytes) return false;  // items drift into each other
     return f.elementwise || f.nests();
+}
+
+bool may_run_ascending(const fft_plan& p, const ascending_run& run) {
+    const fft_dim items = p.howmany[0];
+    if (p.split == split_arrays || p.howmany_rank != 1 || items.is <= 0 || items.os <= 0) return false;
+    const footprint one = footprint_of_item(p);
+    const int64_t in_step = items.is * one.in_bytes, out_step = items.os * one.out_bytes;
+    // Both sides are linear in the item, so that the first and the last one tell.
+    const auto output_ends_before_input = [&](int64_t written, int64_t unread) {
+        return written * out_step + one.whole_out.high <= unread * in_step + one.whole_in.low;
+    };
+    const int64_t rest = items.n % run.group;
+    const int64_t first = std::min(items.n < run.group ? 1 : run.group, items.n) - 1;
+    const int64_t last = items.n - (rest || items.n == 0 ? 1 : run.group) - 1;
+    const bool ascends =
+        last < first || (output_ends_before_input(first, first + 1) && output_ends_before_input(last, last + 1));
+    const bool off_itself = run.reads_first || items.n < 2 ||
+                            (output_ends_before_input(1, 1) && output_ends_before_input(items.n - 1, items.n - 1));
+    return ascends && off_itself;
 }

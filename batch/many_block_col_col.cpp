@@ -76,19 +76,25 @@ void execute_c2c_many_block_col_col_copy(fft_plan* plan, float* in, float* out) 
     }
 }
 
-// The same where the groups of a block run by stages: the last stage writes to the output itself, four transforms wide.
-void execute_blocks_by_stages(fft_plan* plan, float* in, float* out) {
-    plan_scratch scratch(plan);
-    fft_plan *const columns = plan->subplans[0], *const group = columns->subplans[0];
-    const plan_scratch working(group);
-    if (!scratch || !working) return;
-    const fft_dim d = plan->dims[0], batch = plan->howmany[0];
-    const int64_t block = columns->howmany[0].n;
+// The same where the groups of a block run by stages, or by a kernel that needs no working memory: the last stage
+// writes to the output itself, four transforms wide.
+void run_blocks(const fft_plan& plan, float* in, float* out, float* gathered, float* working) {
+    const fft_dim d = plan.dims[0], batch = plan.howmany[0];
+    const int64_t block = plan.subplans[0]->howmany[0].n;
     for (int64_t i = 0; i < batch.n; i += block) {
-        copy_matrix_cpx(in + 2 * i * batch.is, scratch.data(), d.n, block, batch.is, d.is, 1, block);
+        copy_matrix_cpx(in + 2 * i * batch.is, gathered, d.n, block, batch.is, d.is, 1, block);
         for (int64_t g = 0; g < block; g += 4)
-            execute_four_lanes(*group, plan->aux, scratch.data() + 2 * g, out + 2 * (i + g), working.data());
+            execute_four_lanes(plan.aux, gathered + 2 * g, out + 2 * (i + g), working);
     }
+}
+
+void execute_blocks_by_kernel(fft_plan* plan, float* in, float* out) {
+    if (plan_scratch scratch{plan}) run_blocks(*plan, in, out, scratch.data(), nullptr);
+}
+
+void execute_blocks_by_stages(fft_plan* plan, float* in, float* out) {
+    const plan_scratch scratch(plan), working(plan->subplans[0]->subplans[0]);
+    if (scratch && working) run_blocks(*plan, in, out, scratch.data(), working.data());
 }
 
 // Four columns are half a cache line. Where the lines of a block don't stay in a second-level cache of 1 MiB until the
@@ -100,6 +106,13 @@ bool ends_in_stages(const fft_plan& p) {
     return p.howmany[0].os == 1 && p.dims[0].n * p.dims[0].os * 8 <= cached_output_bytes &&
            columns.subplan_count == 1 && columns.subplans[0]->howmany_rank == 1 &&
            can_run_in_four_lanes(*columns.subplans[0]);
+}
+
+// The working memory of the stages is that of the group, if it has some: where the clock had the choice, the group may
+// be a plan of another kind.
+execute_function loop_over_blocks(const fft_plan& group) {
+    if (runs_by_straight_kernel(group)) return execute_blocks_by_kernel;
+    return group.buffer ? execute_blocks_by_stages : nullptr;
 }
 
 void execute_c2c_many_block_col_col_trans(fft_plan* plan, float* in, float* out) {
@@ -133,9 +146,10 @@ int install_copy(fft_plan* plan) {
     constexpr const char* name = "execute_c2c_many_block_col_col_copy";
     if (!ends_in_stages(*plan)) return install(plan, execute_c2c_many_block_col_col_copy, name);
     const fft_plan &columns = *plan->subplans[0], &group = *columns.subplans[0];
-    if (!attach_aux(plan, four_lanes_list_bytes(group))) return refused;
+    const execute_function execute = loop_over_blocks(group);
+    if (!execute || !attach_aux(plan, four_lanes_list_bytes(group))) return refused;
     fill_four_lanes_list(group, plan->aux, columns.howmany[0].n, plan->dims[0].os);
-    return install(plan, execute_blocks_by_stages, name);
+    return install(plan, execute, name);
 }
 
 int install_variant(fft_plan* plan, uint64_t variant) {

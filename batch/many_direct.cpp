@@ -12,6 +12,9 @@
 #include "planner/solver.h"
 #include "planner/solvers.h"
 
+#include <iterator>
+#include <utility>
+
 namespace {
 
 bool side_by_side(const fft_plan& p) { return p.howmany[0].is == 1 && p.howmany[0].os == 1; }
@@ -53,10 +56,30 @@ void execute_groups_tail(fft_plan* plan, float* in, float* out) {
         single->execute(single, in + 2 * i * batch.is, out + 2 * i * batch.os);
 }
 
-// Groups of four transforms of adjacent elements: one call for all of them.
+// Groups of four transforms of adjacent elements: one call for all of them. `aux` is kept for the kernel that any
+// caller of row 23 expects there, so that each length and direction has an execute function that knows its rows kernel.
+template <bool forward, size_t n>
 void execute_rows(fft_plan* plan, float* in, float* out) {
-    const many_rows_kernel kernel = *static_cast<many_rows_kernel*>(plan->aux);
+    const many_rows_kernel kernel = (forward ? many_rows_sve_fwd : many_rows_sve_bwd)[n - 1];
     kernel(out, in, plan->howmany[0].is, plan->howmany[0].os, plan->howmany[0].n);
+}
+
+constexpr size_t longest_rows = std::size(many_rows_sve_fwd);
+
+struct rows_functions {
+    execute_function of[longest_rows];
+};
+
+template <bool forward, size_t... i>
+constexpr rows_functions make_rows_functions(std::index_sequence<i...>) {
+    return {{execute_rows<forward, i + 1>...}};
+}
+
+execute_function rows_function(const fft_plan& p) {
+    static constexpr auto lengths = std::make_index_sequence<longest_rows>();
+    static constexpr rows_functions forward = make_rows_functions<true>(lengths);
+    static constexpr rows_functions backward = make_rows_functions<false>(lengths);
+    return (p.sign == sign_forward ? forward : backward).of[p.dims[0].n - 1];
 }
 
 bool plan_tail(fft_plan* plan) {
@@ -124,8 +147,8 @@ int solve_problem_c2c_many_direct_parallel_neon(fft_plan* plan) {
 }
 
 int solve_problem_c2c_many_direct_assemble_neon(fft_plan* plan) {
-    if (!accepts(*plan, assemble_form.side_by_side) || !whole_groups_of_rows(*plan))
-        return solve(plan, assemble_form, lookup_many_assemble_neon);
-    if (!attach_kernel(plan, lookup_many_rows_sve(plan, plan->dims[0].n))) return refused;
-    return install(plan, execute_rows, assemble_form.name);
+    if (solve(plan, assemble_form, lookup_many_assemble_neon) != accepted) return refused;
+    if (whole_groups_of_rows(*plan) && lookup_many_rows_sve(plan, plan->dims[0].n))
+        plan->execute = rows_function(*plan);
+    return accepted;
 }

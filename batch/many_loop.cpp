@@ -6,6 +6,7 @@
 #include "batch/subplans.h"
 #include "dft/multi_stage.h"
 #include "dft/sizes.h"
+#include "kernels/lookup.h"
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
@@ -60,10 +61,10 @@ bool turns_rows_to_columns(const fft_plan& p) { return p.dims[0].is == 1 && p.ho
 bool turns_columns_to_rows(const fft_plan& p) { return p.howmany[0].is == 1 && p.dims[0].os == 1; }
 
 // Rows to columns or back. Four transforms run in the lanes of vectors: where they stand side by side they are read and
-// written four at a time, and on the other side a transposition between scratch and four rows exchanges them.
-void execute_rows_and_columns(fft_plan* plan, float* in, float* out) {
-    const plan_scratch scratch(plan);
-    if (!scratch) return;
+// written four at a time, and on the other side a transposition between `turned` and four rows exchanges them.
+// `four_lanes` does four such transforms.
+template <class FourLanes>
+void run_rows_and_columns(fft_plan* plan, float* in, float* out, float* turned, const FourLanes& four_lanes) {
     const int64_t n = plan->dims[0].n;
     const fft_dim batch = plan->howmany[0];
     const bool to_columns = turns_rows_to_columns(*plan);
@@ -71,12 +72,43 @@ void execute_rows_and_columns(fft_plan* plan, float* in, float* out) {
     int64_t i = 0;
     for (; i + 4 <= batch.n; i += 4) {
         float *const from = in + 2 * i * batch.is, *const to = out + 2 * i * batch.os;
-        if (to_columns) transpose_cpx_tiled(from, scratch.data(), 4, n, batch.is, 4);
-        execute_four_lanes(*item, plan->aux, to_columns ? scratch.data() : from, to_columns ? to : scratch.data(),
-                           scratch.data());
-        if (!to_columns) transpose_cpx_tiled(scratch.data(), to, n, 4, 4, batch.os);
+        if (to_columns) transpose_cpx_tiled(from, turned, 4, n, batch.is, 4);
+        four_lanes(to_columns ? turned : from, to_columns ? to : turned);
+        if (!to_columns) transpose_cpx_tiled(turned, to, n, 4, 4, batch.os);
     }
     for (; i < batch.n; ++i) item->execute(item, in + 2 * i * batch.is, out + 2 * i * batch.os);
+}
+
+void execute_rows_and_columns(fft_plan* plan, float* in, float* out) {
+    const plan_scratch scratch(plan);
+    if (!scratch) return;
+    run_rows_and_columns(plan, in, out, scratch.data(), [&](const float* from, float* to) {
+        execute_four_lanes(plan->aux, from, to, scratch.data());
+    });
+}
+
+// The same over items of one kernel call: a plan of such items owns no storage. What is turned fits on the stack, and
+// the kernel for four lanes is told by the execute function, one for each direction.
+constexpr int64_t one_kernel_length = 64;
+
+template <bool forward>
+void execute_short_rows_and_columns(fft_plan* plan, float* in, float* out) {
+    const fft_dim d = plan->dims[0];
+    const bool to_columns = turns_rows_to_columns(*plan);
+    const int64_t is = to_columns ? 4 : d.is, os = to_columns ? d.os : 4;
+    const many_kernel kernel = (forward ? many_quad_sve_fwd : many_quad_sve_bwd)[one_kernel_length - 1];
+    alignas(64) float turned[2 * 4 * one_kernel_length];
+    run_rows_and_columns(plan, in, out, turned, [&](const float* from, float* to) { kernel(to, from, is, os); });
+}
+
+bool is_one_kernel(const fft_plan& item) {
+    return item.dims[0].n == one_kernel_length && item.subplan_count == 0 && !item.buffer;
+}
+
+int install_short_rows_and_columns(fft_plan* plan) {
+    const bool forward = plan->sign == sign_forward;
+    return install(plan, forward ? execute_short_rows_and_columns<true> : execute_short_rows_and_columns<false>,
+                   "execute_many");
 }
 
 bool turns_in_four_lanes(const fft_plan& p) {
@@ -98,6 +130,7 @@ int solve_problem_dft_many(fft_plan* plan) {
     if (plan_subplans(plan->subplans, 1) != accepted) return refused;
     item = plan->subplans[0];
     if (!turns_in_four_lanes(*plan)) return install(plan, loop_over(*plan), "execute_many");
+    if (is_one_kernel(*item)) return install_short_rows_and_columns(plan);
     if (!attach_buffer(plan, 2 * 4 * 8 * plan->dims[0].n) || !attach_aux(plan, four_lanes_list_bytes(*item)))
         return refused;
     const bool to_columns = turns_rows_to_columns(*plan);

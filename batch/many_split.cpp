@@ -28,7 +28,7 @@ void execute_many_split(fft_plan* plan, float* in_re, float* in_im, float* out_r
 }  // namespace
 
 void execute_by_split(fft_plan* plan, float* in, float* out) {
-    plan->execute_split(plan, in, plan->in_imag, out, plan->out_imag);
+    if (has_imaginary_arrays(*plan)) plan->execute_split(plan, in, plan->in_imag, out, plan->out_imag);
 }
 
 int solve_problem_dft_many_split(fft_plan* plan) {

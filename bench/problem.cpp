@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/problem.h"
 
+#include "bench/near_word.h"
+
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -13,13 +16,26 @@ namespace {
 constexpr std::array<std::string_view, 11> r2r_names = {
     "r2hc", "hc2r", "dht", "redft00", "redft01", "redft10", "redft11", "rodft00", "rodft01", "rodft10", "rodft11"};
 
-[[noreturn]] void reject(std::string_view word, const char* why) {
+constexpr std::string_view kind_names[] = {"c2c",     "r2c",     "c2r",     "transpose", "copy",    "many",
+                                           "guru",    "r2hc",    "hc2r",    "dht",       "redft00", "redft01",
+                                           "redft10", "redft11", "rodft00", "rodft01",   "rodft10", "rodft11"};
+constexpr std::string_view further_words[] = {"forward",  "backward", "inplace", "batch=",   "interleaved", "istride=",
+                                              "ostride=", "idist=",   "odist=",  "measured", "threads="};
+
+[[noreturn]] void reject(std::string_view word, const std::string& why) {
     throw std::invalid_argument("'" + std::string(word) + "': " + why);
+}
+
+// Products of positive numbers that are more than there is stay more than there is.
+int64_t product(int64_t a, int64_t b) {
+    int64_t result;
+    return __builtin_mul_overflow(a, b, &result) ? INT64_MAX : result;
 }
 
 int number(std::string_view digits, std::string_view word) {
     int value = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), value);
+    if (error == std::errc::result_out_of_range) reject(word, "the calls' numbers go up to 2147483647");
     if (error != std::errc{} || end != digits.data() + digits.size() || value < 1)
         reject(word, "a number from 1 up is wanted here");
     return value;
@@ -47,7 +63,7 @@ void parse_kind(problem& p, std::string_view word) {
     for (std::string_view name : split(word, "/")) {
         size_t k = 0;
         while (k < r2r_names.size() && name != r2r_names[k]) ++k;
-        if (k == r2r_names.size()) reject(name, "not a kind of transform");
+        if (k == r2r_names.size()) reject(name, "not a kind of transform" + did_you_mean(name, kind_names));
         p.r2r_kinds.push_back(static_cast<int>(k));
     }
 }
@@ -88,7 +104,8 @@ void parse_word(problem& p, std::string_view word) {
     else if (word == "measured")
         p.measured = true;
     else
-        reject(word, "not a word of the problem language, or not for this kind");
+        reject(word, "not a word of the problem language, or not for this kind" +
+                         did_you_mean(word.substr(0, equals == word.npos ? equals : equals + 1), further_words));
 }
 
 // Rows of the real side are padded to whole complex numbers when a real transform runs in place.
@@ -98,21 +115,24 @@ void lay_out(const problem& p, side& s, bool complex_side) {
     s.complex = complex_side;
     s.extent = p.n;
     if (half && complex_side) s.extent[last] = p.n[last] / 2 + 1;
-    const int row = half && !complex_side && p.in_place ? 2 * (p.n[last] / 2 + 1) : s.extent[last];
+    const int64_t row = half && !complex_side && p.in_place ? 2 * (int64_t{p.n[last]} / 2 + 1) : s.extent[last];
     if (s.stride == 0) s.stride = p.interleaved ? p.batch : 1;
     s.row_stride.assign(last + 1, s.stride);
-    int transform = last == 0 ? row * s.stride : 0;
+    int64_t transform = last == 0 ? product(row, s.stride) : 0;
     for (size_t d = last; d-- > 0;) {
-        s.row_stride[d] = s.row_stride[d + 1] * (d + 1 == last ? row : s.extent[d + 1]);
-        transform = s.row_stride[d] * s.extent[d];
+        s.row_stride[d] = product(s.row_stride[d + 1], d + 1 == last ? row : s.extent[d + 1]);
+        transform = product(s.row_stride[d], s.extent[d]);
     }
     if (s.dist == 0) s.dist = p.interleaved ? 1 : transform;
+    if (p.batch > 1 && s.dist > INT32_MAX)
+        reject("batch=" + std::to_string(p.batch),
+               "a transform has " + std::to_string(s.dist) + " elements, and the calls' distances go up to 2147483647");
 }
 
 std::string canonical(const problem& p, std::string_view kind, std::string_view sizes, const side& in,
                       const side& out) {
     std::string text = std::string(kind) + ' ' + std::string(sizes);
-    const auto given = [&](const char* name, int value, int usual) {
+    const auto given = [&](const char* name, int64_t value, int64_t usual) {
         if (value != usual) text += ' ' + std::string(name) + '=' + std::to_string(value);
     };
     if (p.sign == +1) text += " backward";
@@ -189,10 +209,12 @@ double problem::bytes() const {
 bool problem::keeps_input() const { return !in_place && kind != family::c2r && kind != family::r2r; }
 
 size_t span_floats(const problem& p, const side& s) {
-    size_t last = static_cast<size_t>(p.batch - 1) * static_cast<size_t>(s.dist);
-    for (size_t d = 0; d < s.extent.size(); ++d)
-        last += static_cast<size_t>(s.extent[d] - 1) * static_cast<size_t>(s.row_stride[d]);
-    return (last + 1) * (s.complex ? 2 : 1);
+    int64_t last = product(p.batch - 1, s.dist);
+    for (size_t d = 0; d < s.extent.size(); ++d) {
+        const int64_t more = product(s.extent[d] - 1, s.row_stride[d]);
+        last = last > INT64_MAX / 4 - more ? INT64_MAX / 4 : last + more;
+    }
+    return static_cast<size_t>(std::min(last, INT64_MAX / 4) + 1) * (s.complex ? 2 : 1);
 }
 
 }  // namespace bench

@@ -10,6 +10,7 @@
 //           istride=N ostride=N idist=N odist=N | measured | threads=N
 #pragma once
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -20,10 +21,11 @@ enum class family { c2c, r2c, c2r, r2r, transpose, copy };
 
 // One side of a problem as the planning calls take it, in elements of that side's own type.
 struct side {
-    int stride = 0, dist = 0;     // 0 in a parsed problem: not given
-    bool complex = false;         // elements are pairs of floats
-    std::vector<int> extent;      // logical sizes of this side
-    std::vector<int> row_stride;  // elements between neighbours of each dimension
+    int stride = 0;                   // 0 where a problem is parsed: not given
+    int64_t dist = 0;                 // likewise
+    bool complex = false;             // elements are pairs of floats
+    std::vector<int> extent;          // logical sizes of this side
+    std::vector<int64_t> row_stride;  // elements between neighbours of each dimension
 };
 
 struct problem {
@@ -51,7 +53,8 @@ std::vector<std::string> read_list(const std::string& file);
 // The compact r2c problem of the same sizes and batch: its result is Hermitian, so it is a fair input for c2r.
 problem spectrum_problem(const problem& p);
 
-// Floats between the first element of a side and the end of its last one, gaps included.
+// Floats between the first element of a side and the end of its last one, gaps included; the largest number if there
+// are more.
 size_t span_floats(const problem& p, const side& s);
 
 // Calls visit(float offset) for every element of every transform of the batch.

@@ -1,16 +1,35 @@
 # SPDX-License-Identifier: Apache-2.0
-# Options of every translation unit of the library, as the interface target qfftf_options.
-add_library(qfftf_options INTERFACE)
-target_include_directories(qfftf_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
-target_compile_features(qfftf_options INTERFACE cxx_std_20)
-target_compile_options(qfftf_options INTERFACE -Wall -Wextra)
+# Options of every translation unit of the library, as the interface target qfftf_common_options. qfftf_options adds the
+# instruction set of any processor, for the outer library, tools and tests; qfftf_options_LEVEL that of a level.
+add_library(qfftf_common_options INTERFACE)
+target_include_directories(qfftf_common_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
+target_compile_features(qfftf_common_options INTERFACE cxx_std_20)
+target_compile_options(qfftf_common_options INTERFACE -Wall -Wextra)
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 if(on_arm)
-  target_compile_options(qfftf_options INTERFACE -march=armv8.3-a+sve -msve-vector-bits=256)
+  # Complex instructions need armv8.3-a by name; the level is for processors that have them and Armv8.1 atomics.
+  set(qfftf_levels sve fcma neon)  # from the highest to the lowest
+  set(level_options_sve -march=armv8.3-a+sve -msve-vector-bits=256)
+  set(level_options_fcma -march=armv8.3-a)
+  set(level_options_neon -march=armv8-a -mno-outline-atomics)
+  # Lower levels take some kernels in place of others (kernels/lookup.cpp); the linker drops what nobody asks for.
+  foreach(level fcma neon)
+    set(level_sections_${level} -ffunction-sections -fdata-sections)
+  endforeach()
 else()
-  target_compile_options(qfftf_options INTERFACE -Wno-psabi)  # 256-bit vectors stay inside one translation unit
+  set(qfftf_levels portable)
+  set(level_options_portable -Wno-psabi)  # 256-bit vectors stay inside one translation unit
 endif()
+list(GET qfftf_levels 0 highest_level)
+set(QFFTF_TEST_LEVEL ${highest_level} CACHE STRING "Level whose inner library unit tests link: one of ${qfftf_levels}")
+foreach(level IN LISTS qfftf_levels)
+  add_library(qfftf_options_${level} INTERFACE)
+  target_link_libraries(qfftf_options_${level} INTERFACE qfftf_common_options)
+  target_compile_options(qfftf_options_${level} INTERFACE ${level_options_${level}})
+endforeach()
+list(GET qfftf_levels -1 lowest_level)
+add_library(qfftf_options ALIAS qfftf_options_${lowest_level})
 
 # Only for the library's own code; tests and tools use the standard library as they like.
 set(qfftf_library_options -fno-exceptions -fno-rtti -fno-threadsafe-statics -ffp-contract=off -fno-math-errno

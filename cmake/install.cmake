@@ -17,10 +17,7 @@ endif()
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
 
 # All that has to be built before "cmake --install"; "all" also builds the tests.
-add_custom_target(installable DEPENDS qfftf qfftf_plan)
-if(TARGET qfftf_info)
-  add_dependencies(installable qfftf_info)
-endif()
+add_custom_target(installable DEPENDS qfftf qfftf_plan qfftf_info)
 
 # find_package(qfftf) gives the target qfftf::qfftf. The targets file needs no companion: the library has no
 # dependency that a program must link.

@@ -9,7 +9,7 @@ target_include_directories(qfftf PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/
                                         $<INSTALL_INTERFACE:${CMAKE_INSTALL_INCLUDEDIR}>)
 target_link_libraries(qfftf PRIVATE m gomp)  # libgomp serves threads/openmp.cpp alone
 # Calls between exported functions stay inside: no other library can step in between.
-target_link_options(qfftf PRIVATE LINKER:--version-script=${export_map} LINKER:-Bsymbolic-functions)
+target_link_options(qfftf PRIVATE LINKER:--version-script=${export_map} LINKER:-Bsymbolic-functions LINKER:--gc-sections)
 if(NOT (QFFTF_SANITIZE OR QFFTF_SANITIZE_THREADS))  # the sanitizers leave their run-time symbols to the program
   target_link_options(qfftf PRIVATE LINKER:-z,defs)
 endif()

@@ -25,10 +25,12 @@ bool accepts(const fft_plan& p, int64_t lanes) {
            !has_large_prime_factor(p.dims[0].n);
 }
 
+// A contiguous output may serve as a working array. A strided one can't, nor can that of several transforms with unit
+// strides: they overlap each other, in an array shorter than the working array of all.
+bool output_serves_as_array(const fft_plan& p) { return has_unit_strides(p) && p.howmany_rank == 0; }
+
 bool attach_storage(fft_plan* plan, uint64_t stage_count, int64_t lanes) {
-    const uint64_t n = plan->dims[0].n;
-    // A strided output can't serve as a working array, so that two are needed.
-    const uint64_t working_arrays = has_unit_strides(*plan) ? 1 : 2;
+    const uint64_t n = plan->dims[0].n, working_arrays = output_serves_as_array(*plan) ? 1 : 2;
     return attach_aux(plan, 8 * (n + 9 + stage_record_words * stage_count)) &&
            attach_buffer(plan, 8 * n * working_arrays * (plan->howmany_rank ? lanes : 1));
 }
@@ -58,31 +60,29 @@ void execute_two_stages(fft_plan* plan, float* in, float* out) {
 // the stages and runs in their place. The stage list serves transforms that are left over.
 void execute_straight(fft_plan* plan, float* in, float* out) {
     const fft_dim d = plan->dims[0];
-    lookup_straight_quad_sve(plan, d.n)(out, in, d.is, d.os);
+    straight_kernels_of(two_stages(plan->aux)[0]).quad(out, in, d.is, d.os);
 }
 
 int install_form(fft_plan* plan, const multi_stage_form& form, uint64_t stage_count) {
-    if (is_batch_of_lanes(*plan, 4) && lookup_straight_quad_sve(plan, plan->dims[0].n))
-        return install(plan, execute_straight, form.two_stages);
-    if (stage_count == 2) return install(plan, execute_two_stages, form.two_stages);
-    return has_unit_strides(*plan) ? install(plan, execute_contiguous, form.contiguous)
-                                   : install(plan, execute_discrete, form.discrete);
+    if (stage_count == 2) {
+        const bool straight = is_batch_of_lanes(*plan, 4) && lookup_straight_quad_sve(plan, plan->dims[0].n);
+        return install(plan, straight ? execute_straight : execute_two_stages, form.two_stages);
+    }
+    return install(plan, output_serves_as_array(*plan) ? execute_contiguous : execute_discrete,
+                   has_unit_strides(*plan) ? form.contiguous : form.discrete);
 }
 
 // The first of `count` executions, as many as straight kernels can do: four lanes each, or four contiguous ones at
 // once. Returns their number.
-int64_t execute_straight_each(const fft_plan& plan, const float* in, float* out, int64_t count, int64_t in_step,
-                              int64_t out_step) {
-    const fft_dim d = plan.dims[0];
-    if (plan.execute == execute_straight) {
-        const many_kernel kernel = lookup_straight_quad_sve(&plan, d.n);
-        for (int64_t i = 0; i < count; ++i) kernel(out + i * out_step, in + i * in_step, d.is, d.os);
+int64_t execute_straight_each(const fft_dim& d, const straight_kernels& kernels, const float* in, float* out,
+                              int64_t count, int64_t in_step, int64_t out_step) {
+    if (kernels.quad) {
+        for (int64_t i = 0; i < count; ++i) kernels.quad(out + i * out_step, in + i * in_step, d.is, d.os);
         return count;
     }
-    const many_rows_kernel kernel = lookup_straight_rows_sve(&plan, d.n);
-    if (!kernel || plan.howmany_rank != 0 || !has_unit_strides(plan) || count < 4) return 0;
+    if (!kernels.rows || count < 4) return 0;
     const int64_t whole = count / 4 * 4;
-    kernel(out, in, in_step / 2, out_step / 2, whole);
+    kernels.rows(out, in, in_step / 2, out_step / 2, whole);
     return whole;
 }
 
@@ -106,7 +106,8 @@ void execute_two_stages_each(fft_plan* plan, float* in, float* out, int64_t coun
     const plan_scratch scratch(plan);
     if (!scratch) return;
     const stage_record* stages = two_stages(plan->aux);
-    for (int64_t i = execute_straight_each(*plan, in, out, count, in_step, out_step); i < count; ++i) {
+    int64_t i = execute_straight_each(plan->dims[0], straight_kernels_of(stages[0]), in, out, count, in_step, out_step);
+    for (; i < count; ++i) {
         stages[0].kernel(&stages[0], in + i * in_step, scratch.data());
         stages[1].kernel(&stages[1], scratch.data(), out + i * out_step);
     }
@@ -114,11 +115,11 @@ void execute_two_stages_each(fft_plan* plan, float* in, float* out, int64_t coun
 
 namespace {
 
-bool is_straight(const fft_plan& plan) { return lookup_straight_quad_sve(&plan, plan.dims[0].n); }
+many_kernel straight_kernel(const fft_plan& plan) { return lookup_straight_quad_sve(&plan, plan.dims[0].n); }
 
 // A straight kernel has a record all the same, for its strides.
 uint64_t stages_in_four_lanes(const fft_plan& plan) {
-    if (is_straight(plan)) return 1;
+    if (straight_kernel(plan)) return 1;
     return plan.execute == execute_two_stages ? 2 : stage_count_of(plan.aux);
 }
 
@@ -138,11 +139,13 @@ void copy_into_four_lanes(const fft_plan& plan, stage_record* stages, uint64_t c
 
 }  // namespace
 
+bool runs_by_straight_kernel(const fft_plan& plan) { return straight_kernel(plan); }
+
 // A straight kernel needs nothing of the plan. Contiguous plans have their last table in another order, that of rows
 // side by side.
 bool can_run_in_four_lanes(const fft_plan& plan) {
     if ((plan.howmany_rank != 0 && !is_batch_of_lanes(plan, 4)) || has_unit_strides(plan)) return false;
-    return plan.execute == execute_two_stages || plan.execute == execute_discrete || is_straight(plan);
+    return plan.execute == execute_two_stages || plan.execute == execute_discrete || straight_kernel(plan);
 }
 
 // The count of the stages, then their records.
@@ -151,16 +154,18 @@ uint64_t four_lanes_list_bytes(const fft_plan& plan) { return 8 + stages_in_four
 void fill_four_lanes_list(const fft_plan& plan, void* list, int64_t is, int64_t os) {
     const uint64_t count = stage_count_of(list) = stages_in_four_lanes(plan);
     stage_record* const stages = counted_stages(list);
-    if (!is_straight(plan)) copy_into_four_lanes(plan, stages, count);
+    const many_kernel straight = straight_kernel(plan);
+    if (!straight) copy_into_four_lanes(plan, stages, count);
+    keep_straight_kernels(stages[0], {straight, nullptr});
     stages[0].is = is;
     stages[count - 1].os = os;
 }
 
-void execute_four_lanes(const fft_plan& plan, void* list, const float* in, float* out, float* working) {
+void execute_four_lanes(void* list, const float* in, float* out, float* working) {
     const stage_record* stages = counted_stages(list);
-    const int64_t n = plan.dims[0].n;
-    if (const many_kernel straight = lookup_straight_quad_sve(&plan, n))
+    if (const many_kernel straight = straight_kernels_of(stages[0]).quad)
         return straight(out, in, stages->is, stages->os);
+    const uint64_t n = stages->radix * stages->rest;
     run_stages(stages, stage_count_of(list), in, {working, working + 8 * n}, out);
 }
 

@@ -65,12 +65,20 @@ void fill_later_stages(const fft_plan* plan, stage_isa::lookup other, stage_isa:
     }
 }
 
+straight_kernels find_straight_kernels(const fft_plan& plan) {
+    const uint64_t n = plan.dims[0].n;
+    if (is_batch_of_lanes(plan, 4)) return {lookup_straight_quad_sve(&plan, n), nullptr};
+    if (plan.howmany_rank == 0 && has_unit_strides(plan)) return {nullptr, lookup_straight_rows_sve(&plan, n)};
+    return {};
+}
+
 void fill_stages(const fft_plan* plan, const stage_isa& isa, uint64_t count, const uint64_t* radices) {
     const stage_list list = multi_stage_list(plan->aux, count);
     if (count != 2) stage_count_of(plan->aux) = count;
     const bool batched = is_batch_of_lanes(*plan, isa.lanes);
     fill_records(plan, isa, list.stages, count, radices, batched ? isa.lanes : 1);
     isa.first(&list.stages[0], plan);
+    keep_straight_kernels(list.stages[0], find_straight_kernels(*plan));
     const bool across_rows = !batched && has_unit_strides(*plan);
     fill_later_stages(plan, isa.other, isa.last, across_rows ? isa.fill_last : twiddle_fill_rows, list.stages, count,
                       list.tables);

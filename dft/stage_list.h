@@ -6,6 +6,8 @@
 #include "kernels/kernel_types.h"
 #include "planner/measured.h"
 
+#include <bit>
+
 // What differs between the NEON chain and the SVE chain.
 struct stage_isa {
     using lookup = void (*)(stage_record* stage, const fft_plan* plan);
@@ -25,6 +27,20 @@ constexpr uint64_t stage_record_words = sizeof(stage_record) / 8;
 inline uint64_t& stage_count_of(void* aux) { return *static_cast<uint64_t*>(aux); }
 inline stage_record* counted_stages(void* aux) { return reinterpret_cast<stage_record*>(&stage_count_of(aux) + 1); }
 inline stage_record* two_stages(void* aux) { return static_cast<stage_record*>(aux); }
+
+// Kernels that run whole transforms of a list's length, each null where there is none or it costs more than the stages.
+// They stand in spare words of the first record: execution looks nothing up.
+struct straight_kernels {
+    many_kernel quad;       // four transforms side by side
+    many_rows_kernel rows;  // four contiguous ones at a time
+};
+inline straight_kernels straight_kernels_of(const stage_record& first) {
+    return {std::bit_cast<many_kernel>(first.spare[0]), std::bit_cast<many_rows_kernel>(first.spare[1])};
+}
+inline void keep_straight_kernels(stage_record& first, const straight_kernels& kernels) {
+    first.spare[0] = std::bit_cast<uint64_t>(kernels.quad);
+    first.spare[1] = std::bit_cast<uint64_t>(kernels.rows);
+}
 
 // The records, and the tables of stages 1 and up that stand behind them in stage order. Multi-stage plans align the
 // tables to 64 bytes.

@@ -2,6 +2,7 @@
 #include "dft/twiddles.h"
 
 #include "dft/sizes.h"
+#include "kernels/level.h"
 
 #include <cmath>
 #include <utility>
@@ -79,6 +80,7 @@ void twiddle_fill_last_neon(float* table, uint64_t n, uint64_t r, uint64_t m, ui
 }
 
 void twiddle_fill_last_sve(float* table, uint64_t n, uint64_t r, uint64_t m, uint64_t L, int64_t sign) {
+    if constexpr (!has_registers_of_four) return twiddle_fill_last_neon(table, n, r, m, L, sign);
     const bool across = runs_across_rows(r, L, radix_order_main, radix_order_main_count);
     (across ? twiddle_fill_lanes4 : twiddle_fill_rows)(table, n, r, m, L, sign);
 }
@@ -89,6 +91,7 @@ void twiddle_fill_sorensen_neon(float* table, uint64_t n, uint64_t r, uint64_t m
 }
 
 void twiddle_fill_sorensen_sve(float* table, uint64_t n, uint64_t r, uint64_t m, uint64_t L, int64_t sign) {
+    if constexpr (!has_registers_of_four) return twiddle_fill_sorensen_neon(table, n, r, m, L, sign);
     const bool across = runs_across_rows(r, L, radix_order_sorensen, radix_order_sorensen_count);
     (across ? twiddle_fill_lanes4 : twiddle_fill_rows)(table, n, r, m, L, sign);
 }

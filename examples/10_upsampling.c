@@ -1,6 +1,7 @@
 /* SPDX-License-Identifier: Apache-2.0 */
 /* Fourier interpolation of a small image to twice its size, taken half a new sample further on. A wave stays a wave:
- * the values between the samples are those of the function. examples/upsampling does this to a photograph. */
+ * the values between the samples are those of the function. examples/gallery/upsampling.cpp does this to a photograph.
+ */
 #include <math.h>
 #include <qfftf.h>
 #include <stdio.h>

@@ -14,6 +14,24 @@
 !     call qsl_fftf_destroy_plan(plan)
 !
 ! Prefer the execute calls that take arrays: a compiler can't know that qsl_fftf_execute changes them.
+!
+! Pass whole arrays, or sections that are contiguous. Of any other section, x(1:n:2) or x(2, :), the compiler makes a
+! temporary copy for the duration of a call: a plan would keep the address of an array that is gone, and an execute call
+! would transform the copy. Plan with strides instead, by the many or guru calls, on the section's first element:
+! qsl_fftf_plan_many_dft(1, [n], 1, x, istride=2, ...).
+!
+! Real transforms in place have one array under two types, of n / 2 + 1 complex numbers (for the sizes of the other
+! dimensions see qfftf.h). Declare the complex one as a target, and the real one as a pointer to it that is contiguous,
+! else it is copied too:
+!
+!     use, intrinsic :: iso_c_binding
+!     complex(c_float_complex), target :: y(n / 2 + 1)
+!     real(c_float), pointer, contiguous :: x(:)
+!     call c_f_pointer(c_loc(y), x, [2 * size(y)])
+!     plan = qsl_fftf_plan_dft_r2c_1d(n, x, y, QSL_FFTF_RULES)
+!
+! The version of the transforms is told by QFFTGetVersion; the text qsl_fftf_version of the C header isn't here, since
+! not every linker lets a Fortran program see a variable of a shared library.
 module qfftf
     use, intrinsic :: iso_c_binding
     implicit none
@@ -49,8 +67,6 @@ module qfftf
         character(kind=c_char), dimension(100) :: product_name, product_version, component_name, component_version, &
             component_revision, compiler, module_name, module_version
     end type
-
-    character(kind=c_char), dimension(50), bind(c), protected :: qsl_fftf_version
 
     interface
         ! Complex transforms.

@@ -16,7 +16,7 @@
  * - Strides and distances count elements of the array's own type: complex numbers on a complex side, floats on a real
  *   side and on each array of a split pair.
  * - A transform is in place when `in` and `out` are the same address. Arrays that overlap otherwise aren't supported.
- *   Out of place the input is kept, except by c2r transforms of two or more dimensions, which may overwrite it.
+ *   Out of place the input is kept, by transforms of every kind.
  * - A null plan is the only sign of failure: an argument out of its documented range, a problem that no method takes,
  *   or no memory. Execute and housekeeping calls do nothing when they are given a null pointer.
  * - Planning with QSL_FFTF_RULES never touches the arrays, which may be null if the plan is only executed on other
@@ -148,10 +148,10 @@ QFFTF_API qsl_fftf_plan qsl_fftf_plan_many_dft_r2c(int rank, const int* n, int h
 QFFTF_API qsl_fftf_plan qsl_fftf_plan_dft_c2r_1d(int n, qsl_fftf_complex* in, float* out, unsigned flags);
 
 /* n0 rows of n1 / 2 + 1 complex numbers to n0 rows of n1 floats. In place the rows of floats stand 2 (n1 / 2 + 1)
- * apart. Out of place the input may be overwritten. */
+ * apart. */
 QFFTF_API qsl_fftf_plan qsl_fftf_plan_dft_c2r_2d(int n0, int n1, qsl_fftf_complex* in, float* out, unsigned flags);
 
-/* n0 x n1 x (n2 / 2 + 1) complex numbers to n0 x n1 x n2 floats. Rows in place and overwriting as in two dimensions. */
+/* n0 x n1 x (n2 / 2 + 1) complex numbers to n0 x n1 x n2 floats. Rows in place as in two dimensions. */
 QFFTF_API qsl_fftf_plan qsl_fftf_plan_dft_c2r_3d(int n0, int n1, int n2, qsl_fftf_complex* in, float* out,
                                                  unsigned flags);
 
@@ -202,12 +202,15 @@ QFFTF_API qsl_fftf_plan qsl_fftf_plan_upsampling_2d(int n0, int n1, int m0, int 
  * convention. The _64 forms take 64-bit numbers. Split forms take real and imaginary parts in two arrays of floats. */
 
 /* Complex transforms. Rank 0 (`dims` may then be null) copies or transposes the batch, and so does rank 1 of length 1.
- * `sign` -1 is forward, any other value backward. Dimensions, and batch dimensions, that interleave give null. */
+ * `sign` -1 is forward, any other value backward. Dimensions that interleave give null, and so do batch dimensions that
+ * don't stand slowest first: each one's stride is at least the n times stride of the next, on either side (of up to
+ * three batch dimensions; four aren't looked at). */
 QFFTF_API qsl_fftf_plan qsl_fftf_plan_guru_dft(int rank, const fft_iodim* dims, int howmany_rank,
                                                const fft_iodim* howmany_dims, qsl_fftf_complex* in,
                                                qsl_fftf_complex* out, int sign, unsigned flags);
 
-/* The same in 64 bits; `dims` is never null, dimensions may interleave, and length 1 is a transform like any other. */
+/* The same in 64 bits; `dims` is never null, dimensions may interleave, batch dimensions stand in any order, and length
+ * 1 is a transform like any other. */
 QFFTF_API qsl_fftf_plan qsl_fftf_plan_guru64_dft(int rank, const fft_iodim64* dims, int howmany_rank,
                                                  const fft_iodim64* howmany_dims, qsl_fftf_complex* in,
                                                  qsl_fftf_complex* out, int sign, unsigned flags);
@@ -221,7 +224,7 @@ QFFTF_API qsl_fftf_plan qsl_fftf_plan_guru64_dft_r2c(int rank, const fft_iodim64
                                                      const fft_iodim64* howmany_dims, float* in, qsl_fftf_complex* out,
                                                      unsigned flags);
 
-/* Complex to real, rank 1 to 4. `is` counts complex numbers, `os` floats. The input may be overwritten. */
+/* Complex to real, rank 1 to 4. `is` counts complex numbers, `os` floats. */
 QFFTF_API qsl_fftf_plan qsl_fftf_plan_guru_dft_c2r(int rank, const fft_iodim* dims, int howmany_rank,
                                                    const fft_iodim* howmany_dims, qsl_fftf_complex* in, float* out,
                                                    unsigned flags);
@@ -241,11 +244,12 @@ QFFTF_API qsl_fftf_plan qsl_fftf_plan_guru64_r2r(int rank, const fft_iodim64* di
                                                  const qsl_fftf_r2r_kind* kinds, unsigned flags);
 
 /* Complex transforms of split arrays, always forward: for the backward transform exchange real and imaginary parts on
- * both sides. Rank 1 to 4; dimensions that interleave give null. */
+ * both sides. Rank 1 to 4; dimensions that interleave, and batch dimensions that don't stand slowest first, give null.
+ */
 QFFTF_API qsl_fftf_plan qsl_fftf_plan_guru_split_dft(int rank, const fft_iodim* dims, int howmany_rank,
                                                      const fft_iodim* howmany_dims, float* in_re, float* in_im,
                                                      float* out_re, float* out_im, unsigned flags);
-/* The same in 64 bits; dimensions may interleave. */
+/* The same in 64 bits; dimensions may interleave, and batch dimensions stand in any order. */
 QFFTF_API qsl_fftf_plan qsl_fftf_plan_guru64_split_dft(int rank, const fft_iodim64* dims, int howmany_rank,
                                                        const fft_iodim64* howmany_dims, float* in_re, float* in_im,
                                                        float* out_re, float* out_im, unsigned flags);
@@ -325,6 +329,13 @@ QFFTF_API void qsl_fftf_plan_with_nthreads(int n);
 QFFTF_API void qsl_fftf_plan_with_nthreads_local(int n);
 
 /* ---- Version ----------------------------------------------------------------------------------------------------- */
+/* QFFTF_VERSION is the version of this package: of this header, and of the library that was installed with it. The
+ * calls below tell what a running program has loaded: the record names the product that the library is a module of, and
+ * qsl_fftf_version the transforms by their own count. These texts stand still while the package's version moves on. */
+#define QFFTF_VERSION_MAJOR 1
+#define QFFTF_VERSION_MINOR 0
+#define QFFTF_VERSION_PATCH 0
+#define QFFTF_VERSION "1.0.0"
 
 typedef struct qfft_version {
     char product_name[100];
@@ -342,6 +353,24 @@ QFFTF_API int QFFTGetVersion(qfft_version* record);
 
 /* The version of the transforms, as zero-terminated text. */
 QFFTF_API extern const char qsl_fftf_version[50];
+
+/* ---- Lengths ----------------------------------------------------------------------------------------------------- */
+
+/* The next length from n up that runs well, for a caller that may choose: it has no prime factor above 7. 0 when n is
+ * below 1 or no such length fits an int. Not a function of the library but of this header. */
+static inline int qfftf_good_length(int n) {
+    int length = n, rest;
+    if (n < 1) return 0;
+    for (;;) {
+        for (rest = length; rest % 2 == 0;) rest /= 2;
+        while (rest % 3 == 0) rest /= 3;
+        while (rest % 5 == 0) rest /= 5;
+        while (rest % 7 == 0) rest /= 7;
+        if (rest == 1) return length;
+        if (length == 0x7fffffff) return 0;
+        ++length;
+    }
+}
 
 #ifdef __cplusplus
 }

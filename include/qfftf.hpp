@@ -10,12 +10,17 @@
 #ifndef QFFTF_HPP
 #define QFFTF_HPP
 
+#if __cplusplus < 202002L
+#error "qfftf.hpp needs C++20 (-std=c++20); older C++ programs include qfftf.h"
+#endif
+
 #include <qfftf.h>
 
 #include <complex>
 #include <cstdint>
 #include <functional>
 #include <initializer_list>
+#include <limits>
 #include <memory>
 #include <mutex>
 #include <span>
@@ -66,7 +71,7 @@ private:
 // How the transforms of a batch lie in the arrays of one side; the distance counts only with more than one.
 struct layout {
     int stride = 1;
-    int distance = 0;             // 0: one transform directly behind the other
+    int distance = 0;             // 0: one transform, or the array that holds it, directly behind the other
     std::vector<int> embed = {};  // sizes of the array that holds each transform; empty: those of the transform
 };
 
@@ -84,34 +89,45 @@ inline void demand(bool holds, const char* what) {
 template <class Element>
 constexpr bool is_complex = std::is_same_v<Element, complex>;
 
+// Sums and products of numbers from 0 up, as large as they get but not larger than the largest.
+inline std::int64_t times(std::int64_t a, std::int64_t b) {
+    return b != 0 && a > std::numeric_limits<std::int64_t>::max() / b ? std::numeric_limits<std::int64_t>::max()
+                                                                      : a * b;
+}
+inline std::int64_t plus(std::int64_t a, std::int64_t b) {
+    return a > std::numeric_limits<std::int64_t>::max() - b ? std::numeric_limits<std::int64_t>::max() : a + b;
+}
+
 // One side of a problem: its logical sizes, its row lengths in memory, and from these the length of its array.
 struct side {
     int stride = 1, distance = 0;
-    std::vector<int> n, rows;
+    std::vector<std::int64_t> n, rows;
 
     std::int64_t transform_span() const {
         std::int64_t last = 0, step = stride;
         for (std::size_t k = n.size(); k-- > 0;) {
-            last += (n[k] - 1) * step;
-            step *= rows[k];
+            last = plus(last, times(n[k] - 1, step));
+            step = times(step, rows[k]);
         }
-        return last + 1;
+        return plus(last, 1);
     }
-    std::int64_t span(int count) const { return transform_span() + std::int64_t{distance} * (count - 1); }
+    std::int64_t span(int count) const { return plus(transform_span(), times(distance, count - 1)); }
 };
 
 template <class Element, class Other>
 side make_side(const std::vector<int>& n, const layout& l, int count, bool in_place) {
     const bool half = is_complex<Element> && !is_complex<Other>;
     const bool padded = in_place && !is_complex<Element> && is_complex<Other>;
-    side s{l.stride, l.distance, n, n};
+    side s{l.stride, l.distance, {n.begin(), n.end()}, {}};
     if (half) s.n.back() = n.back() / 2 + 1;
     s.rows = s.n;
-    if (padded) s.rows.back() = 2 * (n.back() / 2 + 1);
-    if (!l.embed.empty()) s.rows = l.embed;
+    if (padded) s.rows.back() = 2 * (std::int64_t{n.back()} / 2 + 1);
+    if (!l.embed.empty()) s.rows.assign(l.embed.begin(), l.embed.end());
     if (s.distance == 0 && count > 1) {
+        demand(s.rows[0] >= s.n[0], "the first size of an embedding holds the transform's, or a distance is given");
         std::int64_t whole = l.stride;
-        for (std::size_t k = 0; k < n.size(); ++k) whole *= k == 0 && !l.embed.empty() ? s.n[0] : s.rows[k];
+        for (const std::int64_t row : s.rows) whole = times(whole, row);
+        demand(whole <= std::numeric_limits<int>::max(), "the distance between the transforms of a batch fits an int");
         s.distance = static_cast<int>(whole);
     }
     return s;
@@ -142,21 +158,13 @@ template <class In, class Out>
 class plan {
 public:
     // Runs on the arrays that the plan was made with.
-    void operator()() const { qsl_fftf_execute(handle_.get()); }
+    void operator()() const { run(in_, out_); }
 
     // Runs on other arrays of the planned layout, in place or apart as planned.
-    void operator()(std::span<In> in, std::span<Out> out) const {
+    void operator()(std::span<const In> in, std::span<Out> out) const {
         check_lengths(in.size(), out.size());
-        const bool in_place = static_cast<const void*>(in.data()) == static_cast<const void*>(out.data());
-        detail::demand(in_place == in_place_, "arrays are in place, or apart, as planned");
-        if constexpr (detail::is_complex<In> && detail::is_complex<Out>)
-            qsl_fftf_execute_dft(handle_.get(), detail::c(in.data()), detail::c(out.data()));
-        else if constexpr (detail::is_complex<Out>)
-            qsl_fftf_execute_dft_r2c(handle_.get(), in.data(), detail::c(out.data()));
-        else if constexpr (detail::is_complex<In>)
-            qsl_fftf_execute_dft_c2r(handle_.get(), detail::c(in.data()), out.data());
-        else
-            qsl_fftf_execute_r2r(handle_.get(), in.data(), out.data());
+        detail::demand(are_one(in, out) == in_place_, "arrays are in place, or apart, as planned");
+        run(writable(in), out.data());
     }
 
     // Elements that the arrays have at least.
@@ -164,10 +172,12 @@ public:
     std::size_t output_length() const { return output_length_; }
     qsl_fftf_plan handle() const { return handle_.get(); }
 
-    // For the functions below: `make` is called with the checked problem and returns the library's handle.
+    // For the functions below: `make` is called with the checked problem and returns the library's handle. Measuring
+    // runs transforms on the arrays; apart from the output it is given an input of its own.
     template <class Make>
-    plan(const std::vector<int>& n, std::span<In> in, std::span<Out> out, const batch& b, Make make)
-        : in_place_(static_cast<const void*>(in.data()) == static_cast<const void*>(out.data())) {
+    plan(const std::vector<int>& n, std::span<const In> in, std::span<Out> out, const batch& b, planning flags,
+         Make make)
+        : in_place_(are_one(in, out)), in_(writable(in)), out_(out.data()) {
         detail::check(n, b);
         const auto from = detail::make_side<In, Out>(n, b.in, b.count, in_place_);
         const auto to = detail::make_side<Out, In>(n, b.out, b.count, in_place_);
@@ -176,12 +186,31 @@ public:
         check_lengths(in.size(), out.size());
         const int *in_embed = b.in.embed.empty() ? nullptr : b.in.embed.data(),
                   *out_embed = b.out.embed.empty() ? nullptr : b.out.embed.data();
-        handle_.reset(make(static_cast<int>(n.size()), n.data(), b.count, detail::c(in.data()), in_embed, from.stride,
-                           from.distance, detail::c(out.data()), out_embed, to.stride, to.distance));
+        std::vector<In> measured_input(flags == measured && !in_place_ ? input_length_ : 0);
+        In* input = measured_input.empty() ? in_ : measured_input.data();
+        handle_.reset(make(static_cast<int>(n.size()), n.data(), b.count, detail::c(input), in_embed, from.stride,
+                           from.distance, detail::c(out_), out_embed, to.stride, to.distance));
         detail::demand(handle_ != nullptr, "this layout can't be transformed, or memory is short");
     }
 
 private:
+    static bool are_one(std::span<const In> in, std::span<Out> out) {
+        return static_cast<const void*>(in.data()) == static_cast<const void*>(out.data());
+    }
+    // The library keeps the input of a transform out of place; in place the output is the same array, and not const.
+    static In* writable(std::span<const In> in) { return const_cast<In*>(in.data()); }
+
+    void run(In* in, Out* out) const {
+        if constexpr (detail::is_complex<In> && detail::is_complex<Out>)
+            qsl_fftf_execute_dft(handle_.get(), detail::c(in), detail::c(out));
+        else if constexpr (detail::is_complex<Out>)
+            qsl_fftf_execute_dft_r2c(handle_.get(), in, detail::c(out));
+        else if constexpr (detail::is_complex<In>)
+            qsl_fftf_execute_dft_c2r(handle_.get(), detail::c(in), out);
+        else
+            qsl_fftf_execute_r2r(handle_.get(), in, out);
+    }
+
     void check_lengths(std::size_t in, std::size_t out) const {
         detail::demand(in >= input_length_, "the input array holds the problem");
         detail::demand(out >= output_length_, "the output array holds the problem");
@@ -190,6 +219,8 @@ private:
     std::unique_ptr<fft_plan, detail::destroy> handle_;
     std::size_t input_length_ = 0, output_length_ = 0;
     bool in_place_;
+    In* in_;
+    Out* out_;
 };
 
 using c2c_plan = plan<complex, complex>;
@@ -197,30 +228,31 @@ using r2c_plan = plan<float, complex>;
 using c2r_plan = plan<complex, float>;
 using r2r_plan = plan<float, float>;
 
-// Complex transforms; pass the same array twice for a transform in place.
-inline c2c_plan plan_c2c(const sizes& n, std::span<complex> in, std::span<complex> out, direction sign,
+// Complex transforms; pass the same array twice for a transform in place. Any other transform keeps its input, which
+// may be const; measuring overwrites the output alone.
+inline c2c_plan plan_c2c(const sizes& n, std::span<const complex> in, std::span<complex> out, direction sign,
                          const batch& b = {}, planning flags = rules) {
-    return {n.values(), in, out, b, [&](auto... a) { return qsl_fftf_plan_many_dft(a..., sign, flags); }};
+    return {n.values(), in, out, b, flags, [&](auto... a) { return qsl_fftf_plan_many_dft(a..., sign, flags); }};
 }
 
 // Real to complex, forward.
-inline r2c_plan plan_r2c(const sizes& n, std::span<float> in, std::span<complex> out, const batch& b = {},
+inline r2c_plan plan_r2c(const sizes& n, std::span<const float> in, std::span<complex> out, const batch& b = {},
                          planning flags = rules) {
-    return {n.values(), in, out, b, [&](auto... a) { return qsl_fftf_plan_many_dft_r2c(a..., flags); }};
+    return {n.values(), in, out, b, flags, [&](auto... a) { return qsl_fftf_plan_many_dft_r2c(a..., flags); }};
 }
 
-// Complex to real, backward; in two or more dimensions the input may be overwritten.
-inline c2r_plan plan_c2r(const sizes& n, std::span<complex> in, std::span<float> out, const batch& b = {},
+// Complex to real, backward.
+inline c2r_plan plan_c2r(const sizes& n, std::span<const complex> in, std::span<float> out, const batch& b = {},
                          planning flags = rules) {
-    return {n.values(), in, out, b, [&](auto... a) { return qsl_fftf_plan_many_dft_c2r(a..., flags); }};
+    return {n.values(), in, out, b, flags, [&](auto... a) { return qsl_fftf_plan_many_dft_c2r(a..., flags); }};
 }
 
 // Real to real, one kind for each size.
-inline r2r_plan plan_r2r(const sizes& n, std::span<float> in, std::span<float> out, const std::vector<r2r>& kinds,
+inline r2r_plan plan_r2r(const sizes& n, std::span<const float> in, std::span<float> out, const std::vector<r2r>& kinds,
                          const batch& b = {}, planning flags = rules) {
     detail::demand(kinds.size() == n.values().size(), "there are as many kinds as sizes");
     const auto* k = reinterpret_cast<const qsl_fftf_r2r_kind*>(kinds.data());
-    return {n.values(), in, out, b, [&](auto... a) { return qsl_fftf_plan_many_r2r(a..., k, flags); }};
+    return {n.values(), in, out, b, flags, [&](auto... a) { return qsl_fftf_plan_many_r2r(a..., k, flags); }};
 }
 
 // The arrays of a real transform in place: one storage, seen as floats and as complex numbers.

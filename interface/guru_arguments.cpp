@@ -35,7 +35,39 @@ bool has_kinds(const arguments& a) {
 // The data movement of rank 0 has neither a half-complex side nor a split form.
 bool has_dimensions(const arguments& a) { return a.rank >= 1 || has_rank_0_form(a); }
 
+// `inner` as a block fits between two elements of `outer`; one side.
+bool nests(const fft_dim& inner, const fft_dim& outer, int64_t fft_dim::* stride) {
+    return multiply_32(inner.n, inner.*stride) <= outer.*stride;
+}
+
+bool dims_interleave_4(const dim_list& d, int64_t fft_dim::* stride) {  // dims[3] isn't looked at
+    return multiply_32(d[2].n - 1, d[2].*stride) >= d[1].*stride || !nests(d[1], d[0], stride);
+}
+
+bool dims_interleave_2(const dim_list& d, int64_t fft_dim::* stride) {
+    return d[1].*stride < d[0].*stride && d[0].*stride <= multiply_32(d[1].n - 1, d[1].*stride);
+}
+
+bool batch_interleaves(const dim_list& m, int rank, int64_t fft_dim::* stride) {
+    if (rank == 3) return !nests(m[2], m[1], stride) || !nests(m[1], m[0], stride);
+    if (rank == 2) return !nests(m[1], m[0], stride);
+    return false;
+}
+
+bool dims_hold_shape(int rank, const dim_list& dims) {
+    for (const auto stride : {&fft_dim::is, &fft_dim::os}) {
+        if (rank == 4 && dims_interleave_4(dims, stride)) return false;
+        if (rank == 2 && dims_interleave_2(dims, stride)) return false;
+    }
+    return true;
+}
+
+// The two halves of the shape test, which the complex calls of 32 bits alone have.
 bool has_shape(const arguments& a) {
+    return a.call == width::wide || a.kind != kind_c2c || dims_hold_shape(a.rank, a.dims);
+}
+
+bool has_batch_shape(const arguments& a) {
     return a.call == width::wide || a.kind != kind_c2c ||
            guru_shape_test(a.rank, a.dims, a.howmany_rank, a.howmany_dims);
 }
@@ -56,38 +88,19 @@ constexpr argument_check<arguments> checks[] = {
      [](const arguments& a) { return triples_are_positive(a.howmany_dims, a.howmany_rank); }},
     {"kinds is not null", has_kinds},
     {"rank is at least 1 but for interleaved complex and r2r", has_dimensions},
-    {"dimensions and batch dimensions do not interleave", has_shape},
+    {"dimensions do not interleave", has_shape},
+    {"batch dimensions stand slowest first, each at least as far apart as the ones behind it are long",
+     has_batch_shape},
     {"a single r2r in place has equal strides", is_r2r_in_place},
 };
-
-// `inner` as a block fits between two elements of `outer`; one side.
-bool nests(const fft_dim& inner, const fft_dim& outer, int64_t fft_dim::* stride) {
-    return multiply_32(inner.n, inner.*stride) <= outer.*stride;
-}
-
-bool dims_interleave_4(const dim_list& d, int64_t fft_dim::* stride) {  // dims[3] isn't looked at
-    return multiply_32(d[2].n - 1, d[2].*stride) >= d[1].*stride || !nests(d[1], d[0], stride);
-}
-
-bool dims_interleave_2(const dim_list& d, int64_t fft_dim::* stride) {
-    return d[1].*stride < d[0].*stride && d[0].*stride <= multiply_32(d[1].n - 1, d[1].*stride);
-}
-
-bool batch_interleaves(const dim_list& m, int rank, int64_t fft_dim::* stride) {
-    if (rank == 3) return !nests(m[2], m[1], stride) || !nests(m[1], m[0], stride);
-    if (rank == 2) return !nests(m[1], m[0], stride);
-    return false;
-}
 
 }  // namespace
 
 bool guru_shape_test(int rank, const dim_list& dims, int howmany_rank, const dim_list& howmany_dims) {
     if (rank == 0 || (rank == 1 && dims[0].n == 1)) return true;
-    for (const auto stride : {&fft_dim::is, &fft_dim::os}) {
-        if (rank == 4 && dims_interleave_4(dims, stride)) return false;
-        if (rank == 2 && dims_interleave_2(dims, stride)) return false;
+    if (!dims_hold_shape(rank, dims)) return false;
+    for (const auto stride : {&fft_dim::is, &fft_dim::os})
         if (batch_interleaves(howmany_dims, howmany_rank, stride)) return false;
-    }
     return true;
 }
 

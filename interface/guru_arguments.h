@@ -45,7 +45,8 @@ const char* guru_refusal(const guru_arguments& arguments);
 // A record that holds the problem, unplanned. Null when the arguments are refused or memory is short.
 fft_plan* guru_record(const guru_arguments& arguments);
 
-// True when no dimensions, and no batch dimensions, interleave in a way that the 32-bit complex calls refuse.
+// True when the layout passes the shape test of the 32-bit complex calls: dimensions don't interleave, and batch
+// dimensions stand slowest first.
 bool guru_shape_test(int rank, const dim_list& dims, int howmany_rank, const dim_list& howmany_dims);
 
 // True when a transform of one point is to be planned as pure data movement.

@@ -1,15 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "interface/plan_call.h"
 
+#include "interface/level.h"
 #include "planner/solver.h"
 #include "threads/threads.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace {
-
-// In elements. Far above any address space (2^52 bytes), far below where a product with a radix or 8 bytes would wrap.
-constexpr int64_t largest_extent = int64_t{1} << 48;
 
 bool counts_fit(const fft_dim* dims, int count, int64_t& points) {
     for (int i = 0; i < count; ++i) points = saturating_multiply(points, dims[i].n);
@@ -18,8 +17,17 @@ bool counts_fit(const fft_dim* dims, int count, int64_t& points) {
 
 bool strides_fit(const fft_dim* dims, int count, int64_t fft_dim::* stride) {
     for (int i = 0; i < count; ++i)
-        if (saturating_multiply(dims[i].n, dims[i].*stride) > largest_extent) return false;
+        if (dims[i].n != 1 && saturating_multiply(dims[i].n, dims[i].*stride) > largest_extent) return false;
     return true;
+}
+
+// The stride of a single element is never a step to another one, but solvers multiply it.
+void cut_single_strides(fft_dim* dims, int count) {
+    for (int i = 0; i < count; ++i)
+        if (dims[i].n == 1) {
+            dims[i].is = std::min(dims[i].is, largest_extent);
+            dims[i].os = std::min(dims[i].os, largest_extent);
+        }
 }
 
 }  // namespace
@@ -37,11 +45,14 @@ fft_plan* new_problem(uint32_t kind, int64_t sign, int64_t split, unsigned flags
 
 fft_plan* finish_plan_call(fft_plan* record) {
     if (!record) return nullptr;
-    if (!layout_is_addressable(*record) || plan_problem(&record) != accepted) {
+    cut_single_strides(record->dims, record->rank);
+    cut_single_strides(record->howmany, record->howmany_rank);
+    const inner_library& inner = level_at_work();
+    if (!layout_is_addressable(*record) || inner.plan_problem(&record) != accepted) {
         fft_plan_free(record);
         return nullptr;
     }
-    plan_finish(record);
+    inner.plan_finish(record);
     return record;
 }
 

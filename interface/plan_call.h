@@ -29,7 +29,11 @@ fft_plan* new_problem(uint32_t kind, int64_t sign, int64_t split, unsigned flags
 // does for a null record.
 fft_plan* finish_plan_call(fft_plan* record);
 
-// False for a layout that no address space holds. It keeps the solvers' products of sizes and strides within 64 bits.
+// In elements. Far above any address space (2^52 bytes), far below where a product with a radix or 8 bytes would wrap.
+constexpr int64_t largest_extent = int64_t{1} << 48;
+
+// False for a layout that no address space holds: more elements than `largest_extent`, or a dimension of two or more
+// elements that is longer. It keeps the solvers' products of sizes and strides within 64 bits.
 bool layout_is_addressable(const fft_plan& plan);
 
 // a * b for positive numbers, or the largest number where the product exceeds it.

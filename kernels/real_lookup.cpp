@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Look-ups of kernels of real data, and the short lists that solvers search.
 #include "declarations.h"  // generated
+#include "kernels/level.h"
 #include "kernels/real_kernels.h"
 #include "tables.h"  // generated
 
@@ -60,11 +61,14 @@ void stage_lookup_sorensen_last_neon(sorensen_stage_record* stage, const fft_pla
     pick_stage(stage, plan, sorensen_last_neon_bwd);
 }
 void stage_lookup_sorensen_first_sve(sorensen_stage_record* stage, const fft_plan* plan) {
+    if constexpr (!has_registers_of_four) return stage_lookup_sorensen_first_neon(stage, plan);
     pick_stage(stage, plan, sorensen_first_sve_bwd);
 }
 void stage_lookup_sorensen_other_sve(sorensen_stage_record* stage, const fft_plan* plan) {
+    if constexpr (!has_registers_of_four) return stage_lookup_sorensen_other_neon(stage, plan);
     pick_stage(stage, plan, sorensen_other_sve_bwd);
 }
 void stage_lookup_sorensen_last_sve(sorensen_stage_record* stage, const fft_plan* plan) {
+    if constexpr (!has_registers_of_four) return stage_lookup_sorensen_last_neon(stage, plan);
     pick_stage(stage, plan, sorensen_last_sve_bwd);
 }

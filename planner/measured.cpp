@@ -11,8 +11,6 @@
 #include <cmath>
 #include <cstring>
 
-double planning_time_limit = 0.0;
-
 namespace {
 
 constexpr int list_words = 64;

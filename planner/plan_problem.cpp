@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The walk over solver_table. A plan by rules is the first row that accepts. A measured one is the same walk, in which
 // no solver measures anything, and then a race of the first five rows that accept a clone of the problem.
+#include "batch/split_arrays.h"
 #include "planner/measured.h"
 #include "planner/solver.h"
 #include "planner/solver_table.h"
@@ -58,7 +59,8 @@ int plan_problem(fft_plan** slot) {
     if (!plan) return refused;
     this_thread_state().use_plan_buffer = 1;
     const clock_reading start = read_clock();
-    const bool measured = plan->flags == plan_flag_measured && plan->in && plan->out;
+    const bool has_arrays = plan->in && plan->out && has_imaginary_arrays(*plan);  // nothing runs without
+    const bool measured = plan->flags == plan_flag_measured && has_arrays;
     fft_plan* saved = measured ? fft_plan_clone(plan) : nullptr;
     if (plan->flags & plan_flag_measured) plan->flags = (plan->flags & ~plan_flag_measured) | plan_flag_fast_pass;
     const int by_rules = walk_by_rules(plan);

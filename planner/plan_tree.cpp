@@ -5,7 +5,6 @@
 #include "kernels/real_kernels.h"
 
 #include <string_view>
-#include <vector>
 
 namespace {
 
@@ -47,7 +46,7 @@ std::string r2r_text(const fft_plan& plan) {
     std::string text = "r2r";
     for (int k = 0; k < plan.rank; ++k) {
         const uint32_t kind = plan.r2r_kind[k];
-        text += (k ? "," : " ") + (kind < 11 ? std::string(names[kind]) : std::to_string(kind));
+        text += (k ? "/" : " ") + (kind < 11 ? std::string(names[kind]) : std::to_string(kind));
     }
     return text;
 }
@@ -111,10 +110,12 @@ std::string bytes_text(const fft_plan& plan) {
     return text;
 }
 
-std::string indented_tree(const fft_plan& plan, size_t depth) {
-    std::string text = std::string(2 * depth, ' ') + problem_text(plan) + "\n";
+std::string indented_tree(const fft_plan& plan, size_t depth, int count) {
+    const std::string number = count > 1 ? std::to_string(count) + " x " : "";
+    std::string text = std::string(2 * depth, ' ') + number + problem_text(plan) + "\n";
     text += std::string(2 * depth + 4, ' ') + solver_text(plan) + bytes_text(plan) + "\n";
-    for (int i = 0; i < plan.subplan_count; ++i) text += indented_tree(*plan.subplans[i], depth + 1);
+    for (const equal_subplans& group : folded_subplans(plan))
+        text += indented_tree(*group.first, depth + 1, group.count);
     return text;
 }
 
@@ -134,15 +135,34 @@ std::string problem_text(const fft_plan& plan) {
     return text;
 }
 
-std::string plan_tree_line(const fft_plan& plan) {
+std::string plan_tree_line(const fft_plan& plan, tree_sizes sizes) {
     std::string text = solver_text(plan);
+    if (sizes == tree_sizes::shown && (plan.buffer || plan.aux))
+        text += " (" + std::to_string(plan.buffer ? plan.buffer_size : 0) + "+" +
+                std::to_string(plan.aux ? plan.aux_size : 0) + ")";
     if (plan.subplan_count == 0) return text;
     text += " {";
     for (int i = 0; i < plan.subplan_count; ++i) {
         const fft_plan& child = *plan.subplans[i];
-        text += (i ? "; " : "") + problem_text(child) + ": " + plan_tree_line(child);
+        text += (i ? "; " : "") + problem_text(child) + ": " + plan_tree_line(child, sizes);
     }
     return text + "}";
 }
 
-std::string plan_tree_text(const fft_plan& plan) { return indented_tree(plan, 0); }
+std::string plan_tree_text(const fft_plan& plan) { return indented_tree(plan, 0, 1); }
+
+std::vector<uint64_t> plan_radices(const fft_plan& plan) {
+    return radices(plan, without_prefix(plan.execute_name, "execute_"));
+}
+
+std::vector<equal_subplans> folded_subplans(const fft_plan& plan) {
+    std::vector<equal_subplans> groups;
+    for (int i = 0; i < plan.subplan_count; ++i) {
+        const fft_plan* subplan = plan.subplans[i];
+        if (!groups.empty() && plan_tree_text(*groups.back().first) == plan_tree_text(*subplan))
+            ++groups.back().count;
+        else
+            groups.push_back({subplan, 1});
+    }
+    return groups;
+}

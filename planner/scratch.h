@@ -6,7 +6,8 @@
 
 // Scratch of one execution: the plan's own buffer on a thread that has planned. On any other thread the outermost of
 // the plans that run allocates for itself and all below it at once, so that an execution finds its memory before it
-// writes anything, or does nothing. False when that allocation failed: the execute function then returns.
+// writes anything, or does nothing; a tree without scratch allocates nothing. False when that allocation failed: the
+// execute function then returns.
 class plan_scratch {
 public:
     explicit plan_scratch(fft_plan* plan) : taken_(this_thread_state().use_plan_buffer != 1) {
@@ -20,11 +21,8 @@ public:
     }
     plan_scratch(const plan_scratch&) = delete;
     plan_scratch& operator=(const plan_scratch&) = delete;
-    explicit operator bool() const { return data() != nullptr; }
-    float* data() const { return loan_.data; }
-
-protected:
-    bool missing() const { return taken_ && !data(); }
+    explicit operator bool() const { return !(taken_ && loan_.missing); }
+    float* data() const { return loan_.data; }  // null where the plan has no buffer
 
 private:
     // Passed by value, and but for `data` without a value unless taken: a thread with the plan's buffer keeps the guard
@@ -33,6 +31,7 @@ private:
         float* data;
         void* block;  // what this guard allocated
         char *before_begin, *before_end;
+        bool missing;  // there was no memory
     };
     static loan take(const fft_plan& plan);
     static void give_back(loan l);
@@ -45,8 +44,8 @@ private:
 // theirs: once something is written none of the plans below may lack its scratch.
 class scratch_below : plan_scratch {
 public:
-    explicit scratch_below(fft_plan* plan) : plan_scratch(plan) {}
-    explicit operator bool() const { return !missing(); }
+    using plan_scratch::plan_scratch;
+    using plan_scratch::operator bool;
 };
 
 // What the plan and all below it take at most.

@@ -75,8 +75,11 @@ int solve_odd(fft_plan* plan, const half_length_form& form) {
 int solve_even(fft_plan* plan, const half_length_forms& forms, bool wants_buffer) {
     const int64_t m = plan->dims[0].n / 2;
     if (wants_buffer && !attach_buffer(plan, 8 * m)) return refused;
-    if (!make_complex_subplan(plan, m) || plan_subplans(plan->subplans, 1) != accepted) return refused;
-    if (!attach_half_table(plan, m)) return refused;
+    fft_plan* const sub = make_complex_subplan(plan, m);
+    if (!sub) return refused;
+    // It runs in place on the buffer, and so it is measured: the caller's arrays are others' between the strides.
+    if (wants_buffer && plan->flags == plan_flag_measured) sub->in = sub->out = static_cast<float*>(plan->buffer);
+    if (plan_subplans(plan->subplans, 1) != accepted || !attach_half_table(plan, m)) return refused;
     if (prepare_threaded_pass(*plan)) return install_form(plan, forms.threaded);
     return install_form(plan, unit_strides(*plan) ? forms.contiguous : forms.discrete);
 }

@@ -10,11 +10,18 @@
 namespace {
 
 constexpr int64_t most_rows_without_kernel = 4;
+constexpr int64_t group = 4;
 
 bool accepts(const fft_plan& p, uint32_t kind, int64_t real_distance, int64_t complex_distance) {
     return p.split != split_arrays && p.kind == kind && p.rank == 1 && p.howmany_rank == 1 &&
-           !(p.in == p.out && real_distance < 2 * complex_distance)  // the reals of a row end in front of its spectrum
-           && may_run_in_pieces(p);                                  // nor may a row spoil one that isn't read yet
+           !(p.in == p.out && real_distance < 2 * complex_distance);  // the reals of a row end in front of its spectrum
+}
+
+// In place with two distances: a row that runs singly reads everything first if it is short, odd or strided.
+bool may_run_ascending(const fft_plan& p, real_kernel kernel) {
+    const fft_dim d = p.dims[0];
+    const bool reads_first = d.n <= 64 || d.n % 2 || d.is != 1 || d.os != 1;
+    return may_run_ascending(p, {kernel ? group : 1, reads_first});
 }
 
 void run_r2c_kernel(fft_plan* plan, float* in, float* out, int64_t count) {
@@ -50,7 +57,7 @@ template <void (*run_kernel)(fft_plan*, float*, float*, int64_t)>
 void execute_groups_tail(fft_plan* plan, float* in, float* out) {
     const scratch_below scratch(plan);
     if (!scratch) return;
-    const int64_t in_groups = plan->howmany[0].n & ~int64_t{3};
+    const int64_t in_groups = plan->howmany[0].n / group * group;
     run_kernel(plan, in, out, in_groups);
     run_single_rows(plan, in, out, in_groups);
 }
@@ -85,7 +92,7 @@ int solve(fft_plan* plan, const many_direct_form& form, real_kernel kernel, int6
     if (!kernel && count > most_rows_without_kernel) return refused;
     if (!plan_single_row(plan) || !attach_r2c_direct_aux(plan, kernel, real_stride, complex_stride)) return refused;
     if (!kernel) return install(plan, execute_rows, form.rows_name);
-    if (count % 4) return install(plan, form.groups_tail, form.groups_tail_name);
+    if (count % group) return install(plan, form.groups_tail, form.groups_tail_name);
     return install(plan, form.groups, form.groups_name);
 }
 
@@ -93,12 +100,14 @@ int solve(fft_plan* plan, const many_direct_form& form, real_kernel kernel, int6
 
 int solve_problem_r2c_many_direct(fft_plan* plan) {
     const fft_dim dim = plan->dims[0], rows = plan->howmany[0];
+    const real_kernel kernel = lookup_r2c_many(plan, dim.n);
     if (!accepts(*plan, kind_r2c, rows.is, rows.os)) return refused;
-    return solve(plan, r2c_form, lookup_r2c_many(plan, dim.n), dim.is, dim.os);
+    if (!may_run_in_pieces(*plan) && !may_run_ascending(*plan, kernel)) return refused;
+    return solve(plan, r2c_form, kernel, dim.is, dim.os);
 }
 
 int solve_problem_c2r_many_direct(fft_plan* plan) {
     const fft_dim dim = plan->dims[0], rows = plan->howmany[0];
-    if (!accepts(*plan, kind_c2r, rows.os, rows.is)) return refused;
+    if (!accepts(*plan, kind_c2r, rows.os, rows.is) || !may_run_in_pieces(*plan)) return refused;
     return solve(plan, c2r_form, lookup_c2r_many(plan, dim.n), dim.os, dim.is);
 }

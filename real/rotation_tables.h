@@ -18,8 +18,9 @@ inline rotation_tables tables_of(const fft_plan* plan, int64_t m, int64_t n) {
     return {half, half + 2 * m, half + 2 * (m + n)};
 }
 
-inline bool attach_rotation_tables(fft_plan* plan, int64_t m, int64_t n, int64_t c) {
-    if (!attach_aux(plan, 8 * (m + n + c))) return false;
+// `spare` more entries are attached than used.
+inline bool attach_rotation_tables(fft_plan* plan, int64_t m, int64_t n, int64_t c, int64_t spare = 0) {
+    if (!attach_aux(plan, 8 * (m + n + c + spare))) return false;
     float* const half = static_cast<float*>(plan->aux);
     real_half_table(half, m);
     real_quarter_table(half + 2 * m, n);

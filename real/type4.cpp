@@ -217,11 +217,17 @@ int solve_quarter(fft_plan* plan, const execute_names& names) {
     return install(plan, execute_quarter<sine>, names.quarter);
 }
 
+// The tables of n / 2, with room for one entry more. An odd length keeps them too, though nothing reads them: all
+// lengths but the multiples of 4 have the same storage.
+bool attach_half_tables(fft_plan* plan) {
+    const int64_t h = plan->dims[0].n / 2;
+    return attach_rotation_tables(plan, 0, h, h, 1);
+}
+
 template <bool sine>
 int solve_even(fft_plan* plan, const execute_names& names) {
     const int64_t h = plan->dims[0].n / 2;
-    if (!plan_buffer_subplan(plan, kind_c2r, h, sign_backward) || !attach_rotation_tables(plan, 0, h, h))
-        return refused;
+    if (!plan_buffer_subplan(plan, kind_c2r, h, sign_backward) || !attach_half_tables(plan)) return refused;
     return install(plan, execute_even<sine>, names.even);
 }
 
@@ -230,7 +236,7 @@ int solve_odd(fft_plan* plan, const execute_names& names) {
     fft_plan* const sub = make_buffer_subplan(plan, kind_r2r, plan->dims[0].n, sign_forward);
     if (!sub) return refused;
     sub->r2r_kind[0] = r2r_r2hc;
-    if (plan_subplans(plan->subplans, 1) != accepted) return refused;
+    if (plan_subplans(plan->subplans, 1) != accepted || !attach_half_tables(plan)) return refused;
     return install(plan, execute_odd<sine>, names.odd);
 }
 

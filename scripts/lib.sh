@@ -8,7 +8,6 @@ script_file=$(realpath "$0")
 script_name=$(basename "$0")
 root=$(dirname "$(dirname "$(realpath "${BASH_SOURCE[0]}")")")
 cd "$root"
-mkdir -p build
 
 # The preset of everything that is installed, shown and tested: "cross" is clang 19, "cross-gcc" is g++.
 cross_preset=${QFFTF_CROSS_PRESET:-cross}
@@ -37,6 +36,11 @@ step() {
 # within SCRIPT [ARG...]: runs another script as part of the present step.
 within() {
     QFFTF_WITHIN="${QFFTF_WITHIN:-}${script_name} ${step_number}/${steps_total} > " "$@"
+}
+
+# Only reading this tree needs no right to write; everything else keeps what it makes in build/.
+need_build_folder() {
+    mkdir -p build 2>/dev/null && [ -w build ] || fail "$root/build cannot be written; clone the repository where you may write"
 }
 
 # usage: the comment at the head of the calling script is its help text.
@@ -76,11 +80,14 @@ run_packages() {
     [ "$machine" = aarch64 ] || echo qemu-user libc6:arm64 libstdc++6:arm64 libgomp1:arm64
 }
 
+fortran_package() { [ "$machine" = aarch64 ] && echo gfortran || echo gfortran-aarch64-linux-gnu; }
+# The last row is what the documents' programs on other libraries need.
 test_packages() {
-    echo libclang-rt-19-dev llvm-19 pkgconf python3
-    [ "$machine" = aarch64 ] && echo gfortran || echo gfortran-aarch64-linux-gnu
+    echo libclang-rt-19-dev llvm-19 pkgconf python3 $(fortran_package)
+    echo libc6-dev libfftw3-dev libkissfft-dev python3-numpy $(demo_packages)
 }
-demo_packages() { echo pkgconf "libsndfile1-dev$foreign" "libpng-dev$foreign"; }
+demo_packages() { echo pkgconf gnuplot-nox "libsndfile1-dev$foreign" "libpng-dev$foreign"; }
+docs_packages() { echo doxygen mandoc python3; }
 format_packages() { echo clang-format-19; }
 tidy_packages() { echo clang-tidy-19; }
 python_packages() { echo python3 python3-numpy python3-scipy python3-pytest python3-pip python3-matplotlib; }
@@ -98,6 +105,11 @@ missing_packages() {
     done
 }
 
+# Packages for Arm can only be had on another machine once it knows that architecture.
+needs_foreign_architecture() {
+    grep -q ':arm64' <<<"$*" && ! grep -qx arm64 <<<"$(dpkg --print-foreign-architectures)"
+}
+
 # find_root: sets as_root to what must stand before a command that changes the system.
 find_root() {
     if [ "$(id -u)" = 0 ]; then
@@ -105,7 +117,10 @@ find_root() {
     elif command -v sudo >/dev/null && { sudo -n true 2>/dev/null || [ -t 0 ]; }; then
         as_root=sudo
     else
-        fail "packages are missing, and installing them needs root or sudo; as root: apt-get install" $*
+        echo "scripts/$script_name: packages are missing, and installing them needs root or sudo. As root:" >&2
+        ! needs_foreign_architecture "$@" || echo "    dpkg --add-architecture arm64 && apt-get update" >&2
+        echo "    apt-get install --no-install-recommends" $* >&2
+        exit 1
     fi
 }
 
@@ -126,6 +141,7 @@ lists_know() {
 # install_missing PACKAGE...: installs those that aren't there, and does nothing if all are. Package lists are
 # fetched only if they don't offer what is wanted, or what they offer can't be had any more.
 install_missing() {
+    need_build_folder
     command -v dpkg-query >/dev/null && command -v apt-get >/dev/null ||
         fail "this system has no apt; the scripts are for Debian 12 and later (CONTRIBUTING.md lists what a build needs)"
     local missing
@@ -133,7 +149,7 @@ install_missing() {
     [ -n "$missing" ] || return 0
     find_root $missing
     echo "  installing" $missing
-    if grep -q ':arm64' <<<"$missing" && ! grep -qx arm64 <<<"$(dpkg --print-foreign-architectures)"; then
+    if needs_foreign_architecture $missing; then
         $as_root dpkg --add-architecture arm64
     fi
     if ! lists_know $missing; then
@@ -160,6 +176,7 @@ use_ccache() {
 
 # configure PRESET [CMAKE-ARG...]
 configure() {
+    need_build_folder
     use_ccache
     cmake --preset "$@" >build/configure.log 2>&1 || { cat build/configure.log >&2; fail "CMake could not configure"; }
 }

@@ -22,17 +22,20 @@ struct region {
     uint64_t use_plan_buffer;  // of the thread that entered the region
 };
 
-// Thread i of t takes parts / t neighbouring partitions, and the first parts % t threads take one more.
+// Thread i of t takes parts / t neighbouring partitions, and the first parts % t threads take one more. The threads of
+// a team are the program's own, so that each gets its own word back.
 void run_share(void* data) {
     const region& r = *static_cast<const region*>(data);
     const uint64_t team = omp_get_num_threads(), i = omp_get_thread_num();
     const uint64_t quotient = r.loop.parts / team, rest = r.loop.parts % team;
     const uint64_t first = i * quotient + std::min(i, rest), count = quotient + (i < rest);
+    const uint64_t own_word = this_thread_state().use_plan_buffer;
     for (uint64_t index = first; index < first + count; ++index) {
         parallel_task task = {r.loop.chunk, index, 0, r.loop.closure};
         this_thread_state().use_plan_buffer = r.use_plan_buffer;
         r.loop.body(&task);
     }
+    this_thread_state().use_plan_buffer = own_word;
 }
 
 void run(const parallel_loop& loop) {

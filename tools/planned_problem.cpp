@@ -3,6 +3,7 @@
 
 #include "interface/guru_arguments.h"
 #include "interface/plan_call.h"
+#include "tools/refusal_reason.h"
 
 namespace {
 
@@ -28,6 +29,9 @@ unsigned flags_of(const bench::problem& p) { return p.measured ? QSL_FFTF_MEASUR
 
 bool moves_data(const bench::problem& p) { return p.kind == bench::family::transpose || p.kind == bench::family::copy; }
 
+// Of a single transform, which may be longer than the call's numbers go, no distance is looked at.
+int distance(const bench::problem& p, const bench::side& s) { return p.batch > 1 ? static_cast<int>(s.dist) : 1; }
+
 // A transform of rank 0 over a batch of rows and columns.
 fft_plan* movement_record(const bench::problem& p, float* in, float* out) {
     fft_iodim64 batch[2];
@@ -49,16 +53,16 @@ many_arguments arguments_of(const bench::problem& p, float* in, float* out) {
             in,
             nullptr,
             p.in.stride,
-            p.in.dist,
+            distance(p, p.in),
             out,
             nullptr,
             p.out.stride,
-            p.out.dist,
+            distance(p, p.out),
             reinterpret_cast<const uint32_t*>(p.r2r_kinds.data())};
 }
 
-const char* refusal_of(const bench::problem& p, float* in, float* out) {
-    return moves_data(p) ? nullptr : many_refusal(arguments_of(p, in, out));
+std::string reason_of(const bench::problem& p, float* in, float* out) {
+    return moves_data(p) ? "" : many_reason(arguments_of(p, in, out));
 }
 
 fft_plan* record_of(const bench::problem& p, float* in, float* out) {

@@ -8,8 +8,8 @@
 // The arguments of the many call that plans the problem. They point into `problem`, which must stay.
 many_arguments arguments_of(const bench::problem& problem, float* in, float* out);
 
-// The first documented demand that the problem fails, or null. Movements of data fail none.
-const char* refusal_of(const bench::problem& problem, float* in, float* out);
+// The first documented demand that the problem fails, with its numbers; empty when it passes, as movements of data do.
+std::string reason_of(const bench::problem& problem, float* in, float* out);
 
 // The unplanned record, with the threads and flags that the problem asks for, or null.
 fft_plan* record_of(const bench::problem& problem, float* in, float* out);

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// qfftf-info: what machine this is, whether the library can run here, which version it is and how it will use threads.
-// Compiled for any Armv8 processor; the check stands ahead of everything that the library does at load.
+// qfftf-info: what machine this is, at which level the library works here, which version it is and how it will use
+// threads.
 #include "include/qfftf.h"
+#include "interface/level.h"
 #include "threads/threads.h"
-#include "tools/processor.h"
 
 #include <sys/utsname.h>
 #include <unistd.h>
@@ -58,16 +58,15 @@ void show_machine() {
     show("machine", first_line("/sys/firmware/devicetree/base/model"));
     show("system", std::string(system.sysname) + " " + system.release + " " + system.machine);
     show("processors", std::to_string(sysconf(_SC_NPROCESSORS_ONLN)));
+#ifdef __aarch64__
     const int bytes = sve_register_bytes();
     show("SVE", bytes ? std::to_string(8 * bytes) + " bits" : "none");
+#endif
 }
 
-// Ahead of the library's constructor, which is compiled for the full instruction set.
-[[gnu::constructor(101)]] void check_machine() {
-    if (processor_is_supported()) return;
-    puts("The library cannot run here.");
-    fflush(stdout);
-    _exit(1);
+std::string level_text() {
+    const inner_library& level = level_at_work();
+    return std::string(level.name) + ", " + level.description + " (" + environment_text("QSL_FFT_LEVEL") + ")";
 }
 
 }  // namespace
@@ -77,6 +76,7 @@ int main() {
     QFFTGetVersion(&version);
     show_machine();
     show("version", std::string(version.module_name) + " " + version.module_version + ", " + qsl_fftf_version);
+    show("level", level_text());
     show("threads", backend_text() + " (" + environment_text("QSL_FFT_THREAD_TYPE") + ")");
     show("placement", placement_text() + " (" + environment_text("QSL_FFT_AFFINITY") + ")");
     puts("The library can run here.");

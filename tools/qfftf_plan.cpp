@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
 // qfftf-plan: how the library solves a problem, or why it refuses it.
-#include "interface/plan_call.h"
 #include "planner/plan_tree.h"
-#include "tools/call_words.h"
-#include "tools/planned_problem.h"
+#include "tools/explained_plan.h"
+#include "tools/plan_json.h"
+#include "tools/plan_size.h"
+#include "tools/plan_usage.h"
 
-#include <algorithm>
+#include <charconv>
 #include <cstdio>
 #include <cstring>
 #include <stdexcept>
@@ -14,91 +15,79 @@
 
 namespace {
 
-constexpr char usage[] =
-    "usage: qfftf-plan [--line] PROBLEM...\n"
-    "Shows the tree of solvers that takes each problem: under each subproblem the solver, the function that it runs,\n"
-    "the radices of its stages and its storage in bytes. With --line a tree is one line. For a problem that is\n"
-    "refused, says which documented demand it fails.\n"
-    "\n"
-    "A problem is one argument, KIND SIZES [WORD ...]:\n"
-    "    'c2c 1024'   'r2c 64x100 inplace'   'redft10/dht 32x32'   'c2c 100 batch=8 interleaved backward'\n"
-    "    'c2c 360 measured'   'c2c 256 batch=1000 threads=4'   'c2c 16 istride=2 ostride=3'   'transpose 100x200'\n"
-    "or a planning call with its arguments, whatever they are:\n"
-    "    'many r2c n=4,8 howmany=3 idist=40 odist=20 onembed=4,5 inplace'\n"
-    "    'guru c2c dims=16:1:1 batch=10:16:16,2:160:160 sign=1 split wide'\n";
+enum class form { tree, line, json };
 
-// A record to plan, and what the call demands if there is none.
-struct request {
-    fft_plan* record;
-    const char* demand;
-};
-
-struct problem_arrays {
-    std::vector<float> in, out;
-    explicit problem_arrays(const bench::problem& p) : in(4), out(4) {
-        if (!p.measured) return;  // planning by rules looks at the addresses alone
-        in.resize(std::max(bench::span_floats(p, p.in), bench::span_floats(p, p.out)));
-        out.resize(in.size());
-    }
-    float* output(const bench::problem& p) { return p.in_place ? in.data() : out.data(); }
-};
-
-// Prints the tree, or why there is none. False in the second case.
-bool show(const std::string& words, request r, bool in_one_line) {
-    const char* reason = r.demand;
-    if (!reason && r.record && !layout_is_addressable(*r.record)) reason = "the layout fits an address space";
-    if (reason) {
-        fft_plan_free(r.record);
-        printf("%s : refused; the call demands: %s\n", words.c_str(), reason);
-        return false;
-    }
-    qsl_fftf_plan plan = finish_plan_call(r.record);
-    if (!plan) {
-        printf("%s : refused; the arguments are valid, but no solver takes the problem, or memory is short\n",
-               words.c_str());
-        return false;
-    }
-    if (in_one_line)
-        printf("%s : %s\n", words.c_str(), plan_tree_line(*plan).c_str());
-    else
-        fputs(plan_tree_text(*plan).c_str(), stdout);
-    qsl_fftf_destroy_plan(plan);
-    return true;
+void print_tree(const fft_plan& plan) {
+    fputs(plan_tree_text(plan).c_str(), stdout);
+    printf("owned %llu bytes, per execution %llu bytes, operations %.0f\n",
+           static_cast<unsigned long long>(plan_bytes(plan)), static_cast<unsigned long long>(execution_bytes(plan)),
+           plan_operations(plan));
 }
 
-bool show_words(const std::string& words, bool in_one_line) {
-    if (call_words::are_in(words)) {
-        const call_words call(words);
-        return show(words, {call.record(), call.refusal()}, in_one_line);
-    }
-    const bench::problem p = bench::parse_problem(words);
-    problem_arrays a(p);
-    float *in = a.in.data(), *out = a.output(p);
-    return show(words, {record_of(p, in, out), refusal_of(p, in, out)}, in_one_line);
+// Prints the plan, or why there is none. False in the second case.
+bool show(const std::string& words, form how) {
+    const explained_plan p = explain(words);
+    if (how == form::json)
+        printf("%s\n", plan_json(words, p).c_str());
+    else if (!p.plan)
+        printf("%s : refused: %s\n", words.c_str(), p.reason.c_str());
+    else if (how == form::line)
+        printf("%s : %s\n", words.c_str(), plan_tree_line(*p.plan).c_str());
+    else
+        print_tree(*p.plan);
+    return p.plan != nullptr;
+}
+
+void show_good_length(const char* text) {
+    int n = 0;
+    const char* end = text + strlen(text);
+    const auto [stop, error] = std::from_chars(text, end, n);
+    if (error != std::errc() || stop != end || n < 1) throw std::invalid_argument("a length from 1 up is wanted");
+    const int good = qfftf_good_length(n);
+    if (good == 0) throw std::invalid_argument("no such length fits the calls' numbers");
+    printf("%d\n", good);
+}
+
+[[noreturn]] void show_and_exit(const char* text) {
+    fputs(text, stdout);
+    exit(0);
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-    bool in_one_line = false, all_planned = true;
-    int problems = 0;
+    form how = form::tree;
+    bool all_planned = true, lengths = false;
+    std::vector<const char*> words;
     for (int i = 1; i < argc; ++i) {
-        if (!strcmp(argv[i], "--line")) {
-            in_one_line = true;
-            continue;
-        }
-        if (!strcmp(argv[i], "--help") || !strcmp(argv[i], "-h")) {
-            fputs(usage, stdout);
-            return 0;
-        }
-        ++problems;
+        const std::string word = argv[i];
+        if (word == "--help" || word == "-h") show_and_exit(plan_usage);
+        if (word == "--version") show_and_exit("qfftf-plan " QFFTF_VERSION "\n");
+        if (word == "--line")
+            how = form::line;
+        else if (word == "--json")
+            how = form::json;
+        else if (word == "--legend")
+            fputs(plan_legend, stdout);
+        else if (word == "--good")
+            lengths = true;
+        else if (word.starts_with("--")) {
+            fprintf(stderr, "qfftf-plan: %s is no option; qfftf-plan --help shows them\n", argv[i]);
+            return 2;
+        } else
+            words.push_back(argv[i]);
+    }
+    for (const char* word : words) {
         try {
-            all_planned &= show_words(argv[i], in_one_line);
+            if (lengths)
+                show_good_length(word);
+            else
+                all_planned &= show(word, how);
         } catch (const std::exception& e) {
-            fprintf(stderr, "qfftf-plan: %s: %s\n", argv[i], e.what());
+            fprintf(stderr, "qfftf-plan: %s: %s\n", word, e.what());
             return 2;
         }
     }
-    if (problems == 0) fputs(usage, stderr);
-    return problems == 0 ? 2 : all_planned ? 0 : 1;
+    if (words.empty() && argc == 1) fputs(plan_usage, stderr);
+    return argc == 1 ? 2 : all_planned ? 0 : 1;
 }

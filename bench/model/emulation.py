@@ -9,7 +9,7 @@ import tempfile
 from dataclasses import dataclass, field
 
 HERE = pathlib.Path(__file__).parent
-EMULATOR = ["qemu-aarch64", "-cpu", "max,sve-default-vector-length=32"]  # 32 bytes: SVE at 256 bits
+PROCESSOR = "max,sve-default-vector-length=32"  # of the emulator; 32 bytes: SVE at 256 bits
 
 
 @dataclass
@@ -54,11 +54,12 @@ def plugin() -> str:
     return str(library)
 
 
-def run(command: list[str], trace_limit: int = 0) -> Profile:
+def run(command: list[str], trace_limit: int = 0, processor: str = PROCESSOR) -> Profile:
     with tempfile.TemporaryDirectory() as folder:
         counted = pathlib.Path(folder) / "counted"
         options = f"{plugin()},out={counted},trace={trace_limit}"
-        done = subprocess.run(EMULATOR + ["-plugin", options] + command, stdout=subprocess.PIPE, text=True)
+        done = subprocess.run(["qemu-aarch64", "-cpu", processor, "-plugin", options] + command,
+                              stdout=subprocess.PIPE, text=True)
         if not counted.exists():
             sys.exit("model: nothing was counted")
         with open(counted) as lines:

@@ -119,6 +119,31 @@ def assembly(lines: list[str]) -> list[str]:
     return known
 
 
+GATHER = re.compile(r"ld1([dw]) \{ z(\d+)\.[ds] \}, p\d+/z, \[(x\d+), z\d+")
+SCATTER = re.compile(r"st1([dw]) \{ z(\d+)\.[ds] \}, p\d+, \[(x\d+), z\d+")
+SVE_STORE = re.compile(r"(?:st(?:nt)?1[bhwd] \{ z(\d+)\.[bhsd] \}, p\d+|str z(\d+)), \[(x\d+|sp)")
+
+
+def without_favours(code: list[str]) -> list[str]:
+    """The same code where the model is kind: a gather or scatter is one access for each element and a shuffle for every
+    two, and the data of an SVE store goes through the pipes of SVE operations, which a 128-bit store uses too."""
+    apart = []
+    for line in code:
+        if gather := GATHER.match(line):
+            elements, register, base = 4 if gather[1] == "d" else 8, gather[2], gather[3]
+            apart += [f"ldr d{register}, [{base}]"] * elements
+            apart += [f"zip1 z{register}.d, z{register}.d, z{register}.d"] * (elements // 2)
+        elif scatter := SCATTER.match(line):
+            elements, register, base = 4 if scatter[1] == "d" else 8, scatter[2], scatter[3]
+            apart += [f"zip1 z31.d, z{register}.d, z{register}.d"] * (elements // 2)
+            apart += [f"str d{register}, [{base}]"] * elements
+        elif store := SVE_STORE.match(line):
+            apart.append(f"str q{store[1] or store[2]}, [{store[3]}]")
+        else:
+            apart.append(line)
+    return apart
+
+
 class Machine:
     """Prices straight code, by its steady state or as one run from start to end. Equal code is priced once."""
 

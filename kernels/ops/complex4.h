@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Four complex numbers, or eight floats, in one vector of 256 bits, for passes over whole arrays: an SVE register on
-// Arm, a generic vector elsewhere. Real part first in each lane.
+// Four complex numbers, or eight floats, in one vector of 256 bits, for passes over whole arrays: an SVE register, two
+// NEON registers or, off Arm, a generic vector. Real part first in each lane.
 #pragma once
 #include <cstdint>
 
@@ -60,6 +60,9 @@ inline complex4 unzip_odd(complex4 a, complex4 b) { return svuzp2_f32(a, b); }
 // (a0 b0 a2 b2), the even or the odd floats of two vectors, by pairs
 inline complex4 pair_even(complex4 a, complex4 b) { return svtrn1_f32(a, b); }
 inline complex4 pair_odd(complex4 a, complex4 b) { return svtrn2_f32(a, b); }
+
+#elif defined(__aarch64__)
+#include "kernels/ops/complex4_in_two.h"
 
 #else
 #include <cstring>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // One complex number in a 64-bit NEON vector.
 #pragma once
-#include "kernels/ops/inline.h"
+#include "kernels/ops/neon_complex.h"
 
 #if defined(__aarch64__)
 #include <arm_neon.h>
@@ -19,11 +19,11 @@ OPS_INLINE quad two_constants(const float* p) { return vld1q_f32(p); }
 OPS_INLINE vec same(float k) { return vdup_n_f32(k); }
 OPS_INLINE row_twiddle load_row(const float* p) { return vld1_f32(p); }
 
-OPS_INLINE vec mul(vec a, vec w) { return vcmla_rot90_f32(vcmla_f32(vdup_n_f32(0), a, w), a, w); }
+using neon_complex::mul;
 OPS_INLINE vec add(vec a, vec b) { return vadd_f32(a, b); }
 OPS_INLINE vec sub(vec a, vec b) { return vsub_f32(a, b); }
-OPS_INLINE vec add_i(vec a, vec b) { return vcadd_rot90_f32(a, b); }
-OPS_INLINE vec sub_i(vec a, vec b) { return vcadd_rot270_f32(a, b); }
+using neon_complex::add_i;
+using neon_complex::sub_i;
 template <int lane>
 OPS_INLINE vec scale(vec a, vec k) {
     return vmul_lane_f32(a, k, lane);
@@ -52,8 +52,8 @@ OPS_INLINE vec fma_all(vec a, vec b, vec k) { return vfma_f32(a, b, k); }
 OPS_INLINE vec fms_all(vec a, vec b, vec k) { return vfms_f32(a, b, k); }
 OPS_INLINE vec conjugation() { return vreinterpret_f32_u64(vdup_n_u64(0xbf8000003f800000)); }
 OPS_INLINE vec load_backward(const float* p) { return load(p); }
-OPS_INLINE vec fma_i(vec a, vec b, vec k) { return vcmla_rot90_f32(a, k, b); }
-OPS_INLINE vec fms_i(vec a, vec b, vec k) { return vcmla_rot270_f32(a, k, b); }
+using neon_complex::fma_i;
+using neon_complex::fms_i;
 
 }  // namespace neon_one
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Two complex numbers in a 128-bit NEON vector. A row's twiddle stays in a 64-bit vector and is taken by lane.
 #pragma once
-#include "kernels/ops/inline.h"
+#include "kernels/ops/neon_complex.h"
 
 #if defined(__aarch64__)
 #include <arm_neon.h>
@@ -27,14 +27,11 @@ OPS_INLINE quad two_constants(const float* p) { return vld1q_f32(p); }
 OPS_INLINE vec same(float k) { return vdupq_n_f32(k); }
 OPS_INLINE row_twiddle load_row(const float* p) { return vld1_f32(p); }
 
-OPS_INLINE vec mul(vec a, vec w) { return vcmlaq_rot90_f32(vcmlaq_f32(vdupq_n_f32(0), a, w), a, w); }
-OPS_INLINE vec mul(vec a, row_twiddle w) {
-    return vcmlaq_rot90_lane_f32(vcmlaq_lane_f32(vdupq_n_f32(0), a, w, 0), a, w, 0);
-}
+using neon_complex::mul;
 OPS_INLINE vec add(vec a, vec b) { return vaddq_f32(a, b); }
 OPS_INLINE vec sub(vec a, vec b) { return vsubq_f32(a, b); }
-OPS_INLINE vec add_i(vec a, vec b) { return vcaddq_rot90_f32(a, b); }
-OPS_INLINE vec sub_i(vec a, vec b) { return vcaddq_rot270_f32(a, b); }
+using neon_complex::add_i;
+using neon_complex::sub_i;
 template <int lane>
 OPS_INLINE vec scale(vec a, vec k) {
     return vmulq_laneq_f32(a, k, lane);
@@ -54,8 +51,8 @@ OPS_INLINE vec load_backward(const float* p) {
     const vec v = load(p - 2);
     return vextq_f32(v, v, 2);
 }
-OPS_INLINE vec fma_i(vec a, vec b, vec k) { return vcmlaq_rot90_f32(a, k, b); }
-OPS_INLINE vec fms_i(vec a, vec b, vec k) { return vcmlaq_rot270_f32(a, k, b); }
+using neon_complex::fma_i;
+using neon_complex::fms_i;
 
 OPS_INLINE vec zip_lo(vec a, vec b) {
     return vreinterpretq_f32_f64(vzip1q_f64(vreinterpretq_f64_f32(a), vreinterpretq_f64_f32(b)));

@@ -3,7 +3,7 @@
 #pragma once
 #include "kernels/ops/sve_common.h"
 
-#if defined(__aarch64__)
+#if defined(__ARM_FEATURE_SVE)
 
 namespace real_oct {
 
@@ -20,6 +20,8 @@ OPS_INLINE vec odds(vec a, vec b) { return svuzp2_f32(a, b); }
 
 }  // namespace real_oct
 
+#elif defined(__aarch64__)
+#include "kernels/ops/oct_in_two.h"
 #else
 #include "kernels/ops/portable.h"
 

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstring>
 
-#include "kernels/ops/inline.h"
+#include "kernels/ops/neon_complex.h"
 
 #if defined(__aarch64__)
 #include <arm_neon.h>
@@ -63,9 +63,9 @@ OPS_INLINE vec evens(vec a, vec b) { return vuzp1q_f32(a, b); }
 OPS_INLINE vec odds(vec a, vec b) { return vuzp2q_f32(a, b); }
 OPS_INLINE vec swap_halves(vec a) { return vextq_f32(a, a, 2); }
 OPS_INLINE vec swap_pairs(vec a) { return vrev64q_f32(a); }
-OPS_INLINE vec add_i(vec a, vec b) { return vcaddq_rot90_f32(a, b); }
-OPS_INLINE vec sub_i(vec a, vec b) { return vcaddq_rot270_f32(a, b); }
-OPS_INLINE vec fma_i(vec a, vec b, vec k) { return vcmlaq_rot90_f32(a, k, b); }
+using neon_complex::add_i;
+using neon_complex::fma_i;
+using neon_complex::sub_i;
 
 }  // namespace real_quad
 

@@ -20,10 +20,10 @@ OPS_INLINE half half_fma(half a, half b, half k) {
 OPS_INLINE half half_fms(half a, half b, half k) {
     return half(vfmsq_f64(float64x2_t(a), float64x2_t(b), float64x2_t(k)));
 }
-OPS_INLINE half half_add_i(half a, half b) { return half(vcaddq_rot90_f64(float64x2_t(a), float64x2_t(b))); }
-OPS_INLINE half half_sub_i(half a, half b) { return half(vcaddq_rot270_f64(float64x2_t(a), float64x2_t(b))); }
+OPS_INLINE half half_add_i(half a, half b) { return half(neon_complex::add_i(float64x2_t(a), float64x2_t(b))); }
+OPS_INLINE half half_sub_i(half a, half b) { return half(neon_complex::sub_i(float64x2_t(a), float64x2_t(b))); }
 OPS_INLINE half half_fma_i(half a, half b, half k) {
-    return half(vcmlaq_rot90_f64(float64x2_t(a), float64x2_t(k), float64x2_t(b)));
+    return half(neon_complex::fma_i(float64x2_t(a), float64x2_t(b), float64x2_t(k)));
 }
 #else
 OPS_INLINE vec widen(real_quad::vec a) { return {{a[0], a[1]}, {a[2], a[3]}}; }

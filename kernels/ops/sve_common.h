@@ -3,7 +3,7 @@
 #pragma once
 #include "kernels/ops/inline.h"
 
-#if defined(__aarch64__)
+#if defined(__ARM_FEATURE_SVE)
 #include <arm_sve.h>
 
 namespace sve_common {

@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// One complex number in the two lowest lanes of an SVE vector; the vector length doesn't matter.
+// One complex number in the two lowest lanes of an SVE vector; the vector length doesn't matter. Without SVE, in a
+// NEON vector.
 #pragma once
 #include "kernels/ops/sve_common.h"
 
-#if defined(__aarch64__)
+#if defined(__ARM_FEATURE_SVE)
 
 namespace sve_one {
 
@@ -15,6 +16,21 @@ OPS_INLINE vec load(const float* p) { return svld1_f32(two(), p); }
 OPS_INLINE void store(float* p, vec a) { svst1_f32(two(), p, a); }
 OPS_INLINE vec constant(const float* p) { return replicate(p); }
 OPS_INLINE row_twiddle load_row(const float* p) { return load(p); }
+
+}  // namespace sve_one
+
+#elif defined(__aarch64__)
+#include "kernels/ops/neon_one.h"
+
+namespace sve_one {
+
+using namespace neon_one;
+using in_memory = vec;
+OPS_INLINE vec reload(vec place) { return place; }
+OPS_INLINE vec fma_all_into_b(vec a, vec b, vec k) { return fma_all(a, b, k); }
+OPS_INLINE vec fms_all_into_b(vec a, vec b, vec k) { return fms_all(a, b, k); }
+OPS_INLINE vec twice_minus(vec a, vec b, vec two) { return vsub_f32(vmul_f32(a, two), b); }
+OPS_INLINE vec twice_minus_into_b(vec a, vec b, vec two) { return twice_minus(a, b, two); }
 
 }  // namespace sve_one
 

@@ -3,7 +3,7 @@
 #pragma once
 #include "kernels/ops/sve_common.h"
 
-#if defined(__aarch64__)
+#if defined(__ARM_FEATURE_SVE)
 
 namespace sve_quad {
 
@@ -46,6 +46,8 @@ OPS_INLINE vec zip_hi(vec a, vec b) { return svreinterpret_f32_f64(svzip2_f64(wh
 
 }  // namespace sve_quad
 
+#elif defined(__aarch64__)
+#include "kernels/ops/quad_in_two.h"
 #else
 #include "kernels/ops/portable.h"
 

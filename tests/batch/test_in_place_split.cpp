@@ -76,7 +76,8 @@ void check(const fft_plan& p, tally& count) {
 
 TEST(InPlaceSplit, ItemsNeverMeet) {
     const fft_dim dims[] = {{4, 1, 1}, {4, 2, 2}, {4, 6, 6}, {4, 1, 2}};
-    const fft_dim batches[] = {{2, 1, 1}, {2, 12, 12}, {2, 24, 24}, {2, 12, 24}, {2, 8, 6}, {3, 40, 40}, {3, 40, 44}};
+    const fft_dim batches[] = {{2, 1, 1}, {2, 12, 12}, {2, 24, 24}, {2, 12, 24},
+                               {2, 8, 6}, {3, 40, 40}, {3, 40, 44}, {1, 5, 7}};
     const int64_t offsets[] = {0, 1, 3, 5, 12, 60};
     for (uint32_t kind : {kind_c2c, kind_c2r, kind_r2c}) {
         tally count;

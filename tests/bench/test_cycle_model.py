@@ -128,6 +128,25 @@ class Prices(unittest.TestCase):
         self.assertAlmostEqual(price.cycles, 4, delta=0.1)
         self.assertAlmostEqual(price.bounds["vector"], 4, delta=0.1)
 
+    def test_without_favours_indexed_access_costs_one_access_for_each_element(self):
+        gather = machine.without_favours(["ld1d { z3.d }, p0/z, [x1, z2.d]"])
+        self.assertEqual(gather, ["ldr d3, [x1]"] * 4 + ["zip1 z3.d, z3.d, z3.d"] * 2)
+        self.assertEqual(len(machine.without_favours(["ld1w { z3.s }, p0/z, [x1, z2.s, uxtw #2]"])), 8 + 4)
+        scatter = machine.without_favours(["st1d { z4.d }, p1, [x5, z2.d]"])
+        self.assertEqual(scatter, ["zip1 z31.d, z4.d, z4.d"] * 2 + ["str d4, [x5]"] * 4)
+
+    def test_without_favours_data_of_sve_stores_takes_an_sve_pipe(self):
+        stores = ["st1w { z1.s }, p0, [x0]", "str z1, [sp, #3, mul vl]", "st1w { z1.s }, p0, [x0, x1, lsl #2]"]
+        self.assertEqual(machine.without_favours(stores), ["str q1, [x0]", "str q1, [sp]", "str q1, [x0]"])
+        additions = [f"fadd z{n}.s, z30.s, z31.s" for n in range(8)]
+        code = additions + ["st1w { z1.s }, p0, [x0]"] * 4
+        self.assertAlmostEqual(self.price(*code).cycles, 4, delta=0.2)
+        self.assertAlmostEqual(self.price(*machine.without_favours(code)).cycles, 6, delta=0.2)
+
+    def test_without_favours_other_code_stays(self):
+        code = ["ld1w { z1.s }, p0/z, [x0]", "ldr z1, [sp]", "str q1, [x0]", "stp q1, q2, [x0]", "st1 { v1.d }[1], [x0]"]
+        self.assertEqual(machine.without_favours(code), code)
+
     def test_a_last_movprfx_and_system_instructions_can_be_priced(self):
         self.assertGreater(self.price("mrs x0, tpidr_el0", "movprfx z0, z1").cycles, 0)
 

@@ -88,6 +88,18 @@ TEST(ProblemLanguage, MistakesAreNamed) {
     }
 }
 
+TEST(ProblemLanguage, HugeLayoutsAreCountedInFull) {
+    const problem p = parse_problem("c2c 65536x65537");
+    EXPECT_EQ(p.in.row_stride, (std::vector<int64_t>{65537, 1}));
+    EXPECT_EQ(p.in.dist, int64_t{65536} * 65537);
+    EXPECT_EQ(span_floats(p, p.in), 2ull * 65536 * 65537);
+    EXPECT_THROW(parse_problem("c2c 65536x65537 batch=2"), std::invalid_argument);
+    EXPECT_EQ(parse_problem("c2c 65536x65537 batch=2 interleaved").in.dist, 1);
+    EXPECT_EQ(parse_problem("r2c 2147483647 inplace").in.dist, 2147483648);
+    const problem beyond = parse_problem("c2c 2147483647x2147483647x2147483647x2147483647 istride=2147483647");
+    EXPECT_GE(span_floats(beyond, beyond.in), size_t{1} << 61);
+}
+
 TEST(ProblemLanguage, BatchOneAfterTheOther) {
     const problem p = parse_problem("c2c 3 batch=2");
     EXPECT_EQ(offsets(p, p.in), (std::vector<size_t>{0, 2, 4, 6, 8, 10}));
@@ -107,8 +119,8 @@ TEST(ProblemLanguage, RowsOfRealTransforms) {
     EXPECT_EQ(out_of_place.out.extent, (std::vector{2, 3}));
     EXPECT_EQ(span_floats(out_of_place, out_of_place.out), 2u * 12);
     const problem in_place = parse_problem("c2r 2x5 inplace");
-    EXPECT_EQ(in_place.out.row_stride, (std::vector{6, 1}));
-    EXPECT_EQ(in_place.in.row_stride, (std::vector{3, 1}));
+    EXPECT_EQ(in_place.out.row_stride, (std::vector<int64_t>{6, 1}));
+    EXPECT_EQ(in_place.in.row_stride, (std::vector<int64_t>{3, 1}));
     EXPECT_EQ(parse_problem("r2c 5 inplace batch=3").in.dist, 6);
     EXPECT_EQ(parse_problem("r2c 5 inplace batch=3").out.dist, 3);
 }

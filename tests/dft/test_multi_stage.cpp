@@ -103,6 +103,16 @@ TEST(MultiStage, StorageAndNames) {
             }
 }
 
+// Transforms that stand in lanes with unit strides overlap: what they share holds no working array.
+TEST(MultiStage, SharedOutputsAreNoWorkingArray) {
+    for (const chain_row& row : chain_rows)
+        for (int64_t n : chain_lengths) {
+            const complex_problem p = {n, -1, 1, 1, false, 0, row.isa.lanes};
+            const planned plan(record_of(p), row.solve);
+            EXPECT_EQ(plan->buffer_size, uint64_t(16 * n * row.isa.lanes)) << description(p, plan.get());
+        }
+}
+
 TEST(MultiStage, RecordsWordByWord) {
     for (const chain_row& row : chain_rows)
         for (int64_t n : chain_lengths)
@@ -131,7 +141,11 @@ TEST(MultiStage, RecordsWordByWord) {
                     EXPECT_EQ(reinterpret_cast<const char*>(stage.twiddles), tables) << q;
                     if (q > 0) tables += 8 * (stage.radix - 1) * stage.done;
                     done *= radices[q];
-                    for (uint64_t word : stage.spare) EXPECT_EQ(word, 0u);
+                    const straight_kernels kernels = straight_kernels_of(stage);
+                    const bool four_lanes = q == 0 && p.lanes == 4, contiguous = p.lanes == 0 && p.is == 1 && p.os == 1;
+                    EXPECT_EQ(kernels.quad, four_lanes ? lookup_straight_quad_sve(&record, n) : nullptr);
+                    EXPECT_EQ(kernels.rows, q == 0 && contiguous ? lookup_straight_rows_sve(&record, n) : nullptr);
+                    for (size_t i = 2; i < std::size(stage.spare); ++i) EXPECT_EQ(stage.spare[i], 0u);
                 }
                 EXPECT_LE(tables, aux + plan->aux_size);
             }

@@ -84,6 +84,59 @@ TEST(CxxWrapper, RealToReal) {
     EXPECT_NEAR(y[0], 10, 1e-5);
 }
 
+TEST(CxxWrapper, ConstInputs) {
+    const auto x = ramp(24);
+    std::vector<complex> y(24);
+    for (const auto flags : {qfftf::rules, qfftf::measured}) {
+        const auto before = x;
+        const auto plan = qfftf::plan_c2c({24}, x, y, qfftf::forward, {}, flags);
+        EXPECT_EQ(x, before) << "planned with flags " << flags;
+        std::fill(y.begin(), y.end(), complex(0));
+        plan();
+        for (int k = 0; k < 24; ++k) expect_near(y[k], coefficient(x.data(), 24, 1, k, -1));
+        plan(std::span(x), std::span(y));
+        EXPECT_EQ(x, before);
+    }
+    const std::vector<complex> spectrum(4 * 5, complex(1));
+    std::vector<float> image(4 * 8);
+    qfftf::plan_c2r({4, 8}, spectrum, image)();
+    EXPECT_EQ(spectrum, std::vector<complex>(20, complex(1)));
+    EXPECT_NEAR(image[0], 32, 1e-4);
+    const std::vector<float> samples = {1, 2, 3, 4};
+    std::vector<complex> half(3);
+    std::vector<float> hartley(4);
+    qfftf::plan_r2c({4}, samples, half)();
+    qfftf::plan_r2r({4}, samples, hartley, {qfftf::r2r::dht})();
+    EXPECT_NEAR(half[0].real(), hartley[0], 1e-5);
+}
+
+namespace {
+
+// Spans as long as they are said to be over no memory at all: planning by rules doesn't touch it.
+std::span<complex> told_span(std::uintptr_t address, std::size_t length) {
+    return {reinterpret_cast<complex*>(address), length};
+}
+
+}  // namespace
+
+TEST(CxxWrapper, DefaultDistancesOfBatches) {
+    const auto lengths = [](const qfftf::sizes& n, const qfftf::batch& b) {
+        const std::size_t much = std::size_t{1} << 40;
+        const auto plan = qfftf::plan_c2c(n, told_span(std::uintptr_t{1} << 50, much),
+                                          told_span(std::uintptr_t{1} << 52, much), qfftf::forward, b);
+        return std::pair(plan.input_length(), plan.output_length());
+    };
+    using pair = std::pair<std::size_t, std::size_t>;
+    EXPECT_EQ(lengths({16}, {3, {}, {.stride = 2}}), pair(48, 2 * 32 + 31));
+    EXPECT_EQ(lengths({16}, {3, {.embed = {20}}, {.stride = 2, .embed = {17}}}), pair(2 * 20 + 16, 2 * 34 + 31));
+    EXPECT_EQ(lengths({4, 6}, {2, {.embed = {5, 7}}, {}}), pair(35 + 3 * 7 + 6, 48));
+    EXPECT_EQ(lengths({4, 6}, {2, {.distance = 30, .embed = {1, 7}}, {}}), pair(30 + 3 * 7 + 6, 48));
+    EXPECT_THROW(lengths({4, 6}, {2, {.embed = {1, 7}}, {}}), qfftf::refused);
+    EXPECT_EQ(lengths({65536, 65537}, {}).first, std::size_t{65536} * 65537);
+    EXPECT_THROW(lengths({65536, 65537}, {.count = 2}), qfftf::refused);
+    EXPECT_THROW(lengths({2147483647, 2147483647, 2147483647, 2147483647}, {}), qfftf::refused);
+}
+
 TEST(CxxWrapper, RefusalsSayWhy) {
     auto x = ramp(8);
     const auto reason = [&](auto call) {

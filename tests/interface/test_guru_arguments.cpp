@@ -164,8 +164,50 @@ TEST(GuruArguments, InterleavedDimensionsAreRefusedByTheNarrowComplexCalls) {
         p.dims[0] = {2, 3, 1000};
         p.dims[1] = {4, 2, 2};
         const bool tests_shape = w == width::narrow && f.kind == kind_c2c;
-        EXPECT_EQ(p.refusal(), tests_shape ? "dimensions and batch dimensions do not interleave" : "");
+        EXPECT_EQ(p.refusal(), tests_shape ? "dimensions do not interleave" : "");
     });
+}
+
+TEST(GuruArguments, BatchDimensionsOfTheNarrowComplexCallsStandSlowestFirst) {
+    for_all_calls([](const family& f, width w) {
+        problem p(f, w, 1, 2);
+        p.batch[0] = {3, 10, 10};
+        p.batch[1] = {10, 1, 1};
+        EXPECT_EQ(p.refusal(), "") << f.name;
+        std::swap(p.batch[0], p.batch[1]);
+        const bool tests_shape = w == width::narrow && f.kind == kind_c2c;
+        EXPECT_EQ(p.refusal(), tests_shape ? "batch dimensions stand slowest first, each at least as far apart as the "
+                                             "ones behind it are long"
+                                           : "")
+            << f.name;
+    });
+}
+
+TEST(Layout, OfASingleElementMayHaveAnyStride) {
+    const int64_t far[] = {int64_t{1} << 49, int64_t{1} << 62, INT64_MAX};
+    float in[24], expected[24], out[24] = {};
+    for (int i = 0; i < 24; ++i) in[i] = float(i * i % 11) - 4;
+    const auto complex = [](float* array) { return reinterpret_cast<qsl_fftf_complex*>(array); };
+    qsl_fftf_plan plain = qsl_fftf_plan_dft_1d(12, complex(in), complex(expected), -1, 0);
+    qsl_fftf_execute(plain);
+    for (int64_t is : far)
+        for (int64_t os : far) {
+            const fft_iodim64 dims[] = {{1, is, os}, {12, 1, 1}}, batch[] = {{1, os, is}};
+            for (int form = 0; form < 3; ++form) {
+                qsl_fftf_plan plan =
+                    form == 0
+                        ? qsl_fftf_plan_guru64_dft(2, dims, 0, batch, complex(in), complex(out), -1, QSL_FFTF_RULES)
+                    : form == 1
+                        ? qsl_fftf_plan_guru64_dft(1, dims + 1, 1, batch, complex(in), complex(out), -1, QSL_FFTF_RULES)
+                        : qsl_fftf_plan_guru64_dft(2, dims, 1, batch, complex(in), complex(out), -1, QSL_FFTF_MEASURED);
+                for (int i = 0; i < 24; ++i) in[i] = float(i * i % 11) - 4;
+                ASSERT_TRUE(plan) << form << " " << is << " " << os;
+                qsl_fftf_execute(plan);
+                for (int i = 0; i < 24; ++i) EXPECT_NEAR(out[i], expected[i], 1e-4) << form << " " << is << " " << os;
+                qsl_fftf_destroy_plan(plan);
+            }
+        }
+    qsl_fftf_destroy_plan(plain);
 }
 
 namespace {

@@ -13,23 +13,46 @@
 
 namespace {
 
-struct arrays {
-    std::vector<float> in, out;
-    explicit arrays(const bench::problem& p)
-        : in(std::max(bench::span_floats(p, p.in), bench::span_floats(p, p.out))), out(in.size()) {}
-    float* output(const bench::problem& p) { return p.in_place ? in.data() : out.data(); }
-    void fill() {
-        uniform_noise noise(7);
-        for (float& x : in) x = noise();
+// Noise, for c2r the spectrum of noise: of other numbers every method makes something else.
+std::vector<float> input_of(const bench::problem& p, size_t floats) {
+    std::vector<float> input(floats);
+    uniform_noise noise(7);
+    if (p.kind != bench::family::c2r) {
+        for (float& x : input) x = noise();
+        return input;
     }
+    const bench::problem from = bench::spectrum_problem(p);
+    std::vector<float> real(bench::span_floats(from, from.in)), spectrum(bench::span_floats(from, from.out));
+    for (float& x : real) x = noise();
+    qsl_fftf_plan plan = plan_problem_text(from, real.data(), spectrum.data());
+    qsl_fftf_execute(plan);
+    qsl_fftf_destroy_plan(plan);
+    size_t next = 0;
+    bench::for_each_element(p, p.in, [&](size_t at) {
+        input[at] = spectrum[next++];
+        input[at + 1] = spectrum[next++];
+    });
+    return input;
+}
+
+struct arrays {
+    std::vector<float> input, in, out;
+    explicit arrays(const bench::problem& p)
+        : input(input_of(p, std::max(bench::span_floats(p, p.in), bench::span_floats(p, p.out)))),
+          in(input),
+          out(input.size()) {}
+    float* output(const bench::problem& p) { return p.in_place ? in.data() : out.data(); }
 };
 
-// The result of the plan on noise; for c2r any numbers do, since all plans see the same.
 std::vector<float> result_of(qsl_fftf_plan plan, const bench::problem& p, arrays& a) {
-    a.fill();
+    a.in = a.input;
     std::fill(a.out.begin(), a.out.end(), 0.0f);
     qsl_fftf_execute(plan);
-    return p.in_place ? a.in : a.out;
+    const float* const output = a.output(p);
+    std::vector<float> result;
+    bench::for_each_element(
+        p, p.out, [&](size_t at) { result.insert(result.end(), output + at, output + at + (p.out.complex ? 2 : 1)); });
+    return result;
 }
 
 double difference(const std::vector<float>& a, const std::vector<float>& b) {

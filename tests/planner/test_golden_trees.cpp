@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The planner's policy as text: each line of the files in plan_trees/ is a problem and the tree of solvers that takes
-// it. To make them anew after a change of policy, or after adding a line that holds a problem only:
+// it, each with the bytes of buffer and aux that it keeps. To make them anew after a change of policy, or after adding
+// a line that holds a problem only:
 //     build/PRESET/tests/planner/test_golden_trees --update
 // and read the difference as you would read code.
 #include "planner/plan_tree.h"
@@ -39,7 +40,7 @@ std::string tree_of(const std::string& problem) {
     static float arrays[2][4];  // planning by rules looks at the addresses alone
     const bench::problem p = bench::parse_problem(problem);
     qsl_fftf_plan plan = plan_problem_text(p, arrays[0], arrays[p.in_place ? 0 : 1]);
-    const std::string text = plan ? plan_tree_line(*plan) : "refused";
+    const std::string text = plan ? plan_tree_line(*plan, tree_sizes::shown) : "refused";
     qsl_fftf_destroy_plan(plan);
     return text;
 }

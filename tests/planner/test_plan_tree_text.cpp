@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <vector>
 
 namespace {
 
@@ -54,7 +55,7 @@ TEST(ProblemText, Kinds) {
     fft_plan p = problem(kind_r2r, {{3, 4, 4}, {4, 1, 1}});
     p.r2r_kind[0] = r2r_dht;
     p.r2r_kind[1] = 99;
-    EXPECT_EQ(problem_text(p), "r2r dht,99 3x4");
+    EXPECT_EQ(problem_text(p), "r2r dht/99 3x4");
 }
 
 TEST(ProblemText, DirectionFormBatchAndPlace) {
@@ -108,6 +109,9 @@ TEST(TreeLine, NestsSubproblems) {
               "c2c- 7: solve_bufferized_problem > bufferization}");
     EXPECT_TRUE(attach_buffer(&p, 128));
     EXPECT_TRUE(attach_aux(p.subplans[0], 64));
+    EXPECT_EQ(plan_tree_line(p, tree_sizes::shown),
+              "r2c_1d > 1d_r2c (128+0) {c2c- 8: solve_bufferized_problem > bufferization (0+64); "
+              "c2c- 7: solve_bufferized_problem > bufferization}");
     p.subplans[1]->aux = p.aux = p.subplans[0]->aux;
     EXPECT_EQ(plan_tree_text(p),
               "r2c 16\n"
@@ -116,6 +120,29 @@ TEST(TreeLine, NestsSubproblems) {
               "      solve_bufferized_problem > bufferization  aux 64\n"
               "  c2c- 7\n"
               "      solve_bufferized_problem > bufferization  aux borrowed\n");
+    fft_plan_clear(&p);
+}
+
+TEST(TreeText, EqualSubproblemsThatFollowEachOtherAreShownOnce) {
+    fft_plan p = problem(kind_c2c, {{8, 1, 1}});
+    solve_by(p, "solve_problem_dft_many_multithread", "execute_multithread");
+    ASSERT_TRUE(make_subplans(&p, 5));
+    for (int i = 0; i < 5; ++i) {
+        solve_by(*p.subplans[i], "solve_problem_dft_many", "execute_many");
+        if (i == 3) p.subplans[i]->dims[0].n = 7;
+    }
+    EXPECT_EQ(plan_tree_text(p),
+              "c2c- 8\n"
+              "    dft_many_multithread > multithread\n"
+              "  3 x c2c- 8\n"
+              "      dft_many > many\n"
+              "  c2c- 7\n"
+              "      dft_many > many\n"
+              "  c2c- 8\n"
+              "      dft_many > many\n");
+    EXPECT_TRUE(attach_buffer(p.subplans[1], 64));
+    const std::vector<equal_subplans> groups = folded_subplans(p);
+    ASSERT_EQ(groups.size(), 5u) << "storage tells subplans apart";
     fft_plan_clear(&p);
 }
 

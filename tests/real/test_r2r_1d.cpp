@@ -5,6 +5,7 @@
 #include <cmath>
 #include <memory>
 #include <ostream>
+#include <string>
 #include <thread>
 
 #include "include/qfftf.h"
@@ -127,3 +128,41 @@ INSTANTIATE_TEST_SUITE_P(AllKinds, R2r, testing::Range(0u, 11u),
                          [](const auto& info) { return kind_names[info.param]; });
 
 }  // namespace
+
+namespace {
+
+struct storage {
+    uint64_t buffer, aux;
+};
+
+// Of the cosine and sine transforms that no kernel takes.
+storage storage_of(uint32_t kind, int64_t n) {
+    const uint64_t points = static_cast<uint64_t>(n), half = points / 2, full = 8 * (points + points / 4);
+    switch (kind) {
+        case r2r_redft00:
+            return {32 * (points - 1), 8 * (points - 1)};
+        case r2r_rodft00:
+            return {64 * (points + 1), 8 * (points + 1)};
+        case r2r_redft11:
+        case r2r_rodft11:
+            return {32 * (points + 3), n % 4 ? 16 * half + 8 : full};
+        default:
+            return {32 * (points + 3), n % 2 ? 16 * half + 8 : 24 * half};
+    }
+}
+
+}  // namespace
+
+TEST(R2rStorage, OfEveryLength) {
+    for (const uint32_t kind :
+         {r2r_redft00, r2r_redft01, r2r_redft10, r2r_redft11, r2r_rodft00, r2r_rodft01, r2r_rodft10, r2r_rodft11})
+        for (int n = 1; n <= 200; ++n) {
+            float in, out;
+            const plan_handle plan = make_plan({kind, n, 1, 1, false}, &in, &out);
+            if (!plan || std::string(plan->solver_name) == "solve_problem_redft00_direct") continue;
+            const storage expected = storage_of(kind, n);
+            EXPECT_EQ(plan->buffer_size, expected.buffer) << "kind " << kind << " n " << n;
+            EXPECT_EQ(plan->aux_size, expected.aux) << "kind " << kind << " n " << n;
+            EXPECT_EQ(plan->aux_owned, 1u) << "kind " << kind << " n " << n;
+        }
+}

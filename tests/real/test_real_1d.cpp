@@ -171,3 +171,45 @@ TEST(Real, LargeLengths) {
 }
 
 }  // namespace
+
+namespace {
+
+// Which floats of an array the layout of its side addresses.
+std::vector<bool> addressed(size_t size, int elements, int stride, int width) {
+    std::vector<bool> list(size);
+    for (int k = 0; k < elements; ++k)
+        for (int part = 0; part < width; ++part) list[static_cast<size_t>(width * k * stride + part)] = true;
+    return list;
+}
+
+void expect_gaps_untouched(guarded_floats& array, const std::vector<bool>& addressed, const char* side) {
+    EXPECT_TRUE(array.zones_are_intact()) << side;
+    for (size_t i = 0; i < addressed.size(); ++i)
+        if (!addressed[i]) {
+            ASSERT_TRUE(array.is_untouched(i)) << side << " float " << i;
+        }
+}
+
+}  // namespace
+
+// The transforms inside are timed too, on storage of the plan's own.
+TEST(Real1d, MeasuringWritesNothingBetweenTheStrides) {
+    for (int n = 2; n <= (is_emulated ? 40 : 150); ++n)
+        for (const auto& [is, os] : {std::pair{1, 2}, {2, 1}, {3, 3}})
+            for (const bool forward : {true, false}) {
+                const problem p = {n, is, os, false};
+                SCOPED_TRACE(testing::Message() << (forward ? "r2c " : "c2r ") << p);
+                const auto size = [&](bool real, int stride) {
+                    return real ? real_floats(n, stride) : complex_floats(n, stride);
+                };
+                guarded_floats in(size(forward, is)), out(size(!forward, os));
+                const auto in_elements = addressed(in.size(), forward ? n : n / 2 + 1, is, forward ? 1 : 2);
+                const auto out_elements = addressed(out.size(), forward ? n / 2 + 1 : n, os, forward ? 2 : 1);
+                for (size_t i = 0; i < in.size(); ++i)
+                    if (in_elements[i]) in[i] = 0;
+                const plan_handle plan = (forward ? plan_r2c : plan_c2r)(p, in.data(), out.data(), plan_flag_measured);
+                ASSERT_NE(plan, nullptr);
+                expect_gaps_untouched(in, in_elements, "input");
+                expect_gaps_untouched(out, out_elements, "output");
+            }
+}

@@ -187,6 +187,15 @@ TEST(OpenMP, TeamInheritsTheUseOfPlanBuffers) {
           "partition 0 chunk 1 thread 0 (caller) plan buffer\npartition 1 chunk 1 thread 1 plan buffer\n");
 }
 
+// The team's threads are the program's own: what they take over for a loop ends with it.
+TEST(OpenMP, TeamKeepsItsOwnWords) {
+    probe(omp, "planned team 3 loop 6 3 1 team 3",
+          "word of 0: 1\nword of 1: 0\nword of 2: 0\n"
+          "partition 0 chunk 2 thread 0 (caller) plan buffer\npartition 1 chunk 2 thread 1 plan buffer\n"
+          "partition 2 chunk 2 thread 2 plan buffer\n"
+          "word of 0: 1\nword of 1: 0\nword of 2: 0\n");
+}
+
 TEST(OpenMP, CleanupLeavesTheTeam) {
     probe(omp, "global 3 cleanup count loop 2 3 1",
           "nthreads 3\npartition 0 chunk 1 thread 0 (caller)\npartition 1 chunk 1 thread 1\n");

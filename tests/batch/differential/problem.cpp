@@ -224,7 +224,6 @@ void problem_source::draw_in_place(transform_problem& p) {
     if (p.dims.empty() || one_in(5)) {
         draw_nested_side(p, true);
         draw_nested_side(p, false);
-        p.same_layout = p.dims.empty();  // moving data in place goes by any two layouts
     } else if (p.kind == kind_c2c || p.kind == kind_r2r) {
         draw_nested_side(p, true);
         copy_side(p, true);
@@ -236,9 +235,21 @@ void problem_source::draw_in_place(transform_problem& p) {
     }
 }
 
+// Distances that are too short, as slips are: inputs that are read several times, outputs that lie on each other.
+void problem_source::draw_overlap(transform_problem& p) {
+    if (p.kind != kind_c2r && !p.batch.empty() && one_in(12)) {
+        p.batch[0].is = between(1, p.batch[0].is);
+        if (p.call == plan_call::many) p.many_in.distance = static_cast<int>(p.batch[0].is);
+    }
+    p.outputs_overlap = !p.batch.empty() && p.batch[0].n > 1 && one_in(24);
+    if (!p.outputs_overlap) return;
+    p.batch[0].os = one_in(2) ? 1 : between(1, p.batch[0].os);
+    if (p.call == plan_call::many) p.many_out.distance = static_cast<int>(p.batch[0].os);
+}
+
 void problem_source::draw_conditions(transform_problem& p) {
     const int64_t elements = p.points() * p.transforms();
-    p.measured = elements <= 256 && one_in(32);
+    p.measured = one_in(elements <= 512 ? 32 : elements <= 8192 ? 128 : 512);
     p.guarded = one_in(2);
     p.new_arrays = one_in(4);
     p.stranger = one_in(6);
@@ -267,9 +278,8 @@ transform_problem problem_source::draw() {
         p.call = one_in(4) ? plan_call::guru : plan_call::guru64;
         draw_nested_side(p, true);
         draw_nested_side(p, false);
-        const bool inputs_may_overlap = p.kind != kind_c2r && !p.batch.empty() && one_in(12);
-        if (inputs_may_overlap) p.batch[0].is = between(1, p.batch[0].is);
     }
+    if (!p.in_place) draw_overlap(p);
     draw_conditions(p);
     return p;
 }

@@ -27,10 +27,11 @@ struct transform_problem {
     std::vector<fft_dim> batch;
     std::vector<uint32_t> r2r_kinds;
     bool in_place = false;
-    bool same_layout = true;  // in place on the same elements; other in-place problems may be refused
+    bool outputs_overlap = false;  // results mean nothing then, and there may be no plan
     plan_call call = plan_call::guru64;
     many_layout many_in, many_out;
     bool measured = false;
+    int clock_seeds = 1;  // if measured: settlements of the races below the outermost one
     bool guarded = true;      // guard zones around the arrays; else arrays that end with the last element
     bool new_arrays = false;  // executed on other arrays than planned
     bool stranger = false;    // executed on a thread that never planned
@@ -64,6 +65,7 @@ private:
     void draw_nested_side(transform_problem& p, bool input);
     void draw_in_place_many(transform_problem& p);
     void draw_in_place(transform_problem& p);
+    void draw_overlap(transform_problem& p);
     void draw_conditions(transform_problem& p);
 
     std::mt19937_64 random_;

@@ -71,7 +71,7 @@ std::string transform_problem::text() const {
         s << " kinds";
         for (uint32_t k : r2r_kinds) s << " " << k;
     }
-    s << (in_place ? same_layout ? " in place" : " in place, two layouts" : " out of place");
+    s << (in_place ? " in place" : " out of place") << (outputs_overlap ? " onto overlapping outputs" : "");
     if (call == plan_call::many) {
         print_many(s, "in", many_in);
         print_many(s, "out", many_out);

@@ -16,6 +16,8 @@ program module_calls
     call upsampling()
     call refusals_and_constants()
     call memory_and_threads()
+    call real_in_place()
+    call strided_section()
     if (failures > 0) error stop 1
     print '(a)', 'all calls of the module are right'
 
@@ -186,8 +188,40 @@ contains
         call expect(QFFTGetVersion(version) == 1, 'QFFTGetVersion')
         call expect(all(version%product_name(1:13) == &
             ['M', 'o', 'r', 'w', 'e', 'n', ' ', 'L', 'a', 't', 'h', 'e', c_null_char]), 'product_name')
-        call expect(qsl_fftf_version(1) == 'f' .and. qsl_fftf_version(50) == c_null_char, 'qsl_fftf_version')
         call expect(QSL_FFTF_RODFT11 == 10 .and. QSL_FFTF_MEASURED == 32, 'constants')
+    end subroutine
+
+    ! One array under two types, as the head of the module tells.
+    subroutine real_in_place()
+        use, intrinsic :: iso_c_binding, only: c_loc
+        integer, parameter :: n = 20
+        complex(c_float_complex), target :: y(n / 2 + 1)
+        real(c_float), pointer, contiguous :: x(:)
+        real(c_float) :: input(n)
+        type(c_ptr) :: forth, back
+        call c_f_pointer(c_loc(y), x, [2 * size(y)])
+        forth = qsl_fftf_plan_dft_r2c_1d(n, x, y, QSL_FFTF_RULES)
+        back = qsl_fftf_plan_dft_c2r_1d(n, y, x, QSL_FFTF_RULES)
+        input = noise(n)
+        x(1:n) = input
+        call qsl_fftf_execute_dft_r2c(forth, x, y)
+        call expect(abs(y(1) - sum(input)) < 1e-5, 'real to complex in place')
+        call qsl_fftf_execute_dft_c2r(back, y, x)
+        call expect(maxval(abs(x(1:n) / n - input)) < 1e-6, 'there and back in place')
+        call qsl_fftf_destroy_plan(forth)
+        call qsl_fftf_destroy_plan(back)
+    end subroutine
+
+    ! Every second element, by a stride where a section would be copied.
+    subroutine strided_section()
+        complex(c_float_complex) :: x(32), y(16)
+        type(c_ptr) :: plan
+        x = complex_noise(32)
+        plan = qsl_fftf_plan_many_dft(1, [16], 1, x, istride=2, idist=1, out=y, ostride=1, odist=1, &
+            sign=QSL_FFTF_FORWARD, flags=QSL_FFTF_RULES)
+        call qsl_fftf_execute_dft(plan, x, y)
+        call expect(maxval(abs(y - dft(x(1:31:2), -1))) < 1e-5, 'a strided section')
+        call qsl_fftf_destroy_plan(plan)
     end subroutine
 
     subroutine memory_and_threads()

@@ -12,6 +12,11 @@
 #include <thread>
 #include <vector>
 
+extern "C" {
+void GOMP_parallel(void (*outlined)(void*), void* data, unsigned nthreads, unsigned flags);
+int omp_get_thread_num(void);
+}
+
 namespace {
 
 // A number for each thread that asks; a thread's handle may be that of one that has ended.
@@ -48,6 +53,17 @@ void run_loop(uint64_t count, uint64_t chunks, uint64_t multiple) {
     }
 }
 
+// "team N": the words of the N threads of the program's own OpenMP team, the caller first.
+void print_team(unsigned size) {
+    std::vector<uint64_t> words(size, 99);
+    GOMP_parallel(
+        [](void* words) {
+            (*static_cast<std::vector<uint64_t>*>(words))[omp_get_thread_num()] = this_thread_state().use_plan_buffer;
+        },
+        &words, size, 0);
+    for (unsigned i = 0; i < size; ++i) printf("word of %u: %d\n", i, static_cast<int>(words[i]));
+}
+
 void print_count() { printf("nthreads %d\n", static_cast<int>(thread_get_nthreads())); }
 
 }  // namespace
@@ -67,6 +83,7 @@ int main(int argc, char** argv) {
         if (word == "refresh") thread_refresh_binding();
         if (word == "init") printf("init %d\n", qsl_fftf_init_threads());
         if (word == "cleanup") qsl_fftf_cleanup_threads();
+        if (word == "team") print_team(number());
         if (word == "planned") this_thread_state().use_plan_buffer = 1;
         if (word == "loop") {
             const int count = number(), chunks = number();

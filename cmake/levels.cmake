@@ -1,0 +1,73 @@
+# SPDX-License-Identifier: Apache-2.0
+# The inner library, once for each level: the object library qfftf_inner_LEVEL from the sources that the folders list,
+# and qfftf_kernels_LEVEL from kernels/. For the shared object every copy is joined into one object file in which
+# qfftf_inner_LEVEL, its record of entry points (interface/level.h), is the only name that others can see: so no copy's
+# functions, inline ones included, can stand in for those of another.
+foreach(level IN LISTS qfftf_levels)
+  add_library(qfftf_inner_${level} OBJECT)
+  target_link_libraries(qfftf_inner_${level} PRIVATE qfftf_inner_sources PUBLIC qfftf_options_${level})
+  target_compile_options(qfftf_inner_${level} PRIVATE ${qfftf_library_options} ${level_sections_${level}})
+  target_compile_definitions(qfftf_inner_${level} PRIVATE QFFTF_LEVEL=${level})
+  set(inner_objects_${level} $<TARGET_OBJECTS:qfftf_inner_${level}> $<TARGET_OBJECTS:qfftf_kernels_${level}>)
+endforeach()
+
+# level_list(FILE LEVEL...): the source that says which levels are linked into a library.
+function(level_list file)
+  set(text "// Written by cmake/levels.cmake.\n#include \"interface/level.h\"\n\nextern \"C\" {\n")
+  set(addresses "")
+  foreach(level IN LISTS ARGN)
+    string(APPEND text "extern const inner_library qfftf_inner_${level};\n")
+    string(APPEND addresses "&qfftf_inner_${level}, ")
+  endforeach()
+  string(APPEND text "}\n\nconstinit const inner_library* const inner_libraries[] = {${addresses}nullptr};\n")
+  file(CONFIGURE OUTPUT ${file} CONTENT "${text}" @ONLY)
+endfunction()
+level_list(${PROJECT_BINARY_DIR}/levels/all.cpp ${qfftf_levels})
+add_library(qfftf_all_levels OBJECT ${PROJECT_BINARY_DIR}/levels/all.cpp)
+target_link_libraries(qfftf_all_levels PUBLIC qfftf_options)
+target_compile_options(qfftf_all_levels PRIVATE ${qfftf_library_options})
+
+# Static libraries for tests: the outer library and one level, all of whose names can be seen. Tests are compiled for any
+# processor, so that the same objects can be linked with each.
+function(internal_library name level)
+  level_list(${PROJECT_BINARY_DIR}/levels/${level}.cpp ${level})
+  add_library(${name} STATIC ${ARGN} $<TARGET_OBJECTS:qfftf_objects> ${PROJECT_BINARY_DIR}/levels/${level}.cpp
+              ${inner_objects_${level}})
+  target_link_libraries(${name} PUBLIC qfftf_options m gomp)
+endfunction()
+internal_library(qfftf_internal ${QFFTF_TEST_LEVEL})
+foreach(level IN LISTS qfftf_levels)
+  if(level STREQUAL QFFTF_TEST_LEVEL)
+    add_library(qfftf_internal_${level} ALIAS qfftf_internal)
+  else()
+    internal_library(qfftf_internal_${level} ${level} EXCLUDE_FROM_ALL)
+  endif()
+endforeach()
+
+# Where there is one level there is nothing to keep apart.
+list(LENGTH qfftf_levels level_count)
+if(level_count EQUAL 1)
+  set(qfftf_level_objects ${inner_objects_${qfftf_levels}})
+else()
+  find_program(QFFTF_OBJCOPY NAMES aarch64-linux-gnu-objcopy llvm-objcopy-19 llvm-objcopy objcopy REQUIRED
+               DOC "objcopy that knows 64-bit Arm object files")
+  separate_arguments(link_flags UNIX_COMMAND "${CMAKE_CXX_FLAGS} ${CMAKE_SHARED_LINKER_FLAGS}")
+  if(CMAKE_CXX_COMPILER_TARGET)
+    list(PREPEND link_flags --target=${CMAKE_CXX_COMPILER_TARGET})
+  endif()
+  foreach(level IN LISTS qfftf_levels)
+    set(joined ${PROJECT_BINARY_DIR}/levels/${level}.o)
+    add_custom_command(OUTPUT ${joined}
+      COMMAND ${CMAKE_CXX_COMPILER} ${link_flags} -r -nostdlib -Wl,--force-group-allocation ${inner_objects_${level}}
+              -o ${joined}.all
+      COMMAND ${QFFTF_OBJCOPY} --keep-global-symbol=qfftf_inner_${level} ${joined}.all ${joined}
+      BYPRODUCTS ${joined}.all DEPENDS ${inner_objects_${level}} COMMAND_EXPAND_LISTS VERBATIM
+      COMMENT "Joining the inner library, level ${level}")
+    list(APPEND qfftf_level_objects ${joined})
+  endforeach()
+endif()
+list(APPEND qfftf_level_objects $<TARGET_OBJECTS:qfftf_all_levels>)
+
+# The library as programs see it, with the names of its outer half: for the tools that are installed.
+add_library(qfftf_outer STATIC $<TARGET_OBJECTS:qfftf_objects> ${qfftf_level_objects})
+target_link_libraries(qfftf_outer PUBLIC qfftf_options m gomp)

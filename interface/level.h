@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: Apache-2.0
+// The inner library (planner, solvers, kernels) is built once for each level of the processors that it may meet. What
+// is outside of it is built once, for every processor, and reaches it through the record of the level that is at work.
+#pragma once
+#include "interface/fft_plan.h"
+
+// What a level needs of the processor.
+enum class processor_needs { nothing, complex_instructions, sve_of_256_bits };
+
+struct inner_library {
+    const char* name;         // the word of QSL_FFT_LEVEL
+    const char* description;  // for people
+    processor_needs needs;
+    int (*plan_problem)(fft_plan** slot);
+    void (*plan_finish)(fft_plan* plan);
+};
+
+// The levels that are linked, from the highest to the lowest, then null. A file that the build writes.
+extern const inner_library* const inner_libraries[];
+
+// The level at work, chosen at the first call: the highest that this machine has, or a lower one that the environment
+// variable QSL_FFT_LEVEL names. It is the same ever after, and safe to ask for from any thread and any constructor.
+const inner_library& level_at_work();
+
+// Bytes of an SVE register in this process, 0 without SVE.
+int sve_register_bytes();
