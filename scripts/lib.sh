@@ -186,24 +186,11 @@ compile() {
     NINJA_STATUS="  [%f/%t, %es] " cmake --build "build/$1" ${2:+--target "${@:2}"}
 }
 
-# build_portable: the library for a machine that isn't Arm, in build/portable; without tests and sanitizers.
-build_portable() {
-    use_ccache
-    cmake -S . -B build/portable -G Ninja -D CMAKE_BUILD_TYPE=Release -D CMAKE_C_COMPILER=clang-19 \
-        -D CMAKE_CXX_COMPILER=clang++-19 -D QFFTF_BUILD_TESTS=OFF >build/configure.log 2>&1 ||
-        { cat build/configure.log >&2; fail "CMake could not configure"; }
-    compile portable qfftf
-}
-
-# build_for_this_machine: sets `built` to the preset, or "portable", whose library runs here without an emulator.
+# build_for_this_machine: sets `built` to the preset whose library runs here without an emulator, and builds that.
 build_for_this_machine() {
-    if [ "$machine" = aarch64 ]; then
-        built=$native_preset
-        configure "$built" && compile "$built" qfftf
-    else
-        built=portable
-        build_portable
-    fi
+    [ "$machine" = aarch64 ] && built=$native_preset || built=portable
+    configure "$built"
+    compile "$built" qfftf
 }
 
 # run_tests PRESET [OPTION OF CTEST...]
