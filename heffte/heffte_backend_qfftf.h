@@ -4,10 +4,10 @@
 //     #include <heffte_backend_qfftf.h>                                   // includes heffte.h; link Heffte and qfftf
 //     heffte::fft3d<heffte::backend::qfftf> fft(inbox, outbox, MPI_COMM_WORLD);
 //
-// Tags: qfftf (fft3d, fft3d_r2c), and for rtransform qfftf_cos and qfftf_sin (type II forward, III backward), qfftf_cos1
-// and qfftf_sin1 (type I, both ways). Single precision alone. Executors plan when they are made, both directions, and may
-// be shared; a plan that the library refuses throws std::runtime_error with the reason. Threads: what the thread that
-// makes the transform has set by qsl_fftf_plan_with_nthreads.
+// Tags: qfftf (fft3d, fft3d_r2c), and for rtransform qfftf_cos and qfftf_sin (type II forward, III backward),
+// qfftf_cos1 and qfftf_sin1 (type I, both ways). Single precision alone. Executors plan when they are made, both
+// directions, and may be shared; a plan that the library refuses throws std::runtime_error with the reason. Threads:
+// what the thread that makes the transform has set by qsl_fftf_plan_with_nthreads.
 #ifndef HEFFTE_BACKEND_QFFTF_H
 #define HEFFTE_BACKEND_QFFTF_H
 
@@ -26,7 +26,8 @@
 
 namespace heffte {
 
-// ---- Tags and traits -------------------------------------------------------------------------------------------------
+// ---- Tags and traits
+// -------------------------------------------------------------------------------------------------
 
 namespace backend {
 
@@ -36,22 +37,46 @@ struct qfftf_sin {};
 struct qfftf_cos1 {};
 struct qfftf_sin1 {};
 
-template <> struct is_enabled<qfftf> : std::true_type {};
-template <> struct is_enabled<qfftf_cos> : std::true_type {};
-template <> struct is_enabled<qfftf_sin> : std::true_type {};
-template <> struct is_enabled<qfftf_cos1> : std::true_type {};
-template <> struct is_enabled<qfftf_sin1> : std::true_type {};
+template <>
+struct is_enabled<qfftf> : std::true_type {};
+template <>
+struct is_enabled<qfftf_cos> : std::true_type {};
+template <>
+struct is_enabled<qfftf_sin> : std::true_type {};
+template <>
+struct is_enabled<qfftf_cos1> : std::true_type {};
+template <>
+struct is_enabled<qfftf_sin1> : std::true_type {};
 
-template <> inline std::string name<qfftf>() { return "qfftf"; }
-template <> inline std::string name<qfftf_cos>() { return "qfftf-cos-type-II"; }
-template <> inline std::string name<qfftf_sin>() { return "qfftf-sin-type-II"; }
-template <> inline std::string name<qfftf_cos1>() { return "qfftf-cos-type-I"; }
-template <> inline std::string name<qfftf_sin1>() { return "qfftf-sin-type-I"; }
+template <>
+inline std::string name<qfftf>() {
+    return "qfftf";
+}
+template <>
+inline std::string name<qfftf_cos>() {
+    return "qfftf-cos-type-II";
+}
+template <>
+inline std::string name<qfftf_sin>() {
+    return "qfftf-sin-type-II";
+}
+template <>
+inline std::string name<qfftf_cos1>() {
+    return "qfftf-cos-type-I";
+}
+template <>
+inline std::string name<qfftf_sin1>() {
+    return "qfftf-sin-type-I";
+}
 
-template <> struct uses_fft_types<qfftf_cos> : std::false_type {};
-template <> struct uses_fft_types<qfftf_sin> : std::false_type {};
-template <> struct uses_fft_types<qfftf_cos1> : std::false_type {};
-template <> struct uses_fft_types<qfftf_sin1> : std::false_type {};
+template <>
+struct uses_fft_types<qfftf_cos> : std::false_type {};
+template <>
+struct uses_fft_types<qfftf_sin> : std::false_type {};
+template <>
+struct uses_fft_types<qfftf_cos1> : std::false_type {};
+template <>
+struct uses_fft_types<qfftf_sin1> : std::false_type {};
 
 // heFFTe asserts check_types<...>::value. This one says its sentence when it is asked, not where it is defined.
 struct refuses_double {
@@ -65,24 +90,36 @@ struct refuses_double {
 struct no_double_precision {
     static constexpr refuses_double value{};
 };
-template <> struct check_types<qfftf, double, std::complex<double>> : no_double_precision {};
-template <> struct check_types<qfftf, std::complex<double>, std::complex<double>> : no_double_precision {};
-template <> struct check_types<qfftf_cos, double, double> : no_double_precision {};
-template <> struct check_types<qfftf_sin, double, double> : no_double_precision {};
-template <> struct check_types<qfftf_cos1, double, double> : no_double_precision {};
-template <> struct check_types<qfftf_sin1, double, double> : no_double_precision {};
+template <>
+struct check_types<qfftf, double, std::complex<double>> : no_double_precision {};
+template <>
+struct check_types<qfftf, std::complex<double>, std::complex<double>> : no_double_precision {};
+template <>
+struct check_types<qfftf_cos, double, double> : no_double_precision {};
+template <>
+struct check_types<qfftf_sin, double, double> : no_double_precision {};
+template <>
+struct check_types<qfftf_cos1, double, double> : no_double_precision {};
+template <>
+struct check_types<qfftf_sin1, double, double> : no_double_precision {};
 
 }  // namespace backend
 
-template <> struct default_plan_options<backend::qfftf> {
+template <>
+struct default_plan_options<backend::qfftf> {
     static const bool use_reorder = true;  // contiguous lines are the fastest, and reshapes copy in any case
 };
-template <> struct default_plan_options<backend::qfftf_cos> : default_plan_options<backend::qfftf> {};
-template <> struct default_plan_options<backend::qfftf_sin> : default_plan_options<backend::qfftf> {};
-template <> struct default_plan_options<backend::qfftf_cos1> : default_plan_options<backend::qfftf> {};
-template <> struct default_plan_options<backend::qfftf_sin1> : default_plan_options<backend::qfftf> {};
+template <>
+struct default_plan_options<backend::qfftf_cos> : default_plan_options<backend::qfftf> {};
+template <>
+struct default_plan_options<backend::qfftf_sin> : default_plan_options<backend::qfftf> {};
+template <>
+struct default_plan_options<backend::qfftf_cos1> : default_plan_options<backend::qfftf> {};
+template <>
+struct default_plan_options<backend::qfftf_sin1> : default_plan_options<backend::qfftf> {};
 
-// ---- Plans -----------------------------------------------------------------------------------------------------------
+// ---- Plans
+// -----------------------------------------------------------------------------------------------------------
 
 namespace qfftf_backend {
 
@@ -93,7 +130,8 @@ struct problem {
     // All lines of a box along some of its directions. `in` and `out` differ where one side has the half spectrum;
     // `real` is the box whose sizes are those of the transforms.
     template <typename index>
-    problem(box3d<index> const& in, box3d<index> const& out, box3d<index> const& real, std::vector<int> const& directions) {
+    problem(box3d<index> const& in, box3d<index> const& out, box3d<index> const& real,
+            std::vector<int> const& directions) {
         for (int position = 2; position >= 0; --position) {  // the slowest direction first
             const int d = real.order[position];
             const fft_iodim64 dim = {static_cast<std::int64_t>(real.size[d]), step(in, position), step(out, position)};
@@ -122,7 +160,8 @@ struct problem {
         auto list = [](std::vector<fft_iodim64> const& of) {
             std::string text;
             for (auto const& d : of)
-                text += (text.empty() ? "" : ",") + std::to_string(d.n) + ":" + std::to_string(d.is) + ":" + std::to_string(d.os);
+                text += (text.empty() ? "" : ",") + std::to_string(d.n) + ":" + std::to_string(d.is) + ":" +
+                        std::to_string(d.os);
             return text;
         };
         return "guru " + kind + " dims=" + list(dims) + (batch.empty() ? "" : " batch=" + list(batch)) + " wide" + rest;
@@ -145,15 +184,16 @@ class plan {
 public:
     static plan c2c(problem const& p, int sign) {
         return plan(p, "c2c", " sign=" + std::to_string(sign) + " inplace", false,
-                    qsl_fftf_plan_guru64_dft(rank(p), p.dims.data(), batch_rank(p), p.batch.data(), nullptr, nullptr, sign,
-                                             QSL_FFTF_RULES));
+                    qsl_fftf_plan_guru64_dft(rank(p), p.dims.data(), batch_rank(p), p.batch.data(), nullptr, nullptr,
+                                             sign, QSL_FFTF_RULES));
     }
-    // r2c and c2r run out of place: two null arrays would count as in place, so stand-ins are told, which aren't touched.
+    // r2c and c2r run out of place: two null arrays would count as in place, so stand-ins are told, which aren't
+    // touched.
     static plan r2c(problem const& p) {
         std::array<std::complex<float>, 2> stand_in;
         return plan(p, "r2c", "", false,
-                    qsl_fftf_plan_guru64_dft_r2c(rank(p), p.dims.data(), batch_rank(p), p.batch.data(), floats(&stand_in[0]),
-                                                 complexes(&stand_in[1]), QSL_FFTF_RULES));
+                    qsl_fftf_plan_guru64_dft_r2c(rank(p), p.dims.data(), batch_rank(p), p.batch.data(),
+                                                 floats(&stand_in[0]), complexes(&stand_in[1]), QSL_FFTF_RULES));
     }
     static plan c2r(problem const& p) {
         std::array<std::complex<float>, 2> stand_in;
@@ -181,10 +221,12 @@ private:
     };
     using owner = std::unique_ptr<typename std::remove_pointer<qsl_fftf_plan>::type, destroy>;
 
-    plan(problem const& p, std::string const& kind, std::string const& rest, bool is_cosine_of_type_one, qsl_fftf_plan made)
+    plan(problem const& p, std::string const& kind, std::string const& rest, bool is_cosine_of_type_one,
+         qsl_fftf_plan made)
         : handle_(made) {
         if (made == nullptr)
-            throw std::runtime_error("qfftf: " + p.words(kind, rest) + " : refused; " + p.refusal(is_cosine_of_type_one));
+            throw std::runtime_error("qfftf: " + p.words(kind, rest) + " : refused; " +
+                                     p.refusal(is_cosine_of_type_one));
     }
 
     static int rank(problem const& p) { return static_cast<int>(p.dims.size()); }
@@ -210,11 +252,13 @@ public:
 
 private:
     [[noreturn]] static void refuse() {
-        throw std::runtime_error("qfftf transforms single precision only: use float, or another backend of heFFTe for double");
+        throw std::runtime_error(
+            "qfftf transforms single precision only: use float, or another backend of heFFTe for double");
     }
 };
 
-// ---- Executors -------------------------------------------------------------------------------------------------------
+// ---- Executors
+// -------------------------------------------------------------------------------------------------------
 
 // Complex transforms in place, of one, two or all three directions of a box.
 class executor : public single_precision_executor {
@@ -265,7 +309,9 @@ public:
           forward_(plan::r2c(problem(box, box.r2c(direction), box, std::vector<int>{direction}))),
           backward_(plan::c2r(problem(box.r2c(direction), box, box, std::vector<int>{direction}))) {}
 
-    void forward(float const in[], std::complex<float> out[], std::complex<float>*) const override { forward_(in, out); }
+    void forward(float const in[], std::complex<float> out[], std::complex<float>*) const override {
+        forward_(in, out);
+    }
     void backward(std::complex<float> in[], float out[], std::complex<float>*) const override { backward_(in, out); }
     int box_size() const override { return size_; }
     int complex_size() const override { return complex_size_; }
@@ -275,8 +321,8 @@ private:
     plan forward_, backward_;
 };
 
-// Cosine and sine transforms in place. heFFTe's scale for tags that it doesn't know divides by 4 n along every direction,
-// whatever the kind: the backward transform makes up for it, so that scale::full gives the inverse.
+// Cosine and sine transforms in place. heFFTe's scale for tags that it doesn't know divides by 4 n along every
+// direction, whatever the kind: the backward transform makes up for it, so that scale::full gives the inverse.
 template <qsl_fftf_r2r_kind forward_kind, qsl_fftf_r2r_kind backward_kind>
 class executor_r2r : public single_precision_executor {
 public:
@@ -320,23 +366,28 @@ private:
 
 }  // namespace qfftf_backend
 
-template <> struct one_dim_backend<backend::qfftf> {
+template <>
+struct one_dim_backend<backend::qfftf> {
     using executor = qfftf_backend::executor;
     using executor_r2c = qfftf_backend::executor_r2c;
 };
-template <> struct one_dim_backend<backend::qfftf_cos> {
+template <>
+struct one_dim_backend<backend::qfftf_cos> {
     using executor = qfftf_backend::executor_r2r<QSL_FFTF_REDFT10, QSL_FFTF_REDFT01>;
     using executor_r2c = void;
 };
-template <> struct one_dim_backend<backend::qfftf_sin> {
+template <>
+struct one_dim_backend<backend::qfftf_sin> {
     using executor = qfftf_backend::executor_r2r<QSL_FFTF_RODFT10, QSL_FFTF_RODFT01>;
     using executor_r2c = void;
 };
-template <> struct one_dim_backend<backend::qfftf_cos1> {
+template <>
+struct one_dim_backend<backend::qfftf_cos1> {
     using executor = qfftf_backend::executor_r2r<QSL_FFTF_REDFT00, QSL_FFTF_REDFT00>;
     using executor_r2c = void;
 };
-template <> struct one_dim_backend<backend::qfftf_sin1> {
+template <>
+struct one_dim_backend<backend::qfftf_sin1> {
     using executor = qfftf_backend::executor_r2r<QSL_FFTF_RODFT00, QSL_FFTF_RODFT00>;
     using executor_r2c = void;
 };

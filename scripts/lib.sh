@@ -90,7 +90,7 @@ demo_packages() { echo pkgconf gnuplot-nox "libsndfile1-dev$foreign" "libpng-dev
 docs_packages() { echo doxygen mandoc python3; }
 format_packages() { echo clang-format-19; }
 tidy_packages() { echo clang-tidy-19; }
-python_packages() { echo python3 python3-numpy python3-scipy python3-pytest python3-pip python3-matplotlib; }
+python_packages() { echo python3 python3-numpy python3-scipy python3-pytest; }
 mpi_packages() { echo libopenmpi-dev openmpi-bin curl ca-certificates; }
 python=/usr/bin/python3  # the system's, for which these packages are; another may stand before it in PATH
 

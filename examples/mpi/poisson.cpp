@@ -37,9 +37,13 @@ void for_each(const box3d<>& box, Function do_at) {
 class poisson_solver {
 public:
     explicit poisson_solver(int n, const process& me)
-        : n_(n), half_{{0, 0, 0}, {n / 2, n - 1, n - 1}}, brick_(part({{0, 0, 0}, {n - 1, n - 1, n - 1}}, me)),
-          spectrum_brick_(part(half_, me)), fft_(brick_, spectrum_brick_, 0, MPI_COMM_WORLD),
-          spectrum_(fft_.size_outbox()), workspace_(fft_.size_workspace()) {}
+        : n_(n),
+          half_{{0, 0, 0}, {n / 2, n - 1, n - 1}},
+          brick_(part({{0, 0, 0}, {n - 1, n - 1, n - 1}}, me)),
+          spectrum_brick_(part(half_, me)),
+          fft_(brick_, spectrum_brick_, 0, MPI_COMM_WORLD),
+          spectrum_(fft_.size_outbox()),
+          workspace_(fft_.size_workspace()) {}
 
     const box3d<>& brick() const { return brick_; }
 
@@ -80,16 +84,20 @@ double error_of_known_solution(poisson_solver& solve, int n) {
         const double h = 2 * pi / n;
         return std::sin(3 * h * x) * std::cos(2 * h * y) * std::sin(h * z);
     };
-    for_each(solve.brick(), [&](int x, int y, int z, size_t i) { density[i] = static_cast<float>(14 * known(x, y, z)); });
+    for_each(solve.brick(),
+             [&](int x, int y, int z, size_t i) { density[i] = static_cast<float>(14 * known(x, y, z)); });
     const auto potential = solve(density);
     double error = 0;
-    for_each(solve.brick(), [&](int x, int y, int z, size_t i) { error = std::max(error, std::abs(potential[i] - known(x, y, z))); });
+    for_each(solve.brick(),
+             [&](int x, int y, int z, size_t i) { error = std::max(error, std::abs(potential[i] - known(x, y, z))); });
     return largest(error);
 }
 
 // Two positive charges and a negative one, each a ball of a soft edge.
 float charge_at(int x, int y, int z, int n) {
-    struct ball { double x, y, z, charge; };
+    struct ball {
+        double x, y, z, charge;
+    };
     double density = 0;
     for (const ball& b : {ball{0.3, 0.35, 0.5, 1}, ball{0.7, 0.4, 0.5, 1}, ball{0.5, 0.7, 0.5, -2}}) {
         const auto apart = [n](int i, double centre) { return std::abs(i / double(n) - centre); };
@@ -142,8 +150,8 @@ int run(const std::string& file, int n) {
 
     const auto plane = middle_plane(solve.brick(), potential, n);
     if (me.number != 0) return 0;
-    std::printf("%d x %d x %d points on %d processes: %.4f s, largest error of a known solution %.1e\n", n, n, n, me.count,
-                seconds, error);
+    std::printf("%d x %d x %d points on %d processes: %.4f s, largest error of a known solution %.1e\n", n, n, n,
+                me.count, seconds, error);
     if (error > 1e-5) return 1;
     if (!draw(plane, n, file)) {
         std::fprintf(stderr, "poisson: %s can't be written\n", file.c_str());

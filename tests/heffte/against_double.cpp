@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Distributed transforms against the same problem on one process in double precision, by the definition: bricks, pencils
-// and slabs as input, all ways of heFFTe to move data, r2c along every direction, cosines and sines of both types.
+// Distributed transforms against the same problem on one process in double precision, by the definition: bricks,
+// pencils and slabs as input, all ways of heFFTe to move data, r2c along every direction, cosines and sines of both
+// types.
 #include <heffte_backend_qfftf.h>
 
 #include <cmath>
@@ -92,9 +93,10 @@ std::vector<heffte::plan_options> ways() {
 }
 
 std::string text(box3d<> const& world, division const& d, heffte::plan_options const& o) {
-    return std::to_string(world.size[0]) + " x " + std::to_string(world.size[1]) + " x " + std::to_string(world.size[2]) +
-           ", " + d.name + (o.use_pencils ? ", through pencils" : ", through slabs") +
-           (o.use_reorder ? ", reordered" : ", strided") + ", algorithm " + std::to_string(static_cast<int>(o.algorithm));
+    return std::to_string(world.size[0]) + " x " + std::to_string(world.size[1]) + " x " +
+           std::to_string(world.size[2]) + ", " + d.name + (o.use_pencils ? ", through pencils" : ", through slabs") +
+           (o.use_reorder ? ", reordered" : ", strided") + ", algorithm " +
+           std::to_string(static_cast<int>(o.algorithm));
 }
 
 template <typename value>
@@ -121,9 +123,9 @@ void check_complex(box3d<> const& world) {
         return std::polar(1.0, -2 * pi * (static_cast<long long>(j) * k % n) / n);
     });
     const auto real = noise<double>(world.count());
-    const auto real_wanted = transformed<complex>(world, std::vector<complex>(real.begin(), real.end()), [](int j, int k, int n) {
-        return std::polar(1.0, -2 * pi * (static_cast<long long>(j) * k % n) / n);
-    });
+    const auto real_wanted = transformed<complex>(
+        world, std::vector<complex>(real.begin(), real.end()),
+        [](int j, int k, int n) { return std::polar(1.0, -2 * pi * (static_cast<long long>(j) * k % n) / n); });
     for (auto const& d : divisions(processes))
         for (auto const& o : ways<heffte::backend::qfftf>()) {
             const auto boxes = heffte::split_world(world, d.grid);
@@ -140,7 +142,8 @@ void check_complex(box3d<> const& world) {
                 const std::string what = " along " + std::to_string(direction) + ", " + text(world, d, o);
                 const auto spectrum = r2c.forward(part<float>(world, boxes[me], real));
                 expect_near(spectrum, part<complex>(world, half_boxes[me], real_wanted), "r2c" + what);
-                expect_near(r2c.backward(spectrum, heffte::scale::full), part<double>(world, boxes[me], real), "c2r" + what);
+                expect_near(r2c.backward(spectrum, heffte::scale::full), part<double>(world, boxes[me], real),
+                            "c2r" + what);
             }
         }
 }
@@ -185,7 +188,8 @@ void check_refusal() {
 void check_double_at_run_time() {
     const int me = heffte::mpi::comm_rank(MPI_COMM_WORLD), processes = heffte::mpi::comm_size(MPI_COMM_WORLD);
     const box3d<> world({0, 0, 0}, {7, 7, 7});
-    const auto boxes = heffte::split_world(world, {1, 1, processes}), half = heffte::split_world(world.r2c(0), {1, 1, processes});
+    const auto boxes = heffte::split_world(world, {1, 1, processes}),
+               half = heffte::split_world(world.r2c(0), {1, 1, processes});
     heffte::fft3d_r2c<heffte::backend::qfftf> fft(boxes[me], half[me], 0, MPI_COMM_WORLD);
     std::vector<double> in(fft.size_inbox());
     std::vector<complex> out(fft.size_outbox());
@@ -203,15 +207,18 @@ void check_double_at_run_time() {
 
 int main(int argc, char** argv) {
     MPI_Init(&argc, &argv);
-    for (box3d<> world : {box3d<>({0, 0, 0}, {15, 11, 12}), box3d<>({0, 0, 0}, {31, 15, 11}), box3d<>({0, 0, 0}, {9, 6, 40})})
+    for (box3d<> world :
+         {box3d<>({0, 0, 0}, {15, 11, 12}), box3d<>({0, 0, 0}, {31, 15, 11}), box3d<>({0, 0, 0}, {9, 6, 40})})
         check_complex(world);
     const box3d<> world({0, 0, 0}, {9, 11, 15});
-    check_trigonometric<heffte::backend::qfftf_cos>(world, [](int j, int k, int n) { return 2 * std::cos(pi * (j + 0.5) * k / n); });
-    check_trigonometric<heffte::backend::qfftf_sin>(world, [](int j, int k, int n) { return 2 * std::sin(pi * (j + 0.5) * (k + 1) / n); });
-    check_trigonometric<heffte::backend::qfftf_cos1>(world, [](int j, int k, int n) {
-        return (j == 0 or j == n - 1 ? 1 : 2) * std::cos(pi * j * k / (n - 1));
-    });
-    check_trigonometric<heffte::backend::qfftf_sin1>(world, [](int j, int k, int n) { return 2 * std::sin(pi * (j + 1) * (k + 1) / (n + 1)); });
+    check_trigonometric<heffte::backend::qfftf_cos>(
+        world, [](int j, int k, int n) { return 2 * std::cos(pi * (j + 0.5) * k / n); });
+    check_trigonometric<heffte::backend::qfftf_sin>(
+        world, [](int j, int k, int n) { return 2 * std::sin(pi * (j + 0.5) * (k + 1) / n); });
+    check_trigonometric<heffte::backend::qfftf_cos1>(
+        world, [](int j, int k, int n) { return (j == 0 or j == n - 1 ? 1 : 2) * std::cos(pi * j * k / (n - 1)); });
+    check_trigonometric<heffte::backend::qfftf_sin1>(
+        world, [](int j, int k, int n) { return 2 * std::sin(pi * (j + 1) * (k + 1) / (n + 1)); });
     check_refusal();
     check_double_at_run_time();
     if (heffte::mpi::comm_rank(MPI_COMM_WORLD) == 0)

@@ -68,7 +68,8 @@ void expect(std::vector<value> const& result, std::vector<complexd> const& wante
     ++checks;
     if (whole and std::sqrt(error / norm) < 4e-7) return;
     ++failures;
-    std::fprintf(stderr, "%s: relative error %g%s\n", what.c_str(), std::sqrt(error / norm), whole ? "" : ", guard changed");
+    std::fprintf(stderr, "%s: relative error %g%s\n", what.c_str(), std::sqrt(error / norm),
+                 whole ? "" : ", guard changed");
 }
 
 void assign(float& to, complexd from) { to = static_cast<float>(from.real()); }
@@ -152,13 +153,15 @@ void check_trigonometric(box const& b, int d, std::function<complexd(int, int)> 
 
 void check_trigonometric(box const& b, int d) {
     const int n = b.size[d];
-    check_trigonometric<heffte::backend::qfftf_cos>(b, d, [=](int j, int k) { return 2 * std::cos(pi * (j + 0.5) * k / n); });
-    check_trigonometric<heffte::backend::qfftf_sin>(b, d, [=](int j, int k) { return 2 * std::sin(pi * (j + 0.5) * (k + 1) / n); });
-    check_trigonometric<heffte::backend::qfftf_sin1>(b, d, [=](int j, int k) { return 2 * std::sin(pi * (j + 1) * (k + 1) / (n + 1)); });
+    check_trigonometric<heffte::backend::qfftf_cos>(b, d,
+                                                    [=](int j, int k) { return 2 * std::cos(pi * (j + 0.5) * k / n); });
+    check_trigonometric<heffte::backend::qfftf_sin>(
+        b, d, [=](int j, int k) { return 2 * std::sin(pi * (j + 0.5) * (k + 1) / n); });
+    check_trigonometric<heffte::backend::qfftf_sin1>(
+        b, d, [=](int j, int k) { return 2 * std::sin(pi * (j + 1) * (k + 1) / (n + 1)); });
     if (n < 2) return;
-    check_trigonometric<heffte::backend::qfftf_cos1>(b, d, [=](int j, int k) {
-        return (j == 0 or j == n - 1 ? 1 : 2) * std::cos(pi * j * k / (n - 1));
-    });
+    check_trigonometric<heffte::backend::qfftf_cos1>(
+        b, d, [=](int j, int k) { return (j == 0 or j == n - 1 ? 1 : 2) * std::cos(pi * j * k / (n - 1)); });
 }
 
 void expect_message(std::function<void()> const& action, std::vector<std::string> const& parts) {
@@ -189,7 +192,8 @@ void check_refusals() {
 
 int main() {
     const std::vector<std::array<int, 3>> sizes = {{{4, 6, 5}}, {{16, 1, 3}}, {{1, 9, 8}}, {{7, 64, 2}}, {{13, 5, 32}}};
-    const std::vector<std::array<int, 3>> orders = {{{0, 1, 2}}, {{0, 2, 1}}, {{1, 0, 2}}, {{1, 2, 0}}, {{2, 0, 1}}, {{2, 1, 0}}};
+    const std::vector<std::array<int, 3>> orders = {{{0, 1, 2}}, {{0, 2, 1}}, {{1, 0, 2}},
+                                                    {{1, 2, 0}}, {{2, 0, 1}}, {{2, 1, 0}}};
     for (auto const& size : sizes)
         for (auto const& order : orders) {
             const box b = {size, order};

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// traffic N PROCESSES PER_NODE: what one complex transform of N x N x N points sends, from the plans that heFFTe makes, for
-// bricks, pencils and slabs as input. Needs one process only: a plan is arithmetic.
+// traffic N PROCESSES PER_NODE: what one complex transform of N x N x N points sends, from the plans that heFFTe makes,
+// for bricks, pencils and slabs as input. Needs one process only: a plan is arithmetic.
 #include <heffte_backend_qfftf.h>
 
 #include <cstdio>
@@ -58,7 +58,8 @@ int main(int argc, char** argv) {
     auto const bricks = heffte::split_world(world, heffte::proc_setup_min_surface(world, processes));
     auto const pencils_in = heffte::split_world(world, {1, grid[0], grid[1]});
     auto const pencils_out = heffte::split_world(world, {grid[0], grid[1], 1});
-    auto const slabs_in = heffte::split_world(world, {1, 1, processes}), slabs_out = heffte::split_world(world, {processes, 1, 1});
+    auto const slabs_in = heffte::split_world(world, {1, 1, processes}),
+               slabs_out = heffte::split_world(world, {processes, 1, 1});
     const struct {
         const char* name;
         std::vector<box> const &in, &out;
@@ -72,8 +73,9 @@ int main(int argc, char** argv) {
         options.use_pencils = way.use_pencils;
         auto const plan = heffte::plan_operations(heffte::ioboxes<long long>{way.in, way.out}, -1, options, 0);
         const traffic t = of(plan, processes, per_node);
-        std::printf("%5lld %5d %-19s %d exchanges, a process sends %9.3f MB (%9.3f off its node) in %4d messages (%4d)\n", n, processes,
-                    way.name, t.exchanges, t.bytes / 1e6, t.bytes_off_node / 1e6, t.messages, t.messages_off_node);
+        std::printf(
+            "%5lld %5d %-19s %d exchanges, a process sends %9.3f MB (%9.3f off its node) in %4d messages (%4d)\n", n,
+            processes, way.name, t.exchanges, t.bytes / 1e6, t.bytes_off_node / 1e6, t.messages, t.messages_off_node);
     }
     return 0;
 }

@@ -25,14 +25,22 @@ struct box3d {
 };
 
 namespace backend {
-template <typename> struct is_enabled : std::false_type {};
-template <typename> struct uses_fft_types : std::true_type {};
-template <typename tag, typename in, typename out> struct check_types : std::true_type {};
-template <typename> std::string name() { return "unknown"; }
+template <typename>
+struct is_enabled : std::false_type {};
+template <typename>
+struct uses_fft_types : std::true_type {};
+template <typename tag, typename in, typename out>
+struct check_types : std::true_type {};
+template <typename>
+std::string name() {
+    return "unknown";
+}
 }  // namespace backend
 
-template <typename> struct default_plan_options {};
-template <typename> struct one_dim_backend {};
+template <typename>
+struct default_plan_options {};
+template <typename>
+struct one_dim_backend {};
 
 struct executor_base {
     virtual ~executor_base() = default;
