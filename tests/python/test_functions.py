@@ -158,11 +158,11 @@ def test_overwrite_works_in_the_input_and_nothing_else_does():
 
 
 def test_out_may_be_the_input_and_may_overlap_it():
-    x = data((6, 32), np.complex64)
-    wanted = scipy.fft.fft(double(x[1:5]))
-    for low in (0, 1, 2):
+    x = data((60, 100), np.complex64)
+    wanted = scipy.fft.fft(double(x[10:50]))
+    for low in (7, 9, 10, 11, 13):
         y = x.copy()
-        result = qfftf.fft(y[1:5], out=y[low:low + 4])
+        result = qfftf.fft(y[10:50], out=y[low:low + 40])
         assert np.linalg.norm(result - wanted) / np.linalg.norm(wanted) < BOUND, low
 
 
