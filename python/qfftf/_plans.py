@@ -123,6 +123,14 @@ class Cache:
 cache = Cache(limit=64)
 
 
+def renew_lock():
+    """In a forked child: a thread that held the lock isn't there to release it."""
+    cache.lock = threading.Lock()
+
+
+os.register_at_fork(after_in_child=renew_lock)
+
+
 def set_plan_cache_limit(limit):
     """How many idle plans are kept for the functions (64 at first); 0 keeps none. Plans that are too many are
     destroyed, the longest unused first."""

@@ -1,6 +1,8 @@
 # SPDX-License-Identifier: Apache-2.0
 """Plan objects, the cache of plans, threads, the backend of scipy.fft."""
 import gc
+import os
+import signal
 import threading
 import time
 
@@ -156,6 +158,25 @@ def test_one_plan_object_on_many_threads():
         for _ in range(40):
             assert np.array_equal(plan(inputs[i], out), wanted[i])
     on_threads(len(inputs), work)
+
+
+def test_a_forked_child_transforms_though_another_thread_held_the_cache():
+    x = data(100, np.complex64)
+    wanted = qfftf.fft(x)
+    with qfftf._plans.cache.lock:
+        child = os.fork()
+        if child == 0:
+            os._exit(0 if np.array_equal(qfftf.fft(x), wanted) else 1)
+    for _ in range(100):
+        done, status = os.waitpid(child, os.WNOHANG)
+        if done:
+            break
+        time.sleep(0.1)
+    else:
+        os.kill(child, signal.SIGKILL)
+        os.waitpid(child, 0)
+        pytest.fail("the child waits for ever")
+    assert status == 0
 
 
 def test_the_interpreter_runs_while_a_transform_does():
