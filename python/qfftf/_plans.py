@@ -217,9 +217,6 @@ class Plan:
             if not fits[name]:
                 raise PlanError(f"qfftf: the {name} array has steps that aren't positive or not whole elements, or "
                                 "isn't of this machine's byte order, or as an output overlaps itself or is read-only")
-        overwritten = kind == "c2r" and len(axes) > 1
-        if overwritten and not _layout.writable(x):
-            raise PlanError("qfftf: the input is scratch of this transform, and it overlaps itself or is read-only")
         dims, batch = _layout.dimensions(x, out, axes, sizes)
         self._arrays = x, out
         self._layouts = self._layout_of(x), self._layout_of(out)
@@ -268,7 +265,7 @@ class Plan:
 
     @classmethod
     def c2r(cls, x, out, axes=None, *, workers=None, measured=False):
-        """Complex to real, backward; with two or more axes the input is used as scratch."""
+        """Complex to real, backward; the input is kept."""
         expect("input", x, COMPLEX), expect("output", out, REAL)
         axes = list_axes(out, axes)
         same_shapes(x.shape, half_shape(out.shape, axes[-1]))

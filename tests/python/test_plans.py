@@ -30,9 +30,12 @@ def test_plans_of_each_kind_on_their_own_and_on_other_arrays():
               scipy.fft.dct(double(real), axis=0)),
              (qfftf.Plan.r2r, real, np.empty((6, 16), np.float32), {"kinds": [("dst", 1), ("dct", 4)]},
               scipy.fft.dct(scipy.fft.dst(double(real), 1, axis=0), 4, axis=1))]
+    cases.append((qfftf.Plan.c2r, scipy.fft.rfft2(real), np.empty((6, 16), np.float32), {}, 96 * double(real)))
     for make, source, target, options, wanted in cases:
+        before = source.copy()
         plan = make(source, target, **options)
         assert plan() is target and close(target, wanted), (make, options)
+        assert np.array_equal(source, before), "out of place the input is kept"
         other = np.empty_like(target)
         assert plan(source.copy(), other) is other and np.array_equal(other, target)
 
