@@ -51,12 +51,11 @@ void make_block_subplan(fft_plan* s, const fft_plan& p, int64_t count, int64_t r
 }
 
 void execute_bufferization(fft_plan* plan, float* in, float* out) {
-    const scratch_below scratch(plan);
+    const plan_scratch scratch(plan);
     if (!scratch) return;
     fft_plan* whole = plan->subplans[0];
     const int64_t n = plan->dims[0].n, count = whole->howmany[0].n, row = whole->blocked_row;
-    float* block = static_cast<float*>(qsl_fftf_malloc(block_bytes(count, row)));
-    if (!block) return;
+    float* const block = scratch.data();
     int64_t left = plan->howmany[0].n;
     for (; left >= count; left -= count) {
         whole->execute(whole, in, block);
@@ -69,7 +68,6 @@ void execute_bufferization(fft_plan* plan, float* in, float* out) {
         rest->execute(rest, in, block);
         transpose_cpx_tiled(block, out, left, n, row, plan->dims[0].os);
     }
-    qsl_fftf_free(block);
 }
 
 }  // namespace
@@ -78,7 +76,8 @@ int solve_bufferized_problem(fft_plan* plan) {
     if (!accepts(*plan)) return refused;
     const int64_t block = block_of(*plan), rest = plan->howmany[0].n % block, row = (plan->dims[0].n + 7) & ~int64_t{7};
     if (!make_subplans(plan, rest ? 2 : 1)) return refused;
-    // Every execution allocates its own block. This one is what the subplans are planned, and may be measured, on.
+    if (!fits_into_memory(block_bytes(block, row))) return refused;
+    // Every execution brings its own block. This one is what the subplans are planned, and may be measured, on.
     float* trial = static_cast<float*>(qsl_fftf_malloc(block_bytes(block, row)));
     if (!trial) return refused;
     make_block_subplan(plan->subplans[0], *plan, block, row, trial);
@@ -86,5 +85,6 @@ int solve_bufferized_problem(fft_plan* plan) {
     const int planned = plan_subplans(plan->subplans, plan->subplan_count);
     qsl_fftf_free(trial);
     if (planned != accepted) return refused;
+    plan->brought_lines = static_cast<uint32_t>((block_bytes(block, row) + 63) / 64);
     return install(plan, execute_bufferization, "execute_bufferization");
 }

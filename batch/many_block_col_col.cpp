@@ -52,6 +52,8 @@ void execute_groups_by_kernel(fft_plan* plan, float* in, float* out) {
 }
 
 void execute_groups_by_stages(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     fft_plan* const group = plan->subplans[0];
     const fft_dim batch = plan->howmany[0];
     const int64_t lanes = group->howmany[0].n;

@@ -52,6 +52,8 @@ void execute_many(fft_plan* plan, float* in, float* out) {
 }
 
 void execute_two_stages_of_many(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     const fft_dim batch = plan->howmany[0];
     execute_two_stages_each(plan->subplans[0], in, out, batch.n, 2 * batch.is, 2 * batch.os);
 }

@@ -12,6 +12,8 @@ bool accepts(const fft_plan& p) {
 }
 
 void execute_many_reset(fft_plan* plan, float* in, float* out) {
+    const scratch_below scratch(plan);
+    if (!scratch) return;
     fft_plan* single = plan->subplans[0];
     single->execute(single, in, out);
 }

@@ -62,24 +62,15 @@ struct part_steps {
     int64_t in_step;  // in floats
     int64_t out_step;
     fft_plan** subplans;
-    char* scratch;  // of all parts, one behind the other; null where plans have their buffers
+    const parts_scratch& scratch;
 };
-
-scratch_range scratch_of_part(const part_steps& steps, uint64_t index) {
-    char* begin = steps.scratch;
-    for (uint64_t i = 0; i < index; ++i) begin += scratch_of_tree(*steps.subplans[i]);
-    return {begin, begin + scratch_of_tree(*steps.subplans[index])};
-}
 
 void execute_part(parallel_task* task) {
     const part_steps& steps = *static_cast<const part_steps*>(task->closure);
     const int64_t first = static_cast<int64_t>(task->index * task->chunk);
     fft_plan* part = steps.subplans[task->index];
-    scratch_range& scratch = this_thread_state().scratch;
-    const scratch_range before = scratch;
-    if (steps.scratch) scratch = scratch_of_part(steps, task->index);
+    const parts_scratch::guard scratch(steps.scratch, task->index);
     part->execute(part, steps.in + first * steps.in_step, steps.out + first * steps.out_step);
-    scratch = before;
 }
 
 void execute_multithread(fft_plan* plan, float* in, float* out) {
@@ -88,12 +79,13 @@ void execute_multithread(fft_plan* plan, float* in, float* out) {
     uint64_t in_bytes, out_bytes;
     fft_element_sizes(plan->kind, &in_bytes, &out_bytes);
     const int64_t in_floats = in_bytes / sizeof(float), out_floats = out_bytes / sizeof(float);
+    const parts_scratch scratch_of_parts(*plan);
     part_steps steps = {in,
                         out,
                         plan->howmany[0].is * in_floats,
                         doubled_stride(plan->double_os, plan->howmany[0].os) * out_floats,
                         plan->subplans,
-                        this_thread_state().scratch.begin};
+                        scratch_of_parts};
     thread_refresh_binding();
     thread_parallel_for(plan->howmany[0].n, plan->nthreads, partition_multiple(*plan), execute_part, &steps);
 }

@@ -17,7 +17,8 @@ function(host_program name)
   file(MAKE_DIRECTORY ${dir})
   set(objects "")
   foreach(source IN LISTS ARGN)
-    get_filename_component(stem ${source} NAME_WE)
+    cmake_path(RELATIVE_PATH source BASE_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR} OUTPUT_VARIABLE stem)
+    string(REGEX REPLACE "[./]" "_" stem ${stem})  # one folder holds the objects of all
     set(object ${dir}/${stem}.o)
     add_custom_command(OUTPUT ${object}
       COMMAND ${CMAKE_CXX_COMPILER_LAUNCHER} ${HOST_CXX} -std=c++20 -O1 -Wall -Wextra -I${PROJECT_SOURCE_DIR}
@@ -29,4 +30,18 @@ function(host_program name)
                      COMMENT "Linking ${name} for the build host" VERBATIM)
   set(${name}_command ${dir}/${name} PARENT_SCOPE)
   set(${name}_depends ${dir}/${name} PARENT_SCOPE)
+endfunction()
+
+# run_at_configuration(VARIABLE SOURCES...): builds a small program with the build host's compiler, runs it, and sets the
+# variable to the list of the lines that it prints.
+function(run_at_configuration variable)
+  list(TRANSFORM ARGN PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+  list(GET ARGN 0 first)
+  cmake_path(GET first STEM program)
+  set(program ${CMAKE_BINARY_DIR}/host/${program})
+  file(MAKE_DIRECTORY ${CMAKE_BINARY_DIR}/host)
+  execute_process(COMMAND ${HOST_CXX} -std=c++20 -I${PROJECT_SOURCE_DIR} ${ARGN} -o ${program} COMMAND_ERROR_IS_FATAL ANY)
+  execute_process(COMMAND ${program} OUTPUT_VARIABLE lines OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+  string(REPLACE "\n" ";" lines "${lines}")
+  set(${variable} ${lines} PARENT_SCOPE)
 endfunction()

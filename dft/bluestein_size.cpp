@@ -3,6 +3,7 @@
 #include "dft/bluestein.h"
 
 #include <algorithm>
+#include <bit>
 #include <initializer_list>
 #include <iterator>
 
@@ -27,16 +28,26 @@ uint64_t divided_by_all(uint64_t n, std::initializer_list<uint64_t> factors) {
 
 bool is_smooth(uint64_t n) { return divided_by_all(n, {2, 3, 5, 7, 11}) == 1; }
 
-// Cuts into radices of 4 to 12: a factor of 11 isn't taken, nor a 5 without a 2 nor, in the end, a lone 3.
-bool cuts_into_middle_radices(uint64_t n) {
-    constexpr uint64_t radices[] = {10, 6, 8, 9, 7, 12, 4, 2};
-    while (n > 1) {
-        const uint64_t* radix =
-            std::find_if(std::begin(radices), std::end(radices), [n](auto r) { return n % r == 0; });
-        if (radix == std::end(radices)) return false;
-        n /= *radix;
+// The smallest size from `least` on that cuts into radices of 4 to 12 when it is divided by the first of 10, 6, 8, 9,
+// 7, 12, 4, 2 that divides it, again and again: no factor of 11, no 5 without a 2 and, in the end, no lone 3. Of 2^a
+// 3^b 5^c 7^d the tens take a 2 for each 5 and the sixes a 2 for each 3, as long as there are any; nines need an even
+// rest. `least` is below 2^60.
+uint64_t smallest_of_middle_radices(uint64_t least) {
+    uint64_t best = std::bit_ceil(least);
+    for (uint64_t sevens = 1; sevens <= best; sevens *= 7) {
+        int fives = 0;
+        for (uint64_t product = sevens; product <= best >> fives; product *= 5, ++fives) {
+            int threes = 0;
+            for (uint64_t odd = product; odd <= best >> fives; odd *= 3, ++threes) {
+                int twos = fives;
+                while (odd << twos < least) ++twos;
+                const int threes_left = fives + threes - twos;
+                if (threes_left > 0 && threes_left % 2) ++twos;
+                best = std::min(best, odd << twos);
+            }
+        }
     }
-    return true;
+    return best;
 }
 
 }  // namespace
@@ -50,7 +61,8 @@ uint64_t bluestein_padded_size(uint64_t p) {
     if (!exception)
         for (uint64_t size : preferred_sizes)
             if (size >= least && size - least <= preferred_slack) return size;
+    if (!exception) return smallest_of_middle_radices(least);
     uint64_t size = least;
-    while (!is_smooth(size) || !(exception || cuts_into_middle_radices(size))) ++size;
+    while (!is_smooth(size)) ++size;
     return size;
 }

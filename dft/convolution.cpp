@@ -23,7 +23,9 @@ bool plan_subplan(fft_plan* plan, int64_t length) {
 
 bool attach_convolution(fft_plan* plan, uint64_t length, uint64_t stage_count, uint64_t table_words) {
     const uint64_t n = plan->dims[0].n;
-    const uint64_t working_copy = has_unit_strides(*plan) ? n : 2 * n;
-    return attach_buffer(plan, 8 * (length + working_copy)) &&
-           attach_aux(plan, 8 * (n + stage_record_words * stage_count + table_words)) && plan_subplan(plan, length);
+    const uint64_t buffer = 8 * (length + (has_unit_strides(*plan) ? n : 2 * n));
+    const uint64_t aux = 8 * (n + stage_record_words * stage_count + table_words);
+    const uint64_t subplan = 16 * length;  // its buffer and its tables, at least
+    return fits_into_memory(buffer + aux + subplan) && attach_buffer(plan, buffer) && attach_aux(plan, aux) &&
+           plan_subplan(plan, length);
 }

@@ -10,9 +10,11 @@
 #include "dft/stage_list.h"
 #include "planner/solver.h"
 
-// One complex transform with a radix that no kernel covers. Upsampling's private copies are left to others.
+// One complex transform with a radix that no kernel covers. Upsampling's private copies are left to others. Factors are
+// looked for only where there is memory for the tables, so that none is long to find.
 inline bool accepts_large_prime_factor(const fft_plan& p) {
-    return is_one_complex_transform(p) && has_large_prime_factor(p.dims[0].n) && p.private_copy == 0;
+    return is_one_complex_transform(p) && has_large_prime_factor(p.dims[0].n) && p.private_copy == 0 &&
+           fits_into_memory(16 * static_cast<uint64_t>(p.dims[0].n));
 }
 
 // Attaches `buffer`, an `aux` with `table_words` 64-bit words for the solver's tables, and the planned subplan of

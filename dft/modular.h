@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Arithmetic modulo a prime below 2^31, exact.
+// Arithmetic modulo a prime below 2^62, exact.
 #pragma once
 #include <cstdint>
 

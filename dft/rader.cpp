@@ -30,7 +30,7 @@ rader_tables tables_in(void* aux, uint64_t q) {
 }
 
 // The greedy cut leaves all primes above 37 in the first radix; a product of several isn't a case for Rader.
-bool accepts_radix(uint64_t p) { return is_prime(p) && !has_large_prime_factor(p - 1); }
+bool accepts_radix(uint64_t p) { return !has_large_prime_factor(p - 1) && is_prime(p); }
 
 bool is_faster_by_bluestein(const fft_plan& p) {
     return !is_measured(p) && (p.dims[0].n % 47 == 0 || p.dims[0].n % 59 == 0);

@@ -1,6 +1,6 @@
 /* SPDX-License-Identifier: Apache-2.0 */
 /*
- * qfftf: single-precision discrete Fourier transforms for 64-bit Arm servers (SVE at 256 bits). For C99 and C++.
+ * qfftf: single-precision discrete Fourier transforms for 64-bit Arm machines. For C99 and C++.
  *
  * Make a plan for a problem, execute it as often as you like, destroy it:
  *
@@ -21,9 +21,9 @@
  *   or no memory. Execute and housekeeping calls do nothing when they are given a null pointer.
  * - Planning with QSL_FFTF_RULES never touches the arrays, which may be null if the plan is only executed on other
  *   arrays (both null counts as in place). Planning with QSL_FFTF_MEASURED runs transforms on them and overwrites both.
- * - Any number of threads may plan at once. Different plans may be executed on different threads at once. One plan may
- *   be executed by several threads at once, on different arrays, as long as at most one of these threads has ever made
- *   a plan: a thread that has made one works in the storage of the plan, any other brings storage of its own.
+ * - Any number of threads may plan at once, and any number may execute at once, different plans or one plan on different
+ *   arrays. A plan's working storage is lent to one execution at a time; an execution that finds it lent, and any on a
+ *   thread that has never made a plan, allocates storage of its own, or does nothing at all where memory is short.
  *
  * Fortran: every planning, execute, memory and thread call below has a twin of the same name with a trailing underscore
  * that takes its integers and plans by address (not qsl_fftf_plan_upsampling_2d, qsl_fftf_plan_with_nthreads_local,
@@ -191,8 +191,8 @@ QFFTF_API qsl_fftf_plan qsl_fftf_plan_many_r2r(int rank, const int* n, int howma
 
 /* Fourier interpolation of a real image of n0 x n1 samples to m0 x m1 samples, m0 >= n0 and m1 >= n1, both contiguous
  * and apart. Output (p, q) is the image at row (p + shift_x) n0 / m0 and column (q + shift_y) n1 / m1, continued
- * periodically, times n0 n1 / (m0 m1). Only the first execution by a thread that has made a plan is exact: make a new
- * plan for another image, or execute on a thread that has made none. */
+ * periodically, times n0 n1 / (m0 m1). Only the first execution in the plan's own storage is exact, which is where a
+ * thread that has made a plan works: make a new plan for another image, or execute on a thread that has made none. */
 QFFTF_API qsl_fftf_plan qsl_fftf_plan_upsampling_2d(int n0, int n1, int m0, int m1, float* in, float* out,
                                                     unsigned flags, float shift_x, float shift_y);
 
@@ -317,8 +317,8 @@ QFFTF_API void qsl_fftf_free(void* pointer);
 /* Prepares the team; returns 1. Optional, but for the tarn library, whose executor groups it makes room for. */
 QFFTF_API int qsl_fftf_init_threads(void);
 
-/* Ends the threads that the library keeps. No plan may be executing. Plans stay valid; those with several threads run
- * again after qsl_fftf_init_threads or qsl_fftf_plan_with_nthreads. */
+/* Ends the threads that the library keeps. No plan may be executing. Plans stay valid: the next execution of one with
+ * several threads makes new threads (under the tarn library after qsl_fftf_init_threads). */
 QFFTF_API void qsl_fftf_cleanup_threads(void);
 
 /* Sets how many threads the plans made from now on use, whichever thread makes them: n is cut to 1 to 512. Finished
@@ -351,7 +351,7 @@ typedef struct qfft_version {
 /* Fills the record with zero-terminated texts (bytes behind a terminator are left alone) and returns 1; 0 for null. */
 QFFTF_API int QFFTGetVersion(qfft_version* record);
 
-/* The version of the transforms, as zero-terminated text. */
+/* qsl_fftf_version: the version of the transforms, as zero-terminated text. */
 QFFTF_API extern const char qsl_fftf_version[50];
 
 /* ---- Lengths ----------------------------------------------------------------------------------------------------- */

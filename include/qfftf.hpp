@@ -12,7 +12,7 @@
 
 #if __cplusplus < 202002L
 #error "qfftf.hpp needs C++20 (-std=c++20); older C++ programs include qfftf.h"
-#endif
+#else
 
 #include <qfftf.h>
 
@@ -260,8 +260,8 @@ inline std::span<float> as_floats(std::span<complex> array) {
     return {reinterpret_cast<float*>(array.data()), 2 * array.size()};
 }
 
-// A plan for every thread that asks, each made by its thread: for programs in which several threads transform at once
-// and make plans too, where sharing one plan isn't allowed.
+// A plan for every thread that asks, each made by its thread. Threads may share one plan; with plans of their own none
+// of their executions allocates.
 template <class Plan>
 class per_thread {
 public:
@@ -292,4 +292,5 @@ inline void set_threads(int n) { qsl_fftf_plan_with_nthreads(n); }
 
 }  // namespace qfftf
 
-#endif
+#endif  // C++20
+#endif  // QFFTF_HPP

@@ -6,7 +6,8 @@
 
 namespace {
 
-// The problem and nothing that a solver attaches; `blocked_child` and `private_copy_stride` stay behind on purpose.
+// The problem and nothing that a solver attaches or that tells of its storage; `blocked_child` and
+// `private_copy_stride` stay behind on purpose.
 void copy_problem(fft_plan* dst, const fft_plan* src) {
     dst->kind = src->kind;
     dst->sign = src->sign;
@@ -72,6 +73,7 @@ void fft_plan_clear_subplans(fft_plan* plan) {
 void fft_plan_clear(fft_plan* plan) {
     if (!plan) return;
     fft_plan_clear_subplans(plan);
+    plan->lending = plan->scratch_lines = plan->brought_lines = 0;
     if (plan->buffer) {
         qsl_fftf_free(plan->buffer);
         plan->buffer = nullptr;

@@ -51,13 +51,16 @@ using execute_function = void (*)(fft_plan* plan, float* in, float* out);
 using execute_split_function = void (*)(fft_plan* plan, float* in_re, float* in_im, float* out_re, float* out_im);
 
 struct fft_plan {
-    uint32_t kind;  // plan_kind
-    int64_t sign;   // -1 forward, +1 backward, 0 where a transform has no direction
-    int64_t split;  // split_arrays or interleaved_arrays
+    uint32_t kind;     // plan_kind
+    uint32_t lending;  // storage_lending, in padding like the next two; see planner/scratch.h
+    int64_t sign;      // -1 forward, +1 backward, 0 where a transform has no direction
+    int64_t split;     // split_arrays or interleaved_arrays
     int32_t rank;
+    uint32_t scratch_lines;  // what the tree takes, in lines of 64 bytes, plus 1; 0: not added up
     fft_dim dims[max_rank];  // dims[rank - 1] varies fastest
     uint32_t r2r_kind[max_rank];
     int32_t howmany_rank;
+    uint32_t brought_lines;     // what every execution brings itself, in lines of 64 bytes
     fft_dim howmany[max_rank];  // howmany[0] is the batch that a batch solver peels off first
     float* in;                  // in split form the real part
     float* in_imag;

@@ -20,7 +20,7 @@ constexpr int get_sve_length = 51, sve_length_mask = 0xffff;
 
 bool processor_has(unsigned long features) { return (getauxval(AT_HWCAP) & features) == features; }
 #else
-constexpr unsigned long has_atomics = 0, has_complex = 0, has_sve = 0;
+constexpr unsigned long has_atomics = 0, has_complex = 0;
 
 bool processor_has(unsigned long) { return false; }
 #endif

@@ -21,13 +21,13 @@ using real_kernel = void (*)(float* a0, float* a1, float* b0, float* b1, const i
 using redft00_kernel = void (*)(const float* in, float* out, const int64_t* in_offsets, const int64_t* out_offsets,
                                 int64_t count, int64_t d0, int64_t d1);
 
-// Null for a size that the family lacks, or above 128 (the tables end there).
+// Null for a size that the family lacks.
 real_kernel lookup_r2c_direct(const fft_plan* plan, uint64_t size);
 real_kernel lookup_c2r_direct(const fft_plan* plan, uint64_t size);
 real_kernel lookup_r2c_many(const fft_plan* plan, uint64_t size);
 real_kernel lookup_c2r_many(const fft_plan* plan, uint64_t size);
 
-// Short lists of (size, kernel) that a solver searches.
+// Short lists of (size, kernel) that a solver searches. The last row has size 0 and no kernel.
 struct real_kernel_row {
     uint64_t size;
     real_kernel kernel;
@@ -36,10 +36,10 @@ struct redft00_kernel_row {
     uint64_t size;
     redft00_kernel kernel;
 };
-extern const real_kernel_row r2hc_quad[5];
-extern const real_kernel_row r2hc_loop[5];
-extern const real_kernel_row hc2r_loop[5];
-extern const redft00_kernel_row redft00_loop[4];
+extern const real_kernel_row r2hc_quad[];
+extern const real_kernel_row r2hc_loop[];
+extern const real_kernel_row hc2r_loop[];
+extern const redft00_kernel_row redft00_loop[];
 
 // One stage of the chain of Hermitian stages (Sorensen et al. 1987). Before the stage, `done` sequences are interleaved
 // element by element, each the non-negative half of a Hermitian spectrum: row k of branch b stands at k done + b.

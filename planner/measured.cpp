@@ -42,6 +42,7 @@ public:
             if (!plan) return false;
             if (row.solve(plan) == accepted) {
                 plan->solver_name = row.name;
+                settle_storage(plan);
                 plans_[count_++] = plan;
             } else {
                 fft_plan_free(plan);

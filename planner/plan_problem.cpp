@@ -7,6 +7,7 @@
 #include "planner/solver_table.h"
 #include "threads/thread_state.h"
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -16,6 +17,7 @@ int walk_by_rules(fft_plan* plan) {
         fft_plan_clear(plan);  // ahead of row 0 as well: the record may have been planned before
         if (row.solve(plan) == accepted) {
             plan->solver_name = row.name;
+            settle_storage(plan);
             return accepted;
         }
     }
@@ -48,6 +50,13 @@ int keep_the_fastest(fft_plan** slot, int by_rules, fft_plan* saved, const clock
     return result;
 }
 
+// Whatever its solver, a transform keeps tables of half its length or more.
+bool tables_fit_into_memory(const fft_plan& p) {
+    for (int k = 0; k < p.rank; ++k)
+        if (p.dims[k].n > 0 && !fits_into_memory(4 * std::min<uint64_t>(p.dims[k].n, UINT64_MAX / 4))) return false;
+    return true;
+}
+
 void finish_tree(fft_plan* plan) {
     for (int i = 0; i < plan->subplan_count; ++i) finish_tree(plan->subplans[i]);
 }
@@ -58,6 +67,7 @@ int plan_problem(fft_plan** slot) {
     fft_plan* plan = *slot;
     if (!plan) return refused;
     this_thread_state().use_plan_buffer = 1;
+    if (!tables_fit_into_memory(*plan)) return refused;
     const clock_reading start = read_clock();
     const bool has_arrays = plan->in && plan->out && has_imaginary_arrays(*plan);  // nothing runs without
     const bool measured = plan->flags == plan_flag_measured && has_arrays;

@@ -10,6 +10,10 @@
 constexpr int accepted = 0;
 constexpr int refused = -1;
 
+// False when the machine's memory can't hold so many bytes. What only such storage would serve isn't begun: a length
+// that can't be planned is refused at once.
+bool fits_into_memory(uint64_t bytes);
+
 // Attaches zeroed storage of this size, recorded so that fft_plan_clear releases it. False when memory is short.
 bool attach_buffer(fft_plan* plan, uint64_t bytes);
 bool attach_aux(fft_plan* plan, uint64_t bytes);

@@ -2,15 +2,33 @@
 // How solvers attach storage and subplans to a record.
 #include "planner/solver.h"
 
+#include <unistd.h>
+
+bool fits_into_memory(uint64_t bytes) {
+    constexpr uint64_t any_machine_has = uint64_t{1} << 28;
+    if (bytes <= any_machine_has) return true;
+    const long pages = sysconf(_SC_PHYS_PAGES), page = sysconf(_SC_PAGESIZE);
+    return pages <= 0 || page <= 0 || bytes / static_cast<uint64_t>(page) < static_cast<uint64_t>(pages);
+}
+
+namespace {
+
+// Together with what the record has: allocators give more than there is, as long as nobody writes to it.
+void* new_storage(uint64_t bytes, uint64_t held) {
+    return bytes + held >= bytes && fits_into_memory(bytes + held) ? qsl_fftf_malloc(bytes) : nullptr;
+}
+
+}  // namespace
+
 bool attach_buffer(fft_plan* plan, uint64_t bytes) {
     qsl_fftf_free(plan->buffer);
-    plan->buffer = qsl_fftf_malloc(bytes);
+    plan->buffer = new_storage(bytes, plan->aux ? plan->aux_size : 0);
     plan->buffer_size = bytes;
     return plan->buffer != nullptr;
 }
 
 bool attach_aux(fft_plan* plan, uint64_t bytes) {
-    plan->aux = qsl_fftf_malloc(bytes);
+    plan->aux = new_storage(bytes, plan->buffer ? plan->buffer_size : 0);
     if (!plan->aux) return false;
     plan->aux_size = bytes;
     plan->aux_owned = 1;

@@ -74,9 +74,8 @@ inline bool attach_redft00_direct_aux(fft_plan* plan, redft00_kernel kernel) {
 }
 
 // The kernel of a size in one of the short lists, or null.
-template <class row, size_t rows>
-auto kernel_of_size(const row (&list)[rows], int64_t n) -> decltype(row::kernel) {
-    for (const row& r : list)
-        if (static_cast<int64_t>(r.size) == n) return r.kernel;
-    return nullptr;
+template <class row>
+auto kernel_of_size(const row* list, int64_t n) -> decltype(row::kernel) {
+    while (list->size != 0 && static_cast<int64_t>(list->size) != n) ++list;
+    return list->kernel;
 }

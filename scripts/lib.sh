@@ -23,12 +23,19 @@ fail() {
     exit 1
 }
 
+# make_build_folder: everything that a script writes goes there.
+make_build_folder() {
+    mkdir -p build 2>/dev/null && [ -w build ] ||
+        fail "$root/build cannot be written; the scripts put all that they make there"
+}
+
 # absolute PATH: a path that the user named, from where the user called.
 absolute() { (cd "$called_from" && realpath -m -- "$1"); }
 
 # step TEXT: begins the next of $steps_total steps. A script that runs within another shows that one's step before
 # its own, as in "[demo 1/3 > build 2/4, 12 s]".
 step() {
+    make_build_folder
     step_number=$((step_number + 1))
     echo "[${QFFTF_WITHIN:-}${script_name} ${step_number}/${steps_total}, ${SECONDS} s] $*"
 }
@@ -61,11 +68,14 @@ choose_preset() {
     esac
 }
 
-# Before anything runs natively: a clear sentence in place of an illegal instruction.
-check_processor() {
-    [ "$machine" = aarch64 ] || return 0
-    "${CC:-clang-19}" -O1 -o build/check_processor scripts/check_processor.c
-    build/check_processor || fail "this machine cannot run the library"
+# The highest level of the library (interface/level.h) that this Arm machine has: unit tests link its inner library.
+native_level() {
+    local features
+    features=" $(sed -n '/^Features/{s/.*: *//p;q}' /proc/cpuinfo) "
+    case $features in
+        *" fcma "*) [ "$(cat /proc/sys/abi/sve_default_vector_length 2>/dev/null)" = 32 ] && echo sve || echo fcma ;;
+        *) echo neon ;;
+    esac
 }
 
 # --- packages ---------------------------------------------------------------------------------------------------
@@ -81,10 +91,10 @@ run_packages() {
 }
 
 fortran_package() { [ "$machine" = aarch64 ] && echo gfortran || echo gfortran-aarch64-linux-gnu; }
-# The last row is what the documents' programs on other libraries need.
+# The last row is what the documents need: their programs on other libraries, the gallery, the manual.
 test_packages() {
     echo libclang-rt-19-dev llvm-19 pkgconf python3 $(fortran_package)
-    echo libc6-dev libfftw3-dev libkissfft-dev python3-numpy $(demo_packages)
+    echo libc6-dev libfftw3-dev libkissfft-dev python3-numpy $(demo_packages) $(docs_packages)
 }
 demo_packages() { echo pkgconf gnuplot-nox "libsndfile1-dev$foreign" "libpng-dev$foreign"; }
 docs_packages() { echo doxygen mandoc python3; }
@@ -147,6 +157,7 @@ install_missing() {
     local missing
     missing=$(missing_packages "$@")
     [ -n "$missing" ] || return 0
+    make_build_folder
     find_root $missing
     echo "  installing" $missing
     if needs_foreign_architecture $missing; then
@@ -178,7 +189,9 @@ use_ccache() {
 configure() {
     need_build_folder
     use_ccache
-    cmake --preset "$@" >build/configure.log 2>&1 || { cat build/configure.log >&2; fail "CMake could not configure"; }
+    local level=()
+    [ "$machine-$1" != "aarch64-$native_preset" ] || level=(-D "QFFTF_TEST_LEVEL=$(native_level)")
+    cmake --preset "$@" "${level[@]}" >build/configure.log 2>&1 || { cat build/configure.log >&2; fail "CMake could not configure"; }
 }
 
 # compile PRESET [TARGET...]: every finished object is a line "[done/all, seconds] ...".
@@ -219,9 +232,12 @@ configure_example() {
         >build/configure.log 2>&1 || { cat build/configure.log >&2; fail "CMake could not configure the example $1"; }
 }
 
-# run_arm PROGRAM [ARG...]: natively, or under the emulator with SVE registers of 256 bits.
+# The emulated processor, in the emulator's words; by default one with SVE registers of 256 bits.
+emulated_processor=${QFFTF_PROCESSOR:-max,sve-default-vector-length=32}
+
+# run_arm PROGRAM [ARG...]: natively, or under the emulator.
 run_arm() {
-    if [ "$machine" = aarch64 ]; then "$@"; else qemu-aarch64 -cpu max,sve-default-vector-length=32 "$@"; fi
+    if [ "$machine" = aarch64 ]; then "$@"; else qemu-aarch64 -cpu "$emulated_processor" "$@"; fi
 }
 
 # unpack_package NAME FOLDER: a Debian package's files in FOLDER/NAME, without installing it.

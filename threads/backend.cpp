@@ -20,6 +20,7 @@ const thread_operations& backend() {
 
 // Runs when the library is loaded, before any thread can enter it.
 [[gnu::constructor]] void choose_backend() {
+    watch_forks();
     const char* wish = getenv("QSL_FFT_THREAD_TYPE");
     if (!wish) return;
     if (strcmp(wish, "OMP") == 0) thread_backend = backend_openmp;

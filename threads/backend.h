@@ -24,6 +24,12 @@ extern const thread_operations tarn_operations;
 // True when the optional run-time library was found beside this one and has all its functions. Called once, at load.
 bool tarn_load();
 
+// Sets up what happens at a fork. Called once, at load.
+void watch_forks();
+
+// In a child, where the OpenMP run-time library still counts on threads that are gone: loops run on their caller.
+void openmp_start_anew();
+
 // A back-end whose threads are placed by somebody else has no limit, no mode to set and nothing to refresh.
 namespace unplaced {
 inline uint64_t limit_nthreads(uint64_t requested) { return requested; }

@@ -16,11 +16,19 @@ int omp_get_thread_num(void);
 namespace {
 
 std::atomic<uint64_t> omp_nthreads{1};
+std::atomic<bool> team_is_lost{false};  // in the child of a fork
 
 struct region {
     parallel_loop loop;
     uint64_t use_plan_buffer;  // of the thread that entered the region
 };
+
+void run_on_caller(const parallel_loop& loop) {
+    for (uint64_t index = 0; index < loop.parts; ++index) {
+        parallel_task task = {loop.chunk, index, 0, loop.closure};
+        loop.body(&task);
+    }
+}
 
 // Thread i of t takes parts / t neighbouring partitions, and the first parts % t threads take one more. The threads of
 // a team are the program's own, so that each gets its own word back.
@@ -39,6 +47,7 @@ void run_share(void* data) {
 }
 
 void run(const parallel_loop& loop) {
+    if (team_is_lost.load(std::memory_order_relaxed)) return run_on_caller(loop);
     region r = {loop, this_thread_state().use_plan_buffer};
     GOMP_parallel(run_share, &r, static_cast<unsigned>(loop.parts), 0);
 }
@@ -53,6 +62,8 @@ void plan_with_nthreads(uint64_t nthreads) { omp_nthreads.store(nthreads, std::m
 void plan_with_nthreads_local(uint64_t nthreads) { this_thread_state().omp_local_nthreads = nthreads; }
 
 }  // namespace
+
+void openmp_start_anew() { team_is_lost.store(true, std::memory_order_relaxed); }
 
 const thread_operations openmp_operations = {
     .get_nthreads = get_nthreads,

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The pool's loop. The caller hands all partitions but the last to workers, runs the last one, and collects the
-// workers. With enough idle workers it allocates nothing, and below spin_threshold it makes no system call.
+// workers. With enough idle workers it allocates nothing, and below spin_threshold it makes no system call, unless
+// workers are asleep.
 #include "threads/pool.h"
 
 #include "threads/partition.h"
@@ -14,7 +15,7 @@ void hand_over(pool_worker& worker, const parallel_loop& loop, uint64_t index) {
     worker.body = loop.body;
     worker.task.chunk = loop.chunk;
     if (worker.spins)
-        worker.control.store(reinterpret_cast<uintptr_t>(&worker), std::memory_order_release);
+        pool_order(worker, reinterpret_cast<uintptr_t>(&worker));
     else
         sem_post(&worker.start_sem);
 }

@@ -19,14 +19,29 @@ constexpr uint64_t control_running = 1;
 constexpr uint64_t control_exit = ~uint64_t{0};
 
 struct pool_worker {
-    sem_t start_sem;     // posted to hand over a job or the order to exit (waiting workers)
+    sem_t start_sem;     // posted to hand over a job or the order to exit (waiting workers, and spinning ones asleep)
     sem_t done_sem;      // posted by the worker when a job ends (waiting workers)
     parallel_body body;  // null orders a waiting worker to exit
     parallel_task task;  // its reserved word holds the caller's use_plan_buffer
     pool_worker* next_free;
     std::atomic<uint64_t> control;
     bool spins;  // the mode it was born in, for life: the count may cross spin_threshold while it lives
+    bool naps;   // a spinning worker that goes to sleep when it has been idle for a while; for life, too
+    std::atomic<uint32_t> asleep;  // or about to be
 };
+
+// QSL_FFT_IDLE=SLEEP, as it stood when the pool was initialised: new workers nap.
+extern std::atomic<bool> pool_workers_nap;
+
+// How long a worker that naps spins first. Users are told of 50 microseconds at the most.
+constexpr int64_t nap_after_nanoseconds = 40'000;
+
+// Writes the control word of a spinning worker and wakes the worker if it sleeps. The order of the two accesses, and of
+// the worker's (asleep, then control), leaves no moment in which both miss each other.
+inline void pool_order(pool_worker& worker, uint64_t order) {
+    worker.control.store(order, worker.naps ? std::memory_order_seq_cst : std::memory_order_release);
+    if (worker.naps && worker.asleep.load(std::memory_order_seq_cst)) sem_post(&worker.start_sem);
+}
 
 extern std::atomic<uint64_t> pool_nthreads;  // the count for all threads; with local counts the sum of all teams
 
@@ -51,6 +66,12 @@ void pool_init();
 
 // Ends the idle workers and destroys the semaphores. Nothing where the pool wasn't initialised.
 void pool_cleanup();
+
+// Around a fork: the pool stands still, and the child's has no workers. Their records stay where they are: a child may
+// not rely on the heap before it calls exec.
+void pool_hold();
+void pool_let_go();
+void pool_start_anew();
 
 // The worker that was given back last, or a new one; null when none can be made.
 pool_worker* pool_take_worker(uint64_t use_plan_buffer);

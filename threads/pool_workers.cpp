@@ -3,9 +3,12 @@
 #include "threads/pool.h"
 #include "threads/thread_state.h"
 
+#include <strings.h>
 #include <cstdlib>
+#include <ctime>
 
 std::atomic<uint64_t> pool_nthreads{1};
+std::atomic<bool> pool_workers_nap{false};
 sem_t pool_lock;
 
 namespace {
@@ -20,12 +23,37 @@ void run_job(pool_worker& self) {
     self.body(&self.task);
 }
 
+bool is_order(uint64_t word) { return word != control_idle && word != control_running; }
+
+int64_t nanoseconds_now() {
+    timespec now;
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return int64_t{now.tv_sec} * 1'000'000'000 + now.tv_nsec;
+}
+
 // No pause and no back-off: the next job should start at once.
-void spin_for_jobs(pool_worker& self) {
+uint64_t spin_for_order(const pool_worker& self) {
+    for (;;)
+        if (const uint64_t order = self.control.load(std::memory_order_acquire); is_order(order)) return order;
+}
+
+// The same for a while; a post may be left over from an order that was seen without it, and then the worker wakes once
+// for nothing.
+uint64_t nap_for_order(pool_worker& self) {
     for (;;) {
-        const uint64_t order = self.control.load(std::memory_order_acquire);
-        if (order == control_exit) break;
-        if (order == control_idle || order == control_running) continue;
+        const int64_t end = nanoseconds_now() + nap_after_nanoseconds;
+        do {
+            for (int i = 0; i < 64; ++i)
+                if (const uint64_t order = self.control.load(std::memory_order_acquire); is_order(order)) return order;
+        } while (nanoseconds_now() < end);
+        self.asleep.store(1, std::memory_order_seq_cst);
+        if (!is_order(self.control.load(std::memory_order_seq_cst))) wait_through_signals(&self.start_sem);
+        self.asleep.store(0, std::memory_order_relaxed);
+    }
+}
+
+void spin_for_jobs(pool_worker& self) {
+    while ((self.naps ? nap_for_order(self) : spin_for_order(self)) != control_exit) {
         self.control.store(control_running, std::memory_order_relaxed);
         run_job(self);
         self.control.store(control_idle, std::memory_order_release);
@@ -77,6 +105,7 @@ pool_worker* make_worker() {
     sem_init(&worker->done_sem, 0, 0);
     worker->control.store(control_idle, std::memory_order_relaxed);
     worker->spins = pool_nthreads.load(std::memory_order_relaxed) < spin_threshold;
+    worker->naps = worker->spins && pool_workers_nap.load(std::memory_order_relaxed);
     if (start_thread(worker)) return worker;
     release(worker);
     return nullptr;
@@ -106,7 +135,7 @@ void pool_end_idle_workers() {
         worker->body = nullptr;
         pool_free_list = worker->next_free;
         if (worker->spins)
-            worker->control.store(control_exit, std::memory_order_release);
+            pool_order(*worker, control_exit);
         else
             sem_post(&worker->start_sem);
         wait_through_signals(&pool_exit_sem);
@@ -114,26 +143,54 @@ void pool_end_idle_workers() {
     }
 }
 
+namespace {
+
+void make_semaphores() {
+    sem_init(&pool_lock, 0, 1);
+    sem_init(&pool_exit_sem, 0, 0);
+    pool_free_list = nullptr;
+}
+
+}  // namespace
+
 // Tested without the mutex first; a loop comes here every time.
 void pool_init() {
     if (pool_initialised.load(std::memory_order_acquire)) return;
     pthread_mutex_lock(&pool_init_mutex);
     if (!pool_initialised.load(std::memory_order_relaxed)) {
-        sem_init(&pool_lock, 0, 1);
-        sem_init(&pool_exit_sem, 0, 0);
-        pool_free_list = nullptr;
+        make_semaphores();
+        const char* idle = getenv("QSL_FFT_IDLE");
+        pool_workers_nap.store(idle && strcasecmp(idle, "SLEEP") == 0, std::memory_order_relaxed);
         pool_initialised.store(1, std::memory_order_release);
     }
     pthread_mutex_unlock(&pool_init_mutex);
 }
 
 void pool_cleanup() {
-    if (!pool_initialised.load(std::memory_order_acquire)) return;
-    {
-        pool_guard guard;
-        pool_end_idle_workers();
+    pthread_mutex_lock(&pool_init_mutex);
+    if (pool_initialised.load(std::memory_order_relaxed)) {
+        {
+            pool_guard guard;
+            pool_end_idle_workers();
+        }
+        sem_destroy(&pool_lock);
+        sem_destroy(&pool_exit_sem);
+        pool_initialised.store(0, std::memory_order_release);
     }
-    sem_destroy(&pool_lock);
-    sem_destroy(&pool_exit_sem);
-    pool_initialised.store(0, std::memory_order_release);
+    pthread_mutex_unlock(&pool_init_mutex);
+}
+
+void pool_hold() {
+    pthread_mutex_lock(&pool_init_mutex);
+    if (pool_initialised.load(std::memory_order_relaxed)) wait_through_signals(&pool_lock);
+}
+
+void pool_let_go() {
+    if (pool_initialised.load(std::memory_order_relaxed)) sem_post(&pool_lock);
+    pthread_mutex_unlock(&pool_init_mutex);
+}
+
+void pool_start_anew() {
+    if (pool_initialised.load(std::memory_order_relaxed)) make_semaphores();
+    pthread_mutex_unlock(&pool_init_mutex);
 }

@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/plan_size.h"
 
-#include "planner/scratch.h"
-
 #include <cmath>
 
 uint64_t plan_bytes(const fft_plan& plan) {
@@ -13,7 +11,12 @@ uint64_t plan_bytes(const fft_plan& plan) {
     return bytes;
 }
 
-uint64_t execution_bytes(const fft_plan& plan) { return scratch_of_tree(plan); }
+uint64_t execution_bytes(const fft_plan& plan) {
+    constexpr uint64_t alignment = 64;  // of each record's share in the one block that is allocated
+    uint64_t bytes = plan.buffer ? (plan.buffer_size + alignment - 1) / alignment * alignment : 0;
+    for (int i = 0; i < plan.subplan_count; ++i) bytes += execution_bytes(*plan.subplans[i]);
+    return bytes;
+}
 
 double plan_operations(const fft_plan& plan) {
     const auto product = [](const fft_dim* dims, int count) {

@@ -33,7 +33,7 @@ constexpr char plan_legend[] = R"(A tree shows a problem, and under it what take
     =                               in place;  split: real and imaginary parts in two arrays
     8 x c2c- 64                     eight equal subproblems, as the threads of a batch have them
 
-        c2c_1d_sve > 1d_two_stages_sve 32 32  buffer 8192  aux 8344
+        c2c_1d_sve > 1d_two_stages_sve 32 32  buffer 8192  aux 8520
         the solver > the function that it runs, the radices of its stages, and its storage in bytes:
         buffer  scratch of executions;  aux  tables and kernel pointers, or borrowed: another record's
 

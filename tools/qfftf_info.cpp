@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // qfftf-info: what machine this is, at which level the library works here, which version it is and how it will use
 // threads.
+#include "bench/near_word.h"
 #include "include/qfftf.h"
 #include "interface/level.h"
 #include "threads/threads.h"
@@ -11,7 +12,10 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fstream>
+#include <span>
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -52,6 +56,35 @@ std::string environment_text(const char* name) {
     return std::string(name) + (value ? std::string("=") + value : " not set");
 }
 
+// A value that the library doesn't know does what no value does; whoever set it meant something else.
+void flag_unknown_value(const char* name, std::span<const std::string_view> known, bool capitals_count) {
+    const char* value = getenv(name);
+    if (!value) return;
+    std::string list;
+    for (const std::string_view word : known) {
+        if (capitals_count ? word == value : bench::word_distance(word, value) == 0) return;
+        list += (list.empty() ? "" : ", ") + std::string(word);
+    }
+    printf("%-14s %s=%s is unknown and does nothing%s (known: %s)\n", "warning", name, value,
+           bench::did_you_mean(value, known).c_str(), list.c_str());
+}
+
+void flag_unknown_values() {
+    constexpr std::string_view teams[] = {"OMP", "TARN"}, places[] = {"SPREAD", "CLOSE", "NO"};
+    flag_unknown_value("QSL_FFT_THREAD_TYPE", teams, true);
+    flag_unknown_value("QSL_FFT_AFFINITY", places, false);
+    std::vector<std::string_view> levels;
+    for (const inner_library* const* level = inner_libraries; *level; ++level) levels.emplace_back((*level)->name);
+    flag_unknown_value("QSL_FFT_LEVEL", levels, true);
+}
+
+constexpr char usage[] =
+    "usage: qfftf-info [--help | --version]\n"
+    "Tells what machine this is and whether the library can run here, the versions of the package and of what the\n"
+    "library reports, which team of threads it will use and where it will place them, and environment variables of "
+    "the\n"
+    "library that have a value which it doesn't know.\n";
+
 void show_machine() {
     utsname system = {};
     uname(&system);
@@ -71,14 +104,22 @@ std::string level_text() {
 
 }  // namespace
 
-int main() {
+int main(int argc, char** argv) {
+    if (argc > 1) {
+        const std::string word = argv[1];
+        const bool help = word == "--help" || word == "-h", known = help || word == "--version";
+        fputs(help ? usage : known ? "qfftf-info " QFFTF_VERSION "\n" : usage, known ? stdout : stderr);
+        return known ? 0 : 2;
+    }
     qfft_version version;
     QFFTGetVersion(&version);
     show_machine();
+    show("package", "qfftf " QFFTF_VERSION);
     show("version", std::string(version.module_name) + " " + version.module_version + ", " + qsl_fftf_version);
     show("level", level_text());
     show("threads", backend_text() + " (" + environment_text("QSL_FFT_THREAD_TYPE") + ")");
     show("placement", placement_text() + " (" + environment_text("QSL_FFT_AFFINITY") + ")");
+    flag_unknown_values();
     puts("The library can run here.");
     return 0;
 }

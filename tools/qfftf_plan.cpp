@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // qfftf-plan: how the library solves a problem, or why it refuses it.
+#include "interface/level.h"
 #include "planner/plan_tree.h"
 #include "tools/explained_plan.h"
 #include "tools/plan_json.h"
@@ -77,6 +78,8 @@ int main(int argc, char** argv) {
         } else
             words.push_back(argv[i]);
     }
+    if (how == form::tree && !lengths && !words.empty())
+        printf("level %s: %s\n", level_at_work().name, level_at_work().description);
     for (const char* word : words) {
         try {
             if (lengths)

@@ -9,7 +9,8 @@ import tempfile
 from dataclasses import dataclass, field
 
 HERE = pathlib.Path(__file__).parent
-PROCESSOR = "max,sve-default-vector-length=32"  # of the emulator; 32 bytes: SVE at 256 bits
+PROCESSOR = "max,sve-default-vector-length=32"  # 32 bytes: SVE at 256 bits
+EMULATOR = ["qemu-aarch64", "-cpu", PROCESSOR]
 
 
 @dataclass

@@ -32,7 +32,10 @@ inline complex4 add_i(complex4 a, complex4 b) {
 inline complex4 sub_i(complex4 a, complex4 b) {
     return {neon_complex::sub_i(a.lo, b.lo), neon_complex::sub_i(a.hi, b.hi)};
 }
-inline complex4 mul(complex4 a, complex4 b) { return {neon_complex::mul(a.lo, b.lo), neon_complex::mul(a.hi, b.hi)}; }
+inline complex4 mul(complex4 a, complex4 b) {
+    const float32x4_t zero = vdupq_n_f32(0);
+    return {neon_complex::fma_complex(zero, a.lo, b.lo), neon_complex::fma_complex(zero, a.hi, b.hi)};
+}
 inline complex4 fma_conjugate(complex4 sum, complex4 a, complex4 b) {
     return {neon_complex::fma_conjugate(sum.lo, a.lo, b.lo), neon_complex::fma_conjugate(sum.hi, a.hi, b.hi)};
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Complex arithmetic on NEON registers, real part first: by the Armv8.3 instructions or, where there are none, by
-// reversed pairs and signs. A product by +1 or -1 is exact, so rotated additions round alike; products of two complex
-// numbers may differ in the order of their two roundings. fma_i takes the imaginary parts of k alone.
+// reversed pairs and signs. A product by +1 or -1 is exact, so both round alike, but for `mul`, whose imaginary part
+// takes its two products in the other order. fma_i takes the imaginary parts of k alone.
 #pragma once
 #include "kernels/ops/inline.h"
 
@@ -19,6 +19,9 @@ namespace neon_complex {
     OPS_INLINE vec fms_i(vec a, vec b, vec k) { return vcmla##q##_rot270_##type(a, k, b); }   \
     OPS_INLINE vec mul(vec a, vec w) {                                                        \
         return vcmla##q##_rot90_##type(vcmla##q##_##type(vdup##q##_n_##type(0), a, w), a, w); \
+    }                                                                                         \
+    OPS_INLINE vec fma_complex(vec sum, vec a, vec w) {                                       \
+        return vcmla##q##_rot90_##type(vcmla##q##_##type(sum, a, w), a, w);                   \
     }                                                                                         \
     OPS_INLINE vec fma_conjugate(vec sum, vec a, vec w) {                                     \
         return vcmla##q##_rot270_##type(vcmla##q##_##type(sum, a, w), a, w);                  \
@@ -59,6 +62,9 @@ OPS_INLINE float64x2_t turn(float64x2_t) { return float64x2_t{-1.0, 1.0}; }
     OPS_INLINE vec fms_i(vec a, vec b, vec k) { return vfms##q##_##type(a, reversed(b), turned(k)); } \
     OPS_INLINE vec mul(vec a, vec w) {                                                                \
         return vfma##q##_##type(vmul##q##_##type(a, real_parts(w)), reversed(a), turned(w));          \
+    }                                                                                                 \
+    OPS_INLINE vec fma_complex(vec sum, vec a, vec w) {                                               \
+        return vfma##q##_##type(vfma##q##_##type(sum, real_parts(a), w), reversed(w), turned(a));     \
     }                                                                                                 \
     OPS_INLINE vec fma_conjugate(vec sum, vec a, vec w) {                                             \
         return vfms##q##_##type(vfma##q##_##type(sum, real_parts(a), w), reversed(w), turned(a));     \

@@ -30,7 +30,7 @@
 //   load_three, store_three      three adjacent numbers
 //   constants(p)                 four numbers of the pool, one for each lane
 //   load_reversed, store_reversed   the last number in the lowest lane; store_low_reversed likewise
-//   interleave_lo/_hi, evens, odds, swap_halves, swap_pairs   exchanges of lanes, see op in generator/dag.h
+//   interleave_lo/_hi, evens, odds, swap_halves, swap_pairs   exchanges of lanes, see generator/graph/dag.h
 //
 // Off Arm every name is the same template over the number of lanes, from portable.h.
 #pragma once

@@ -81,7 +81,6 @@ TEST(SplitArrays, WithoutAnImaginaryArrayNothingRuns) {
 // whoever plans that gets what a plan out of place computes.
 TEST(SplitArrays, ExchangedInPlace) {
     constexpr int64_t size = 200;
-    int planned = 0, refused = 0;
     for (const int64_t n : {1, 2, 3, 4, 8})
         for (const int64_t count : {1, 2, 3, 4}) {
             const std::pair<int64_t, int64_t> layouts[] = {{1, n}, {count, 1}, {1, n + 3}, {2, 2 * n}, {count + 1, 1}};
@@ -93,12 +92,7 @@ TEST(SplitArrays, ExchangedInPlace) {
                         const floats re = noise_of(size, 1), im = noise_of(size, 2);
                         floats a = re, b = im;
                         const auto exchanged = plan_of(c, a.data(), b.data(), b.data(), a.data());
-                        if (!exchanged) {
-                            ++refused;
-                            EXPECT_FALSE(is == os && in_distance == out_distance) << "one layout: " << text(c);
-                            continue;
-                        }
-                        ++planned;
+                        ASSERT_TRUE(exchanged) << text(c);
                         floats in_re = re, in_im = im, out_re = im, out_im = re;
                         const auto apart = plan_of(c, in_re.data(), in_im.data(), out_re.data(), out_im.data());
                         ASSERT_TRUE(apart) << text(c);
@@ -108,6 +102,4 @@ TEST(SplitArrays, ExchangedInPlace) {
                         EXPECT_EQ(a, out_im) << text(c) << "\n" << tree(*exchanged);
                     }
         }
-    EXPECT_GT(planned, 200);
-    EXPECT_GT(refused, 0);
 }

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <set>
 #include <vector>
 
@@ -64,4 +65,48 @@ TEST(BluesteinSize, LongEnoughAndSmooth) {
         EXPECT_GE(size, 2 * p - 1) << p;
         EXPECT_TRUE(has_only_factors_to_11(size)) << p;
     }
+}
+
+namespace {
+
+// The rule as it is told: divided by the first of the list that divides, again and again.
+bool cuts_into_middle_radices(uint64_t n) {
+    while (n > 1) {
+        uint64_t radix = 0;
+        for (const uint64_t r : {10, 6, 8, 9, 7, 12, 4, 2})
+            if (!radix && n % r == 0) radix = r;
+        if (!radix) return false;
+        n /= radix;
+    }
+    return true;
+}
+
+// All products of 2, 3, 5 and 7 up to a limit, sorted, of which the rule takes some.
+std::vector<uint64_t> accepted_sizes(uint64_t limit) {
+    std::vector<uint64_t> products = {1};
+    for (const uint64_t prime : {2, 3, 5, 7})
+        for (size_t i = 0; i < products.size(); ++i)
+            if (products[i] <= limit / prime) products.push_back(products[i] * prime);
+    std::erase_if(products, [](uint64_t n) { return !cuts_into_middle_radices(n); });
+    std::sort(products.begin(), products.end());
+    return products;
+}
+
+}  // namespace
+
+// Between two accepted sizes every p takes the larger one: both ends and the middle of each gap.
+TEST(BluesteinSize, TheNextAcceptedProductForLongLengths) {
+    const std::vector<uint64_t> sizes = accepted_sizes(uint64_t{1} << 52);
+    ASSERT_GT(sizes.size(), 5000u);
+    uint64_t compared = 0;
+    for (size_t i = 1; i < sizes.size(); ++i) {
+        const uint64_t first = (sizes[i - 1] + 1) / 2 + 1,
+                       last = (sizes[i] + 1) / 2;  // 2 p - 1 above one, up to the other
+        if (first < 10000 || last < first) continue;
+        for (const uint64_t p : {first, first + (last - first) / 2, last}) {
+            ASSERT_EQ(bluestein_padded_size(p), sizes[i]) << p;
+            ++compared;
+        }
+    }
+    EXPECT_GT(compared, 10000u);
 }

@@ -59,7 +59,7 @@ TEST(PlanTrees, AreThoseOfTheFile) {
     std::map<std::string, std::string> expected = expected_trees();
     EXPECT_EQ(expected.size(), problems.size());
     std::ofstream actual(PLAN_TREES_ACTUAL);
-    actual << "# problem: row execute_name [radices] (subplans), by rules\n";
+    actual << "# problem: row execute_name [radices] buffer+aux (subplans), by rules; bytes\n";
     int differences = 0;
     for (size_t i = 0; i < problems.size(); ++i) {
         if (is_left_out(problems[i], i)) continue;

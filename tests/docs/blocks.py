@@ -60,7 +60,7 @@ def blocks_of(page: pathlib.Path, text: str) -> list[Block]:
             for program in waiting:
                 program.prints = body
             waiting = []
-        elif block.is_program or block.language in ("python", "matlab"):
+        elif block.language in ("c", "cpp", "fortran", "python", "matlab"):
             waiting.append(block)
         found.append(block)
         number = before_start = closing + 1

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
-"""The documents must stay true: links lead somewhere, named files exist, and the road in ARCHITECTURE.md tells the
-lengths of its files about right and stays readable in an hour (under 900 lines).
+"""The documents must stay true: links lead somewhere, to a heading that is there, named files exist, and the road in
+ARCHITECTURE.md tells the lengths of its files about right and stays readable in an hour (under 900 lines).
 
   check_documents.py ROOT
 """
@@ -9,7 +9,7 @@ import pathlib
 import re
 import sys
 
-LINK = re.compile(r"\]\((?!https?:)([^)#\s]+)(?:#[^)]*)?\)")
+LINK = re.compile(r"\]\((?!https?:)([^)#\s]*)(?:#([^)]*))?\)")
 NAMED_FILE = re.compile(r"`((?:include|interface|planner|dft|real|batch|threads|kernels|tests|bench|examples|docs|scripts|cmake)"
                         r"/[\w./-]*)`")
 ROAD_ROW = re.compile(r"^\| \[`([^`]+)`\]\([^)]*\) \| (\d+) \|")
@@ -20,13 +20,23 @@ def documents(root: pathlib.Path) -> list[pathlib.Path]:
     return sorted(p for p in root.rglob("*.md") if "build" not in p.relative_to(root).parts[:1])
 
 
+def headings(document: pathlib.Path) -> set[str]:
+    """The names by which links reach the headings of a page."""
+    titles = re.findall(r"^#+ (.*)$", document.read_text(), re.MULTILINE)
+    return {re.sub(r"[^\w\- ]", "", title.lower()).replace(" ", "-") for title in titles}
+
+
 def complaints(root: pathlib.Path) -> list[str]:
     found = []
     for document in documents(root):
         text = document.read_text()
         name = document.relative_to(root)
-        found += [f"{name}: the link {link} leads nowhere" for link in LINK.findall(text)
-                  if not (document.parent / link).exists()]
+        for link, heading in LINK.findall(text):
+            target = document.parent / link if link else document
+            if not target.exists():
+                found.append(f"{name}: the link {link} leads nowhere")
+            elif heading and heading not in headings(target):
+                found.append(f"{name}: {link} has no heading {heading}")
         found += [f"{name}: there is no {file}" for file in NAMED_FILE.findall(text) if not (root / file).exists()]
     return found + road_complaints(root)
 

@@ -33,8 +33,8 @@ class Skipped(Exception):
 
 
 def run(command: list[str], folder: pathlib.Path, what: str, **more) -> str:
-    done = subprocess.run(command, cwd=folder, text=True, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
-                          timeout=120, **more)
+    done = subprocess.run(command, cwd=folder, text=True, stdout=subprocess.PIPE, timeout=120,
+                          **{"stderr": subprocess.STDOUT, **more})
     if done.returncode != 0:
         raise Complaint(f"{what} failed with {done.returncode}:\n{done.stdout}")
     return done.stdout
@@ -135,7 +135,8 @@ class Runner:
     def matlab(self, block: Block) -> None:
         if not shutil.which("octave-cli"):
             raise Skipped("there is no octave-cli")
-        compare(block, run(["octave-cli", "--no-gui", "--quiet", "--eval", block.text], self.folder(block), "the program"))
+        command = ["octave-cli", "--quiet", "--eval", block.text]  # which may complain of its own exit
+        compare(block, run(command, self.folder(block), "the program", stderr=subprocess.DEVNULL))
 
     def sh(self, block: Block) -> None:
         complaints = run_shell(block, self)

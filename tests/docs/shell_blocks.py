@@ -74,7 +74,7 @@ def run_shell(block, runner) -> list[str]:
     put_sources(block, runner.root, folder)
     path = f"{shims(folder, emulator)}:{runner.prefix}/bin:{os.environ['PATH']}"
     script = re.sub(r"\bDIR\b", str(runner.prefix), script)
-    script = re.sub(r"(^|&& |\| )(qfftf-\w+)", rf"\1{emulator} {runner.prefix}/bin/\2", script, flags=re.MULTILINE)
+    script = re.sub(r"(^|&& |\| |^\w+=\S+ )(qfftf-\w+)", rf"\1{emulator} {runner.prefix}/bin/\2", script, flags=re.MULTILINE)
     done = subprocess.run(["bash", "-euc", script], cwd=folder, text=True, stdout=subprocess.PIPE, timeout=120,
                           stderr=subprocess.STDOUT, env=os.environ | {"PATH": path, "PKG_CONFIG_LIBDIR": "/nonexistent"})
     if done.returncode != 0:

@@ -4,22 +4,8 @@
 # pkg-config and by CMake and run; the shared object has the right name, needs only the C, maths and OpenMP libraries,
 # and exports the names of interface/exports.map, neither more nor fewer. CMakeLists.txt sets the variables.
 set -euo pipefail
-
-work=$BUILD/tests/install/work
-rm -rf "$work"
-mkdir -p "$work"
-cd "$work"
-
-fail() {
-    echo "FAILED: $*" >&2
-    exit 1
-}
-
-# expect_same WHAT EXPECTED ACTUAL
-expect_same() {
-    diff <(echo "$2") <(echo "$3") >differences || { cat differences; fail "$1 (< expected, > found)"; }
-    echo "ok: $1"
-}
+source "$SOURCE/tests/install/checks.sh"
+enter_work work
 
 echo "--- the installed files, relocated"
 "$CMAKE" --install "$BUILD" --prefix "$work/installed_here" >install.log
@@ -33,11 +19,15 @@ include/qfftf.hpp
 lib/cmake/qfftf/qfftf-config-release.cmake
 lib/cmake/qfftf/qfftf-config-version.cmake
 lib/cmake/qfftf/qfftf-config.cmake
+lib/libqfftf.a
 lib/libqfftf.so
 lib/libqfftf.so.1
 lib/libqfftf.so.$VERSION
 lib/pkgconfig/qfftf.pc
-share/doc/qfftf/LICENSE" "$(cd prefix && find . ! -type d -printf '%P\n' | sort)"
+share/doc/qfftf/CHANGELOG.md
+share/doc/qfftf/LICENSE" "$(cd prefix && find . ! -type d -printf '%P\n' | grep -vE '^share/doc/qfftf/(user|examples)/' | sort)"
+expect_same "the installed documents and examples" "$(cd "$SOURCE" && find docs/user examples -type f | sed 's@^docs/@@' | sort)" \
+    "$(cd prefix/share/doc/qfftf && find user examples -type f | sort)"
 DESTDIR=$work/stage "$CMAKE" --install "$BUILD" --prefix /opt/qfftf >stage.log
 expect_same "DESTDIR and --prefix together" "$(cd prefix && find . | sort)" "$(cd stage/opt/qfftf && find . | sort)"
 grep -rqF -e "$work" -e "$SOURCE" --include='*.pc' --include='*.cmake' prefix && fail "an absolute path was installed"
@@ -50,10 +40,13 @@ expect_same "SONAME" libqfftf.so.1 "$soname"
 needed=$(sed -n 's/.*(NEEDED).*\[\(.*\)\]/\1/p' dynamic.txt)
 strangers=$(grep -vxE 'libc\.so\.6|libm\.so\.6|ld-linux-aarch64\.so\.1|libgomp\.so\.1' <<<"$needed" || true)
 expect_same "libraries that aren't allowed to be needed" "" "$strangers"
+readelf -lW $library >segments.txt
+grep -q 'BIND_NOW\|FLAGS_1.*NOW' dynamic.txt || fail "the shared object's symbols aren't bound at load"
+grep -q GNU_RELRO segments.txt || fail "the shared object has no segment that is read-only after binding"
+grep 'GNU_STACK' segments.txt | grep -q 'RW ' || fail "the shared object asks for an executable stack"
 grep -q TEXTREL dynamic.txt && fail "the shared object has text relocations"
 
-listed=$(sed '1,/global:/d; /local:/,$d; s@//.*@@; s@/\*.*\*/@@; s/#.*//' "$SOURCE/interface/exports.map" |
-    tr -s ' ;\n' '\n' | sed '/^$/d' | sort)
+listed=$(listed_names)
 [ -n "$listed" ] || fail "interface/exports.map lists no name"
 readelf --dyn-syms -W $library >symbols.txt
 exported=$(awk '$7 != "UND" && ($5 == "GLOBAL" || $5 == "WEAK") { print $8 }' symbols.txt | sort)
@@ -64,6 +57,11 @@ expect_same "names that the header declares and the library lacks" "" "$(comm -2
 echo "--- the tools"
 expect_same "what qfftf-info says at its end" "The library can run here." "$($EMULATOR prefix/bin/qfftf-info | tail -n 1)"
 $EMULATOR prefix/bin/qfftf-plan "c2c 1024" || fail "qfftf-plan"
+
+echo "--- a program by a plain compiler command"
+$C -o by_hand "$SOURCE/tests/install/consumer/plain.c" -Iprefix/include -Lprefix/lib -lqfftf -lm
+if [ -n "$EMULATOR" ]; then $EMULATOR -E LD_LIBRARY_PATH=prefix/lib ./by_hand; else LD_LIBRARY_PATH=prefix/lib ./by_hand; fi ||
+    fail "plain.c, built by a plain compiler command"
 
 echo "--- programs, by pkg-config"
 export PKG_CONFIG_LIBDIR=$work/prefix/lib/pkgconfig
@@ -106,6 +104,21 @@ sed '1,/^```c$/d; /^```$/,$d' "$SOURCE/README.md" >readme.c
 $C $strict -o by_pkg_config readme.c $flags
 check_example README.md "$(sed '1,/^```text$/d; /^```$/,$d' "$SOURCE/README.md")"
 
+echo "--- C++ standards, versions"
+grep -q "^#define QFFTF_VERSION \"$VERSION\"$" prefix/include/qfftf.h || fail "QFFTF_VERSION isn't $VERSION"
+cat >version.c <<'PROGRAM'
+#include <qfftf.h>
+#include <stdio.h>
+int main(void) { return printf("%d.%d.%d\n", QFFTF_VERSION_MAJOR, QFFTF_VERSION_MINOR, QFFTF_VERSION_PATCH) < 0; }
+PROGRAM
+$C $strict -o by_pkg_config version.c $flags
+expect_same "the version's three numbers" "$VERSION" "$($EMULATOR ./by_pkg_config)"
+echo '#include <qfftf.hpp>' >header.cpp
+$CXX -std=c++17 -fsyntax-only header.cpp $flags 2>errors.txt && fail "qfftf.hpp was compiled as C++17"
+grep -q 'error: "\?qfftf.hpp needs C++20' errors.txt || { cat errors.txt; fail "qfftf.hpp as C++17 gives no sentence"; }
+grep -c 'error:' errors.txt | grep -qx 1 || { cat errors.txt; fail "qfftf.hpp as C++17 gives more than a sentence"; }
+echo "ok: qfftf.hpp as C++17 is one sentence"
+
 echo "--- programs, by CMake"
 compilers=()
 [ -n "$TOOLCHAIN" ] || compilers=(-D "CMAKE_C_COMPILER=$C" -D "CMAKE_CXX_COMPILER=$CXX")
@@ -116,3 +129,23 @@ for program in plain_c complex_c plain_cpp; do
     $EMULATOR by_cmake/$program || fail "$program, built by CMake"
     echo "ok: $program"
 done
+
+echo "--- projects for another machine"
+for version in "" 1.0; do
+    cat >CMakeLists.txt <<PROJECT
+cmake_minimum_required(VERSION 3.20)
+project(other LANGUAGES NONE)
+set(CMAKE_SYSTEM_PROCESSOR riscv64)
+find_package(qfftf $version REQUIRED)
+PROJECT
+    "$CMAKE" -S . -B other_machine -D "CMAKE_PREFIX_PATH=$work/prefix" >other.log 2>&1 && fail "another machine takes the package"
+    tr -s ' \n' ' ' <other.log | grep -q "which is for aarch64 under Linux; this project is built for riscv64" ||
+        { cat other.log; fail "the refusal of another machine has no sentence"; }
+    rm -rf other_machine
+done
+echo "ok: another machine is refused by a sentence"
+
+echo "--- removal"
+"$CMAKE" --install "$BUILD" --prefix "$work/removed" >removal.log
+"$CMAKE" --build "$BUILD" --target uninstall >>removal.log
+expect_same "what is left after removal" "" "$(find removed ! -type d; find removed -name '*qfftf*')"

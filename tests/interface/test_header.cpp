@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+
 #include <complex>
 
 extern "C" int plan_with_pairs_of_floats(void);
@@ -29,4 +31,29 @@ TEST(Header, ConstantsHaveTheirDocumentedValues) {
                                        QSL_FFTF_REDFT01, QSL_FFTF_REDFT10, QSL_FFTF_REDFT11, QSL_FFTF_RODFT00,
                                        QSL_FFTF_RODFT01, QSL_FFTF_RODFT10, QSL_FFTF_RODFT11};
     for (unsigned i = 0; i < 11; ++i) EXPECT_EQ(kinds[i], i);
+}
+
+TEST(Header, GoodLengths) {
+    const auto is_good = [](int n) {
+        for (int factor : {2, 3, 5, 7})
+            while (n % factor == 0) n /= factor;
+        return n == 1;
+    };
+    int next = 0;
+    for (int n = 20000; n >= 1; --n) {
+        if (is_good(n)) next = n;
+        if (next) {
+            ASSERT_EQ(qfftf_good_length(n), next) << n;
+        }
+    }
+    EXPECT_EQ(qfftf_good_length(1000), 1000);
+    EXPECT_EQ(qfftf_good_length(1001), 1008);
+    EXPECT_EQ(qfftf_good_length(2'100'000'001), 2'100'394'800);
+    for (int none : {0, -1, -2147483647 - 1, 2147483647}) EXPECT_EQ(qfftf_good_length(none), 0) << none;
+}
+
+TEST(Header, VersionsAreOne) {
+    EXPECT_EQ(std::string(QFFTF_VERSION), std::to_string(QFFTF_VERSION_MAJOR) + "." +
+                                              std::to_string(QFFTF_VERSION_MINOR) + "." +
+                                              std::to_string(QFFTF_VERSION_PATCH));
 }

@@ -3,7 +3,7 @@
 #pragma once
 #include <vector>
 
-#include "kernels/generator/forms.h"
+#include "kernels/generator/forms/forms.h"
 
 template <class Choice>
 std::vector<int> families_where(const Choice& choice) {
@@ -14,10 +14,10 @@ std::vector<int> families_where(const Choice& choice) {
 }
 
 inline std::vector<int> complex_families() {
-    return families_where([](const generator::form& f) { return !is_real(f) && !is_sorensen(f); });
+    return families_where([](const generator::form& f) { return !is_real(f) && !is_hermitian(f); });
 }
 inline std::vector<int> sorensen_families() {
-    return families_where([](const generator::form& f) { return is_sorensen(f); });
+    return families_where([](const generator::form& f) { return is_hermitian(f); });
 }
 inline std::vector<int> real_families() {
     return families_where([](const generator::form& f) { return is_real(f); });

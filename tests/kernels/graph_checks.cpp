@@ -28,8 +28,8 @@ std::multiset<int> range(int first, int end) {
 std::multiset<int> transposed_slots(int size) {
     std::multiset<int> result;
     for (int row = 0; row < 2; ++row) {
-        for (int column = 0; column + 2 <= size; column += 2) result.insert(row_slot{row, column}.pack());
-        if (size % 2) result.insert(row_slot{row, size - 2}.pack());
+        for (int column = 0; column + 2 <= size; column += 2) result.insert(transposed_slot{row, column}.pack());
+        if (size % 2) result.insert(transposed_slot{row, size - 2}.pack());
     }
     return result;
 }
@@ -40,19 +40,19 @@ bool has(const body& b, op what) {
     return std::any_of(b.order.begin(), b.order.end(), [&](int n) { return b.graph.nodes()[n].what == what; });
 }
 
-bool same_graph(const body& a, const body& b) {
-    const auto key_equal = [](const node& x, const node& y) { return x.key() == y.key(); };
-    return a.order == b.order && std::equal(a.graph.nodes().begin(), a.graph.nodes().end(), b.graph.nodes().begin(),
-                                            b.graph.nodes().end(), key_equal);
-}
-
-bool is_exchange(op what) { return what == op::zip_lo || what == op::zip_hi || what > op::store; }
-
 std::vector<int> slots_of(const body& b, op what) {
     std::vector<int> result;
     for (int n : b.order)
         if (b.graph.nodes()[n].what == what) result.push_back(b.graph.nodes()[n].slot);
     return result;
+}
+
+std::vector<int> sizes_to_try(const form& f) {
+    std::vector<int> sizes(f.sizes.begin(), f.sizes.end());
+    for (int size = 2; size <= 40; ++size)
+        if (!has_size(f, size) && (f.sign != 0 || size == 22 || size == 25) && refusal(f, size).empty())
+            sizes.push_back(size);
+    return sizes;
 }
 
 bodies different_bodies(const form& f, int size, int sign) {
@@ -108,11 +108,10 @@ complaints in_place_complaints(const body& b) {
 }
 
 complaints copy_complaints(const body& b) {
-    constexpr op overwriting[] = {op::add_i, op::sub_i, op::fma, op::fms, op::fma_i, op::fms_i, op::twice_minus};
     complaints result;
     for (auto at_node = b.order.begin(); at_node != b.order.end(); ++at_node) {
         const node& v = b.graph.nodes()[*at_node];
-        if (std::find(std::begin(overwriting), std::end(overwriting), v.what) == std::end(overwriting)) continue;
+        if (!operation_of(v.what).overwrites) continue;
         const int given = v.into_b ? v.b : v.a;
         const auto wants = [&](int n) {
             const node& u = b.graph.nodes()[n];
@@ -131,8 +130,8 @@ complaints constant_complaints(const body& b) {
     const int pairs = int(b.graph.constants().entries().size());
     for (int n : b.order) {
         const node& v = b.graph.nodes()[n];
-        const bool turned = is_turned_product(v.what);
-        const bool takes = turned || v.what == op::scale || v.what == op::fma || v.what == op::fms;
+        const bool takes = constants_of(v.what) != constant_from::nowhere;
+        const bool turned = constants_of(v.what) == constant_from::odd_lane;
         if (takes != (v.k.entry != constant::none)) result.push_back("has or lacks a constant" + at(n, v));
         if (!takes || v.k == two || v.k == conjugating) continue;
         if (is_lanes(v.k)) {
@@ -148,47 +147,4 @@ complaints constant_complaints(const body& b) {
         if (v.k.twice && !turned) result.push_back("doubles a lane of a plain product" + at(n, v));
     }
     return result;
-}
-
-namespace {
-
-int peak_of_live_values(const body& b) {
-    const auto& nodes = b.graph.nodes();
-    std::map<int, int> last_use;
-    for (int n : b.order)
-        for (int operand : {nodes[n].a, nodes[n].b})
-            if (operand != none) last_use[operand] = n;
-    std::set<int> alive;
-    size_t peak = 0;
-    for (int n : b.order) {
-        if (nodes[n].what != op::store) alive.insert(n);
-        peak = std::max(peak, alive.size());
-        for (int operand : {nodes[n].a, nodes[n].b})
-            if (operand != none && last_use[operand] == n) alive.erase(operand);
-    }
-    return int(peak);
-}
-
-}  // namespace
-
-operation_counts count_operations(const body& b) {
-    std::map<op, int> of;
-    int exchanges = 0;
-    for (int n : b.order) {
-        const op what = b.graph.nodes()[n].what;
-        ++of[what];
-        exchanges += is_exchange(what);
-    }
-    return {.loads = of[op::load],
-            .twiddles = of[op::twiddle],
-            .adds = of[op::add] + of[op::sub] + of[op::neg],
-            .turned = of[op::add_i] + of[op::sub_i],
-            .scales = of[op::scale],
-            .fused = of[op::fma] + of[op::fms] + of[op::twice_minus],
-            .turned_fused = of[op::fma_i] + of[op::fms_i],
-            .products = of[op::mul],
-            .exchanges = exchanges,
-            .stores = of[op::store],
-            .pool = int(b.graph.constants().entries().size() + b.graph.constants().lanes().size()),
-            .peak = peak_of_live_values(b)};
 }

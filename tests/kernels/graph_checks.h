@@ -1,21 +1,19 @@
 // SPDX-License-Identifier: Apache-2.0
-// What can be told of a kernel body without computing it: the promises of its loads, stores and constants, and the
-// counts of its operations.
+// What can be told of a kernel body without computing it: the promises of its loads, stores and constants.
 #pragma once
 #include <string>
 #include <vector>
 
-#include "kernels/generator/body.h"
-#include "kernels/generator/loops.h"
+#include "kernels/generator/bodies/complex.h"
+#include "kernels/generator/emit/kernel.h"
+#include "kernels/generator/passes/counts.h"
 
-inline bool is_turned_product(generator::op what) {
-    return what == generator::op::fma_i || what == generator::op::fms_i;
-}
-bool same_graph(const generator::body& a, const generator::body& b);
 bool has(const generator::body& b, generator::op what);
-bool is_exchange(generator::op what);  // of lanes
 // The slots of all operations of a kind, in the printed order.
 std::vector<int> slots_of(const generator::body& b, generator::op what);
+
+// The sizes of a family, and others that it could have: of real data all up to 40 that have a method.
+std::vector<int> sizes_to_try(const generator::form& f);
 
 // The bodies of a kernel that differ: those that a loop and its tail share count once.
 generator::bodies different_bodies(const generator::form& f, int size, int sign);
@@ -29,11 +27,3 @@ complaints in_place_complaints(const generator::body& b);
 // Whether an operation gives the register of an operand away that a later one still wants, which costs a copy.
 complaints copy_complaints(const generator::body& b);
 complaints constant_complaints(const generator::body& b);
-
-struct operation_counts {
-    int loads, twiddles, adds, turned, scales, fused, turned_fused, products, exchanges, stores;
-    int pool;  // pairs of constants, and vectors of them
-    int peak;  // most vectors that are alive at once in the printed order, constants left out
-    bool operator==(const operation_counts&) const = default;
-};
-operation_counts count_operations(const generator::body& b);

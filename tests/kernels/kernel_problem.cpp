@@ -28,7 +28,7 @@ void fill_twiddles(const kernel_problem& p, const transform_grid& grid, placed_a
     const int r = p.radix, m = p.done;
     const form& f = *p.form;
     int group = 1;
-    if (f.loop == shape::last && f.data == layout::contig) group = f.isa == instruction_set::neon ? 2 : 4;
+    if (f.loop == shape::last && f.data == layout::contig) group = f.in->lanes;
     for (int i = f.loop == shape::other ? 1 : 0; i < m; ++i)
         for (int j = 1; j < r; ++j) {
             const int g = i / group;
@@ -92,7 +92,7 @@ std::string compare(const std::vector<cfloat>& got, const std::vector<cfloat>& b
 int lanes_of(const form& f) {
     if (f.loop == shape::rows) return 4;
     if (f.data != layout::batch) return 1;
-    return f.isa == instruction_set::neon ? 2 : 4;
+    return f.in->lanes;
 }
 
 std::string describe(const kernel_problem& p) {

@@ -3,7 +3,7 @@
 #pragma once
 #include <string>
 
-#include "kernels/generator/forms.h"
+#include "kernels/generator/forms/forms.h"
 #include "kernels/registry.h"
 #include "placed_array.h"
 #include "reference.h"

@@ -99,7 +99,7 @@ void call(const real_problem& p, float* in, float* out) {
 std::string compare(const real_problem& p, const std::vector<float>& got, const std::vector<float>& before,
                     const std::vector<double>& want, size_t front) {
     double error = 0, norm = 0;
-    const bool exact = is_exact(*p.form, p.n);
+    const bool exact = is_in_double(*p.form, p.n);
     for (size_t e = 0; e < got.size(); ++e) {
         if (std::isnan(want[e])) {
             if (std::memcmp(&got[e], &before[e], sizeof got[e]) != 0)
@@ -141,13 +141,8 @@ real_rows::real_rows(const form& f, int n) {
 
 bool is_forward(const form& f) { return f.sign < 0; }
 
-bool is_exact(const form& f, int n) {
-    const std::string name = f.name;
-    return (name == "c2r_direct" && (n == 3 || n == 5 || n == 7 || n == 32)) || (name == "redft00_loop" && n == 17);
-}
-
 int rows_done(const form& f, int count) {
-    return f.loop == shape::real_row ? 1 : f.loop == shape::real_quad ? count / 4 * 4 : count;
+    return f.loop == shape::real_row ? 1 : f.loop == shape::real_groups ? count / 4 * 4 : count;
 }
 
 std::string describe(const real_problem& p) {

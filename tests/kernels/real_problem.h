@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "kernels/generator/forms.h"
+#include "kernels/generator/forms/forms.h"
 #include "kernels/registry.h"
 #include "placed_array.h"
 
@@ -40,8 +40,6 @@ struct real_problem {
 };
 
 bool is_forward(const generator::form& f);
-// Kernels that compute in double precision must give the nearest float.
-bool is_exact(const generator::form& f, int n);
 int rows_done(const generator::form& f, int count);
 
 std::string describe(const real_problem& p);

@@ -3,8 +3,8 @@
 #pragma once
 #include <array>
 
-#include "kernels/generator/body.h"
-#include "kernels/generator/forms.h"
+#include "kernels/generator/bodies/recording.h"
+#include "kernels/generator/forms/forms.h"
 
 // How the lanes and the slots of a body are to be understood.
 enum class lane_use {

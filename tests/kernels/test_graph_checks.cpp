@@ -3,7 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "graph_checks.h"
-#include "interpreter.h"
+#include "kernels/generator/formulas/sizes.h"
+#include "kernels/generator/passes/interpretation.h"
 
 namespace {
 
@@ -12,7 +13,7 @@ using namespace generator;
 // A transform of two, with what `change` does to it; all recorded nodes are printed in the order of their recording.
 template <class Change>
 body transform_of_two(const Change& change) {
-    body b{dag(pool(3, -1), false), {}};
+    body b{dag(constants_of(3, -1), false), {}};
     dag& g = b.graph;
     const int x0 = g.load(0), x1 = g.load(1);
     g.store(0, g.binary(op::add, x0, x1));

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <vector>
 
-#include "kernels/generator/forms.h"
+#include "kernels/generator/forms/forms.h"
 #include "kernels/lookup.h"
 #include "kernels/real_kernels.h"
 #include "kernels/registry.h"

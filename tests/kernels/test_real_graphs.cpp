@@ -6,7 +6,7 @@
 
 #include "families.h"
 #include "graph_checks.h"
-#include "interpreter.h"
+#include "kernels/generator/passes/interpretation.h"
 #include "real_problem.h"
 #include "real_slots.h"
 
@@ -23,7 +23,7 @@ protected:
 
     template <class Check>
     void for_each_body(const Check& check) const {
-        for (const int size : family().sizes) {
+        for (const int size : sizes_to_try(family())) {
             SCOPED_TRACE(std::string(family().name) + " n=" + std::to_string(size));
             const real_rows rows(family(), size);
             const bodies all = different_bodies(family(), size, family().sign);

@@ -9,8 +9,8 @@
 
 #include "families.h"
 #include "graph_checks.h"
-#include "interpreter.h"
-#include "kernels/generator/hermitian_body.h"
+#include "kernels/generator/bodies/hermitian.h"
+#include "kernels/generator/passes/interpretation.h"
 #include "tests/support/reference_sorensen.h"
 #include "tests/support/signals.h"
 
@@ -31,14 +31,14 @@ struct body_use {
 };
 
 body_use use_of(const body& b, int size) {
-    for (const bool overwrites : {false, true}) {
-        if (same_graph(b, make_hermitian_body({.size = size, .overwrites = overwrites}))) return {rows::complex_row};
-        if (same_graph(b, make_hermitian_body({.size = size, .transposed = true, .overwrites = overwrites})))
+    for (const vectors* in : {&neon_pair, &sve_quad}) {
+        if (same_graph(b, make_hermitian_body({.size = size, .in = in}))) return {rows::complex_row};
+        if (same_graph(b, make_hermitian_body({.size = size, .transposed = true, .in = in})))
             return {rows::two_complex_rows};
         for (const bool one : {false, true})
             for (const auto& [row, of] :
-                 {std::pair(real_row::zero, rows::zero), std::pair(real_row::middle, rows::middle)})
-                if (same_graph(b, make_real_row_body({.size = size, .row = row, .one = one, .overwrites = overwrites})))
+                 {std::pair(edge_row::zero, rows::zero), std::pair(edge_row::middle, rows::middle)})
+                if (same_graph(b, make_edge_row_body({.size = size, .row = row, .one = one, .in = in})))
                     return {of, one};
     }
     return {};
@@ -77,7 +77,7 @@ double error_of_complex_rows(const body& b, bool transposed, int r) {
     const auto twiddle = [&](int j) -> graph_vector { return {s.twiddle(j, k_of(0)), s.twiddle(j, k_of(1))}; };
     double error = 0;
     for (const auto& [slot, result] : interpret(b, complex_lanes, load, twiddle)) {
-        const row_slot along = row_slot::unpack(slot);
+        const transposed_slot along = transposed_slot::unpack(slot);
         for (int c = 0; c < complex_lanes; ++c) {
             const bool column = !transposed || along.row == 2;  // one output of both rows
             const int j = !transposed ? slot : column ? along.column : along.column + c, lane = column ? c : along.row;
@@ -133,8 +133,8 @@ std::vector<int> expected_stores(const body_use& use, int r) {
         return slots;
     }
     for (int row = 0; row < 2; ++row)
-        for (int column = 0; column + 2 <= r; column += 2) slots.push_back(row_slot{row, column}.pack());
-    if (r % 2) slots.push_back(row_slot{2, r - 1}.pack());
+        for (int column = 0; column + 2 <= r; column += 2) slots.push_back(transposed_slot{row, column}.pack());
+    if (r % 2) slots.push_back(transposed_slot{2, r - 1}.pack());
     return slots;
 }
 
@@ -149,7 +149,7 @@ protected:
 
     template <class Check>
     void for_each_body(const Check& check) const {
-        for (const int r : family().sizes) {
+        for (const int r : sizes_to_try(family())) {
             SCOPED_TRACE(std::string(family().name) + " r=" + std::to_string(r));
             for (const auto& b : different_bodies(family(), r, family().sign)) {
                 const body_use use = use_of(*b, r);
@@ -182,8 +182,8 @@ TEST_P(sorensen_graphs, keep_their_promises) {
 
 // Last stages have row 0 alone, all others three kinds of rows; only NEON's first stages transpose.
 TEST_P(sorensen_graphs, have_the_bodies_of_their_shape) {
-    const bool last = family().loop == shape::sorensen_last, first = family().loop == shape::sorensen_first;
-    const bool transposes = first && family().isa == instruction_set::neon;
+    const bool last = family().loop == shape::hermitian_last, first = family().loop == shape::hermitian_first;
+    const bool transposes = first && !family().in->gathers;
     for (const int r : family().sizes) {
         SCOPED_TRACE(std::string(family().name) + " r=" + std::to_string(r));
         const bodies all = different_bodies(family(), r, family().sign);

@@ -33,8 +33,8 @@ struct stage_problem {
     bool in_place = false;
 
     uint64_t half() const { return L % 2 ? L / 2 + 1 : L / 2; }
-    bool is_first() const { return f->loop == shape::sorensen_first; }
-    bool is_last() const { return f->loop == shape::sorensen_last; }
+    bool is_first() const { return f->loop == shape::hermitian_first; }
+    bool is_last() const { return f->loop == shape::hermitian_last; }
 };
 
 std::ostream& operator<<(std::ostream& out, const stage_problem& p) {
@@ -71,7 +71,7 @@ void fill_input(const stage_problem& p, placed_floats& in) {
 // Row k of a first stage stands in groups of two behind row 0 (NEON) or in groups of four (SVE). Row 0 of all others is
 // poison, and so is what lies behind the rows that a stage needs twiddles for.
 void fill_twiddles(const stage_problem& p, placed_floats& table) {
-    const bool sve = p.f->isa == instruction_set::sve;
+    const bool sve = p.f->in->masked;
     const uint64_t group = !p.is_first() ? 1 : sve ? 4 : 2, from = group == 2 ? 1 : 0, rows = p.half();
     for (uint64_t k = group == 4 ? 0 : 1; k < rows; ++k)
         for (uint64_t j = 1; j < p.r; ++j) {
@@ -138,8 +138,8 @@ protected:
         for (const int r : family().sizes) {
             const any_kernel kernel = kernel_families[GetParam()].tables[1][r - 1];
             ASSERT_NE(kernel, nullptr) << family().name << " " << r;
-            const uint64_t most_branches = family().loop == shape::sorensen_first ? 1 : most;
-            const uint64_t most_rows = family().loop == shape::sorensen_last ? 1 : most;
+            const uint64_t most_branches = family().loop == shape::hermitian_first ? 1 : most;
+            const uint64_t most_rows = family().loop == shape::hermitian_last ? 1 : most;
             for (uint64_t m = 1; m <= most_branches; ++m)
                 for (uint64_t L = 1; L <= most_rows; ++L)
                     check_problem(stage_problem{&family(), kernel, uint64_t(r), m, L});
@@ -152,7 +152,7 @@ TEST_P(sorensen_kernels, compute_their_stages) {
     for (const int r : family().sizes)
         for (const uint64_t many : {16, 17, 30, 35}) {
             const any_kernel kernel = kernel_families[GetParam()].tables[1][r - 1];
-            const bool first = family().loop == shape::sorensen_first, last = family().loop == shape::sorensen_last;
+            const bool first = family().loop == shape::hermitian_first, last = family().loop == shape::hermitian_last;
             const stage_problem p{&family(), kernel, uint64_t(r), first ? 1 : many, last ? 1 : first ? many : 3};
             EXPECT_EQ(check(p), "") << p;
         }
@@ -170,7 +170,7 @@ TEST_P(sorensen_kernels, touch_nothing_outside_their_arrays) {
 
 // The only stage of a plan may be run in place.
 TEST_P(sorensen_kernels, of_the_last_stage_read_a_lone_branch_before_they_write) {
-    if (family().loop != shape::sorensen_last) return;
+    if (family().loop != shape::hermitian_last) return;
     for_each_problem(1, [](stage_problem p) {
         p.in_place = true;
         EXPECT_EQ(check(p), "") << p;

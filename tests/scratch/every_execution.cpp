@@ -63,6 +63,7 @@ fft_plan* record_of(const problem_case& p, arrays& planned_on, uint32_t flags) {
 bool plan_by_row(fft_plan* record, int row) {
     if (solver_table[row].solve(record) != accepted) return false;
     record->solver_name = solver_table[row].name;
+    settle_storage(record);
     return true;
 }
 

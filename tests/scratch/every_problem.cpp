@@ -31,6 +31,7 @@ std::vector<problem_case> complex_batches() {
     all.push_back({.dims = {{4096, 65, 65}}, .batch = {{64, 1, 1}}, .every_row = false});
     all.push_back({.dims = {{256, 256, 1}}, .batch = {{256, 1, 256}}, .every_row = false});
     all.push_back({.dims = {{1100, 1100, 1100}}, .batch = {{20, 1, 1}}, .every_row = false});
+    all.push_back({.dims = {{1100, 1100, 1100}}, .batch = {{273, 1, 1}}, .every_row = false});
     all.push_back({.dims = {{1025, 1025, 1025}}, .batch = {{49, 1, 1}}, .every_row = false});
     all.push_back({.dims = {{4096, 64, 64}}, .batch = {{64, 1, 1}}, .every_row = false});
     all.push_back({.dims = {{256, 1, 256}}, .batch = {{256, 256, 1}}, .in_place = true, .every_row = false});

@@ -32,6 +32,9 @@ std::string plan_tree(const fft_plan* plan) {
     const int row = row_of(plan);
     std::string text = std::to_string(row) + " " + plan->execute_name;
     if (has_stage_list(row)) text += radices_of(plan);
+    if (plan->buffer || plan->aux)
+        text += " " + std::to_string(plan->buffer ? plan->buffer_size : 0) + "+" +
+                std::to_string(plan->aux ? plan->aux_size : 0);
     for (int i = 0; i < plan->subplan_count; ++i) text += (i ? "; " : " (") + plan_tree(plan->subplans[i]);
     return plan->subplan_count > 0 ? text + ")" : text;
 }

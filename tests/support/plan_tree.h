@@ -5,6 +5,6 @@
 
 #include <string>
 
-// "row execute_name [radices] (subplan; subplan)", row being the number of the winning row of solver_table. Radices are
-// given where `aux` is a stage list.
+// "row execute_name [radices] buffer+aux (subplan; subplan)", row being the number of the winning row of solver_table.
+// Radices are given where `aux` is a stage list, the bytes of buffer and aux where there are any.
 std::string plan_tree(const fft_plan* plan);

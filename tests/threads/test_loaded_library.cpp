@@ -50,4 +50,26 @@ TEST(LoadedLibrary, ComputesTheSameOnEveryBackend) {
     }
 }
 
+const char* const own_backends[] = {"QSL_FFT_AFFINITY=NO", "QSL_FFT_AFFINITY=NO QSL_FFT_IDLE=SLEEP",
+                                    "QSL_FFT_THREAD_TYPE=OMP"};
+
+void expect_life(const char* word, const std::string& out) {
+    for (const char* backend : own_backends) {
+        SCOPED_TRACE(std::string(backend) + ", " + word);
+        const program_result got = start_program(backend, std::string(LOAD_LIBRARY " ") + LIBRARY + " 12 " + word);
+        EXPECT_EQ(got.exit_code, 0);
+        EXPECT_EQ(got.err, "");
+        EXPECT_EQ(got.out, out);
+    }
+}
+
+TEST(LoadedLibrary, MayBeUnloadedWithIdleThreads) { expect_life("close", "0 lengths differ\n0 lengths differ\n"); }
+
+// Of a plan that another thread was executing the child's storage stays lent: it brings its own.
+TEST(LoadedLibrary, WorksInTheChildOfAFork) {
+    expect_life("fork", "0 lengths differ\n0 children failed\n0 children failed\n");
+}
+
+TEST(LoadedLibrary, WorksAtExit) { expect_life("exit", "0 lengths differ\nat exit the same\n"); }
+
 }  // namespace

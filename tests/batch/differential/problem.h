@@ -31,7 +31,7 @@ struct transform_problem {
     plan_call call = plan_call::guru64;
     many_layout many_in, many_out;
     bool measured = false;
-    int clock_seeds = 1;  // if measured: settlements of the races below the outermost one
+    int clock_seeds = 1;      // if measured: settlements of the races below the outermost one
     bool guarded = true;      // guard zones around the arrays; else arrays that end with the last element
     bool new_arrays = false;  // executed on other arrays than planned
     bool stranger = false;    // executed on a thread that never planned

@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kernels/generator/emit/print.h"
+
+#include <map>
+#include <set>
+#include <utility>
+
+namespace generator {
+
+namespace {
+
+std::string name(const dag& g, int n) {
+    return g.nodes()[n].what == op::twiddle ? "w" + std::to_string(g.nodes()[n].slot) : "t" + std::to_string(n);
+}
+
+// A constant that is loaded where it is used stays in its register for this many operations.
+constexpr int most_operations_apart = 64;
+
+// Registers of constants: a pair of the pool in every complex place, or, where lanes are all that is asked for, two
+// pairs in one register; or one number everywhere.
+class constant_registers {
+public:
+    explicit constant_registers(const body& b) : body_(b) {
+        for (int n : b.order) {
+            const node& v = b.graph.nodes()[n];
+            if (constants_of(v.what) == constant_from::odd_lane && !v.k.everywhere) pairs_.insert(v.k.entry);
+        }
+        for (int n : b.order) use(b.graph.nodes()[n]);
+    }
+
+    bool in_quad(const constant& k) const { return !k.everywhere && !pairs_.contains(k.entry); }
+    int lane(const constant& k) const { return in_quad(k) ? k.entry % 2 * 2 + k.lane : k.lane; }
+
+    // What the text of an operation says for a constant.
+    std::string operand(const constant& k) const {
+        if (is_lanes(k)) return "constants(pool + " + std::to_string(body_.graph.constants().lanes_offset(k)) + ")";
+        return is_held(k) ? name(k) : fresh_name(name(k));
+    }
+
+    // Loads the constant of an operation, the one of number `at`, unless it is held or was used a little before.
+    void load(text& out, const constant& k, int at) {
+        if (k.entry == constant::none || is_lanes(k) || is_held(k)) return;
+        const auto [use, first] = uses_.try_emplace(name(k));
+        if (first || at - use->second.last > most_operations_apart) {
+            ++use->second.loads;
+            out.line("const ", in_quad(k) ? "quad " : "vec ", fresh_name(name(k)), " = ", loaded(k), ";", meaning(k));
+        }
+        use->second.last = at;
+    }
+
+    void declare(text& out) const {
+        for (const auto& [text_name, k] : used_) {
+            if (!is_held(k)) continue;
+            const std::string number = is_held(once(k)) ? name(once(k)) : loaded(once(k));
+            const std::string made = k.twice ? "add(" + number + ", " + number + ")" : loaded(k);
+            out.line("const ", in_quad(k) ? "quad " : "vec ", text_name, " = ", made, ";", meaning(k));
+        }
+    }
+
+private:
+    static constant once(constant k) {
+        k.twice = false;
+        return k;
+    }
+
+    std::string fresh_name(const std::string& name) const { return name + "_" + std::to_string(uses_.at(name).loads); }
+
+    static bool is_literal(constant k) { return k == two || k == conjugating; }
+
+    bool is_held(const constant& k) const { return is_literal(k) || k.twice || !body_.once; }
+
+    std::string name(const constant& k) const {
+        if (k == two) return "two";
+        if (k == conjugating) return "signs";
+        if (in_quad(k)) return "q" + std::to_string(k.entry / 2);
+        std::string s = (k.everywhere ? "u" : "k") + std::to_string(k.entry);
+        if (k.everywhere) s += k.lane ? "s" : "c";
+        return k.twice ? s + "_twice" : s;
+    }
+
+    std::string loaded(const constant& k) const {
+        if (k == two) return "same(2.0f)";
+        if (k == conjugating) return "conjugation()";
+        if (k.everywhere) return "same(pool[" + std::to_string(2 * k.entry + k.lane) + "])";
+        if (in_quad(k)) return "two_constants(pool + " + std::to_string(k.entry / 2 * 4) + ")";
+        return "constant(pool + " + std::to_string(2 * k.entry) + ")";
+    }
+
+    std::string meaning(const constant& k) const {
+        if (is_literal(k) || k.twice) return "";
+        if (in_quad(k)) return "  // " + meaning(k.entry / 2 * 2) + ", " + meaning(k.entry / 2 * 2 + 1);
+        return "  // " + meaning(k.entry);
+    }
+    std::string meaning(int entry) const {
+        const auto& entries = body_.graph.constants().entries();
+        return entry < int(entries.size()) ? entries[entry].meaning : "-";
+    }
+
+    void use(const node& v) {
+        if (v.what == op::twice_minus) used_.emplace("two", two);
+        if (v.k.entry == constant::none || is_lanes(v.k)) return;
+        used_.emplace(name(once(v.k)), once(v.k));
+        used_.emplace(name(v.k), v.k);
+    }
+
+    const body& body_;
+    std::set<int> pairs_;
+    std::map<std::string, constant> used_;
+    struct recent_use {
+        int last = 0, loads = 0;
+    };
+    std::map<std::string, recent_use> uses_;  // of constants that aren't held
+};
+
+std::string place_in_memory(int n) { return "kept_t" + std::to_string(n); }
+
+std::string expression(const dag& g, int n, const access& a, const constant_registers& constants) {
+    const node& v = g.nodes()[n];
+    if (v.what == op::load) return a.load(v.slot);
+    if (v.what == op::reload) return "reload(" + place_in_memory(v.a) + ")";
+    std::string s = operation_of(v.what).word;
+    if (constants_of(v.what) == constant_from::any_lane)
+        s += v.k.everywhere ? "_all" : "<" + std::to_string(constants.lane(v.k)) + ">";
+    if (v.into_b) s += "_into_b";
+    s += "(" + name(g, v.a);
+    if (v.b != none) s += ", " + name(g, v.b);
+    if (v.k.entry != constant::none) s += ", " + constants.operand(v.k);
+    if (v.what == op::twice_minus) s += ", two";
+    return s + ")";
+}
+
+void print_twiddle(text& out, int slot, const access& a) {
+    out.line("const ", a.twiddle_type, " w", slot, " = ", a.twiddle(slot), ";");
+}
+
+}  // namespace
+
+void take_row_twiddles(access& a) {
+    a.twiddle = [](int j) { return "load_row(w + " + std::to_string(2 * (j - 1)) + ")"; };
+    a.twiddle_type = "row_twiddle";
+}
+
+void print_constants(text& out, const body& b) { constant_registers(b).declare(out); }
+
+void print_twiddles(text& out, const body& b, const access& a) {
+    for (const node& v : b.graph.nodes())
+        if (v.what == op::twiddle) print_twiddle(out, v.slot, a);
+}
+
+void print_operations(text& out, const body& b, const access& a) {
+    out.printed.push_back(std::make_shared<const body>(b));
+    constant_registers constants(b);
+    bool stored = false;
+    std::set<int> in_memory;
+    for (int n : b.order)
+        if (b.graph.nodes()[n].what == op::reload) in_memory.insert(b.graph.nodes()[n].a);
+    for (int at = 0; at < int(b.order.size()); ++at) {
+        const int n = b.order[at];
+        const node& v = b.graph.nodes()[n];
+        constants.load(out, v.k, at);
+        if (v.what == op::twiddle) {
+            if (!a.twiddles_held) print_twiddle(out, v.slot, a);
+        } else if (v.what == op::store) {
+            if (!std::exchange(stored, true)) a.before_stores(out);
+            out.line(a.store(v.slot, name(b.graph, v.a)), ";");
+        } else
+            out.line("const vec ", name(b.graph, n), " = ", expression(b.graph, n, a, constants), ";");
+        if (in_memory.contains(n)) out.line("const in_memory ", place_in_memory(n), "{", name(b.graph, n), "};");
+    }
+}
+
+}  // namespace generator

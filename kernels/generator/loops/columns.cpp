@@ -1,0 +1,129 @@
+// SPDX-License-Identifier: Apache-2.0
+// First and middle stages: along the columns l < L. Element j of a first stage's column stands at j L + l on both
+// sides; it may run in place. A middle stage has row 0 of the butterflies without twiddles, then rows 1 to m - 1, each
+// with its r - 1 twiddles: input element j of a row stands L behind element j - 1, output value k stands m L behind k
+// - 1.
+#include "kernels/generator/bodies/complex.h"
+#include "kernels/generator/loops/address.h"
+#include "kernels/generator/loops/loops.h"
+
+namespace generator {
+
+void print_along(text& out, const vectors& v, const std::string& length, const std::function<void()>& constants,
+                 const std::function<void(const std::string& mask)>& turn) {
+    const int floats = 2 * v.lanes;
+    if (v.masked) {
+        out.line("using namespace ", v.vocabulary, ";");
+        constants();
+        out.line("for (int64_t l = 0; l < ", length, "; l += ", floats, ") {");
+        out.line("const mask p = lanes_left(l, ", length, ");");
+        turn("p, ");
+        out.line("}");
+        return;
+    }
+    out.line("int64_t l = 0;");
+    out.line("{");
+    out.line("using namespace ", v.vocabulary, ";");
+    constants();
+    out.line("for (; l + ", floats, " <= ", length, "; l += ", floats, ") {");
+    turn("");
+    out.line("}");
+    out.line("}");
+    out.line("if (l < ", length, ") {");
+    out.line("using namespace ", v.single, ";");
+    constants();
+    turn("");
+    out.line("}");
+}
+
+void print_row_constants(text& out, const body& b, int size) {
+    print_constants(out, b);
+    access a;
+    take_row_twiddles(a);
+    if (are_twiddles_held(size)) print_twiddles(out, b, a);
+}
+
+namespace {
+
+void declare_steps(text& out, int size) {
+    strided_address("a", "in_step", size).declare_steps(out);
+    strided_address("b", "out_step", size).declare_steps(out);
+}
+
+// A column from a to b.
+void print_column(text& out, const body& b, int size, const std::string& mask) {
+    const strided_address input("a", "in_step", size), output("b", "out_step", size);
+    input.declare_bases(out);
+    output.declare_bases(out);
+    access a;
+    a.load = [&](int j) { return "load(" + mask + input.at(j) + ")"; };
+    a.store = [&](int k, std::string v) { return "store(" + mask + output.at(k) + ", " + v + ")"; };
+    take_row_twiddles(a);
+    a.twiddles_held = are_twiddles_held(size);
+    print_operations(out, b, a);
+}
+
+// All columns of the row that starts at `from` and `to`.
+void print_row(text& out, const form& f, const body& b, int size, const std::string& from, const std::string& to) {
+    const auto constants = [&] { print_row_constants(out, b, size); };
+    if (f.data == layout::contig) {
+        return print_along(out, *f.in, "in_step", constants, [&](const std::string& mask) {
+            out.line("const float* const a = base(", from, " + l);");
+            out.line("float* const b = base(", to, " + l);");
+            print_column(out, b, size, mask);
+        });
+    }
+    out.line("using namespace ", f.in->vocabulary, ";");
+    constants();
+    out.line("const float* a = ", from, ";");
+    out.line("float* b = ", to, ";");
+    out.line("for (uint64_t l = 0; l < stage->rest; ++l, a += is, b += os) {");
+    print_column(out, b, size, "");
+    out.line("}");
+}
+
+}  // namespace
+
+void print_first_stage(text& out, const form& f, int size, int sign) {
+    const surroundings where = {.in = f.in, .loads_first = true};
+    const body b = make_complex_body({.size = size, .sign = sign, .where = where});
+    out.line("{");
+    if (f.data == layout::contig) {
+        out.line("const int64_t in_step = 2 * int64_t(stage->rest), out_step = in_step;");
+    } else {
+        out.line("const int64_t is = 2 * stage->is, os = 2 * stage->os;");
+        out.line("const int64_t in_step = int64_t(stage->rest) * is, out_step = int64_t(stage->rest) * os;");
+    }
+    declare_steps(out, size);
+    print_row(out, f, b, size, "in", "out");
+    out.line("}");
+}
+
+void print_other_stage(text& out, const form& f, int size, int sign) {
+    const surroundings where = {.in = f.in};
+    const body first = make_complex_body({.size = size, .sign = sign, .where = where});
+    const body twiddled = make_complex_body({.size = size, .sign = sign, .twiddled = true, .where = where});
+    out.line("{");
+    if (f.data == layout::contig)
+        out.line("constexpr int64_t is = 2, os = 2;");
+    else
+        out.line("const int64_t is = 2 * stage->is, os = 2 * stage->os;");
+    out.line("const int64_t in_step = int64_t(stage->rest) * is, row_step = int64_t(stage->rest) * os;");
+    out.line("const int64_t out_step = int64_t(stage->done) * row_step;");
+    declare_steps(out, size);
+    out.line("const float* row_in = in;");
+    out.line("float* row_out = out;");
+    out.line("{");
+    print_row(out, f, first, size, "row_in", "row_out");
+    out.line("}");
+    out.line("const float* w = stage->twiddles;");
+    out.line("for (uint64_t i = 1; i < stage->done; ++i) {");
+    out.line("row_in += ", size, " * in_step;");
+    out.line("row_out += row_step;");
+    out.line("w += ", 2 * (size - 1), ";");
+    print_row(out, f, twiddled, size, "row_in", "row_out");
+    out.line("}");
+    out.line("}");
+}
+
+}  // namespace generator

@@ -1,0 +1,111 @@
+// SPDX-License-Identifier: Apache-2.0
+// One row of a transform in every lane. Last stages: L is 1, so the loop runs over the rows, and every row has twiddles
+// of its own; the contiguous forms take two or four rows at a time, transposed in registers or gathered, with the
+// twiddles of the rows side by side in the table. Transforms of adjacent elements: four at a time, elements are
+// gathered and outputs scattered, each group is read whole before its first store.
+#include "kernels/generator/bodies/complex.h"
+#include "kernels/generator/loops/address.h"
+#include "kernels/generator/loops/loops.h"
+
+namespace generator {
+
+void print_groups_of_rows(text& out, const form& f, int size, int sign) {
+    const int lanes = f.in->lanes;
+    const surroundings where = {.in = f.in, .loads_first = true};
+    const body b = make_complex_body({.size = size, .sign = sign, .where = where});
+    access a;
+    a.load = [](int j) { return "load(in + " + std::to_string(2 * j) + ", in_rows)"; };
+    a.store = [](int k, std::string v) { return "store(out + " + std::to_string(2 * k) + ", out_rows, " + v + ")"; };
+    out.line("{");
+    out.line("using namespace ", f.in->vocabulary, ";");
+    print_constants(out, b);
+    out.line("const lane_offsets in_rows = lanes_apart(2 * idist), out_rows = lanes_apart(2 * odist);");
+    out.line("for (; count > 0; count -= ", lanes, ", in += ", 2 * lanes, " * idist, out += ", 2 * lanes,
+             " * odist) {");
+    print_operations(out, b, a);
+    out.line("}");
+    out.line("}");
+}
+
+namespace {
+
+// Rows from i on, one at a time, with plain twiddles; a and b are the row's first elements.
+void print_single_rows(text& out, const body& b, int size, const std::string& in_stride, bool contiguous) {
+    const strided_address input("a", "is", size), output("b", "out_step", size);
+    access a;
+    take_row_twiddles(a);
+    a.load = [&](int j) { return "load(" + (contiguous ? "a + " + std::to_string(2 * j) : input.at(j)) + ")"; };
+    a.store = [&](int k, std::string v) { return "store(" + output.at(k) + ", " + v + ")"; };
+    print_constants(out, b);
+    out.line("const float* a = in + int64_t(i) * ", size, " * ", in_stride, ";");
+    out.line("float* b = out + int64_t(i) * os;");
+    out.line("const float* w = stage->twiddles + i * ", 2 * (size - 1), ";");
+    out.line("for (; i < stage->done; ++i, a += ", size, " * ", in_stride, ", b += os, w += ", 2 * (size - 1), ") {");
+    if (!contiguous) input.declare_bases(out);
+    output.declare_bases(out);
+    print_operations(out, b, a);
+    out.line("}");
+}
+
+// A row in every lane.
+void print_groups(text& out, const vectors& v, const body& b, int size) {
+    const int rows = v.lanes;
+    const strided_address output("b", "out_step", size);
+    access a;
+    a.twiddle = [&](int j) { return "load(w + " + std::to_string(2 * rows * (j - 1)) + ")"; };
+    a.load = [&](int slot) {
+        if (v.gathers) return "load(a + " + std::to_string(2 * slot) + ", rows)";
+        const auto [row, column] = transposed_slot::unpack(slot);
+        return "load(a + " + std::to_string(2 * (row * size + column)) + ")";
+    };
+    a.store = [&](int k, std::string value) { return "store(" + output.at(k) + ", " + value + ")"; };
+    out.line("using namespace ", v.vocabulary, ";");
+    print_constants(out, b);
+    if (v.gathers) out.line("const lane_offsets rows = lanes_apart<", 2 * size, ">();");
+    out.line("const float* a = in;");
+    out.line("float* b = out;");
+    out.line("const float* w = stage->twiddles;");
+    out.line("for (; i + ", rows, " <= stage->done; i += ", rows, ", a += ", 2 * rows * size, ", b += ", 2 * rows,
+             ", w += ", 2 * rows * (size - 1), ") {");
+    output.declare_bases(out);
+    print_operations(out, b, a);
+    out.line("}");
+}
+
+void print_contiguous_rows(text& out, const vectors& v, const complex_kind& kind) {
+    complex_kind group = kind;
+    group.transposed = !v.gathers;
+    group.where.in = &v;
+    out.line("{");
+    print_groups(out, v, make_complex_body(group), kind.size);
+    out.line("}");
+    out.line("if (i == stage->done) return;");
+    out.line("using namespace ", v.single, ";");
+    print_single_rows(out, make_complex_body(kind), kind.size, "2", true);
+}
+
+}  // namespace
+
+void print_last_stage(text& out, const form& f, int size, int sign) {
+    const bool contiguous = f.data == layout::contig;
+    complex_kind kind = {.size = size, .sign = sign, .twiddled = true};
+    out.line("{");
+    if (contiguous)
+        out.line("constexpr int64_t os = 2;");
+    else
+        out.line("const int64_t is = 2 * stage->is, os = 2 * stage->os;");
+    out.line("const int64_t out_step = int64_t(stage->done) * os;");
+    if (!contiguous) strided_address("a", "is", size).declare_steps(out);
+    strided_address("b", "out_step", size).declare_steps(out);
+    out.line("uint64_t i = 0;");
+    if (contiguous) {
+        print_contiguous_rows(out, *f.in, kind);
+    } else {
+        kind.where.in = f.in;
+        out.line("using namespace ", f.in->vocabulary, ";");
+        print_single_rows(out, make_complex_body(kind), size, "is", false);
+    }
+    out.line("}");
+}
+
+}  // namespace generator

@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: Apache-2.0
+#include "kernels/generator/passes/passes.h"
+
+#include <algorithm>
+
+namespace generator {
+
+namespace {
+
+// The butterflies ask for their operations sub-transform by sub-transform, which is the order that keeps few values
+// alive. What isn't part of it: loads, permutations and twiddle multiplications wait until they are needed, and a
+// store follows its value at once.
+class printer_order {
+public:
+    printer_order(const dag& graph, bool loads_first)
+        : nodes_(graph.nodes()),
+          done_(nodes_.size()),
+          live_(nodes_.size()),
+          finishes_(nodes_.size()),
+          store_of_(nodes_.size(), none),
+          loads_first_(loads_first) {
+        mark_live();
+    }
+
+    std::vector<int> run() {
+        for (int n = 0; n < int(nodes_.size()); ++n) {
+            if (!live_[n]) continue;
+            if (!waits(nodes_[n].what)) visit(n);
+            if (nodes_[n].what == op::store) visit(nodes_[n].a);  // a permutation that nothing else asks for
+        }
+        for (int n : held_back_) order_.push_back(n);
+        return order_;
+    }
+
+private:
+    static bool waits(op what) { return operation_of(what).time != op_time::as_recorded; }
+
+    void mark_live() {
+        for (int n = 0; n < int(nodes_.size()); ++n)
+            finishes_[n] = operation_of(nodes_[n].what).time == op_time::when_ready;
+        for (int n = int(nodes_.size()) - 1; n >= 0; --n) {
+            const node& v = nodes_[n];
+            if (v.what == op::store) {
+                live_[n] = true;
+                store_of_[v.a] = n;
+            }
+            if (!live_[n]) continue;
+            if (v.what == op::load) ++loads_left_;
+            for (int operand : {v.a, v.b})
+                if (operand != none) {
+                    live_[operand] = true;
+                    if (v.what != op::store && !finishes_[n]) finishes_[operand] = false;
+                }
+        }
+    }
+
+    bool is_ready(int n) const {
+        return n == none || done_[n] || nodes_[n].what == op::twiddle || nodes_[n].what == op::load;
+    }
+
+    // What a value only passes on its way to memory follows it as soon as all of it is there.
+    void visit_finishers(int n) {
+        bool any = false;
+        for (int user = n + 1; user < int(nodes_.size()); ++user) {
+            const node& u = nodes_[user];
+            if (!live_[user] || !finishes_[user] || (u.a != n && u.b != n)) continue;
+            any = true;
+            if (is_ready(u.a) && is_ready(u.b)) visit(user);
+        }
+        if (any) visit_users(n);
+    }
+
+    void visit(int n) {
+        if (n == none || done_[n]) return;
+        done_[n] = true;
+        visit(nodes_[n].a);
+        visit(nodes_[n].b);
+        order_.push_back(n);
+        if (nodes_[n].what == op::load) --loads_left_;
+        visit_finishers(n);
+        if (store_of_[n] != none) put_store(store_of_[n]);
+    }
+
+    void put_store(int n) {
+        (loads_first_ && loads_left_ > 0 ? held_back_ : order_).push_back(n);
+        visit_users(nodes_[n].a);
+    }
+
+    // What is made from a value that went to memory overwrites it.
+    void visit_users(int n) {
+        for (int user = n + 1; user < int(nodes_.size()); ++user)
+            if (nodes_[user].a == n && nodes_[user].what != op::store && !finishes_[user]) visit(user);
+    }
+
+    const std::vector<node>& nodes_;
+    std::vector<bool> done_, live_;
+    std::vector<bool> finishes_;  // permutations and products of which nothing but stores is made
+    std::vector<int> store_of_;
+    bool loads_first_;
+    int loads_left_ = 0;
+    std::vector<int> order_, held_back_;
+};
+
+}  // namespace
+
+std::vector<int> print_order(const dag& graph, bool loads_first) { return printer_order(graph, loads_first).run(); }
+
+}  // namespace generator

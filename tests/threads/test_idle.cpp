@@ -1,0 +1,77 @@
+// SPDX-License-Identifier: Apache-2.0
+// What idle workers do: spin, or sleep soon where QSL_FFT_IDLE asks for it, and miss no loop on the way to sleep.
+#include "include/qfftf.h"
+#include "loop_record.h"
+#include "threads/pool.h"
+
+#include <unistd.h>
+#include <cstdlib>
+#include <ctime>
+
+namespace {
+
+double cpu_seconds() {
+    timespec used;
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &used);
+    return static_cast<double>(used.tv_sec) + 1e-9 * static_cast<double>(used.tv_nsec);
+}
+
+class Idle : public testing::Test {
+protected:
+    void start(const char* idle) {
+        setenv("QSL_FFT_AFFINITY", "NO", 1);
+        idle ? setenv("QSL_FFT_IDLE", idle, 1) : unsetenv("QSL_FFT_IDLE");
+        qsl_fftf_cleanup_threads();
+        qsl_fftf_plan_with_nthreads(3);
+        loop.run_and_check(3, 3, 1);
+    }
+    void TearDown() override {
+        qsl_fftf_cleanup_threads();
+        unsetenv("QSL_FFT_IDLE");
+    }
+
+    // What all threads use together while nothing is to be done.
+    double cpu_use_of(int milliseconds) {
+        usleep(20000);
+        const double before = cpu_seconds();
+        usleep(milliseconds * 1000);
+        return cpu_seconds() - before;
+    }
+    loop_record loop;
+};
+
+TEST_F(Idle, WorkersSpinUnlessTheyAreToldToSleep) {
+    for (const char* idle : {static_cast<const char*>(nullptr), "", "SPIN"}) {
+        start(idle);
+        EXPECT_GT(cpu_use_of(400), 0.04);
+    }
+    for (const char* idle : {"SLEEP", "sleep"}) {
+        start(idle);
+        EXPECT_LT(cpu_use_of(400), 0.02);
+    }
+}
+
+// Pauses around the moment at which workers go to sleep.
+TEST_F(Idle, NoLoopIsMissedOnTheWayToSleep) {
+    start("SLEEP");
+    for (int i = 0; i < 1000; ++i) {
+        loop.run_and_check(3, 3, 1);
+        const double end = cpu_seconds() + 1e-6 * (i % 80);
+        while (cpu_seconds() < end) {
+        }
+    }
+    for (int i = 0; i < 100; ++i) {
+        usleep(i % 5 * 50);
+        loop.run_and_check(6, 3, 1);
+    }
+}
+
+TEST_F(Idle, SleepersEnd) {
+    for (int i = 0; i < 20; ++i) {
+        start("SLEEP");
+        usleep(i * 20);
+        qsl_fftf_cleanup_threads();
+    }
+}
+
+}  // namespace
