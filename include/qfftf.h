@@ -21,9 +21,10 @@
  *   or no memory. Execute and housekeeping calls do nothing when they are given a null pointer.
  * - Planning with QSL_FFTF_RULES never touches the arrays, which may be null if the plan is only executed on other
  *   arrays (both null counts as in place). Planning with QSL_FFTF_MEASURED runs transforms on them and overwrites both.
- * - Any number of threads may plan at once, and any number may execute at once, different plans or one plan on different
- *   arrays. A plan's working storage is lent to one execution at a time; an execution that finds it lent, and any on a
- *   thread that has never made a plan, allocates storage of its own, or does nothing at all where memory is short.
+ * - Any number of threads may plan at once, and any number may execute at once, different plans or one plan on
+ *   different arrays. A plan's working storage is lent to one execution at a time; an execution that finds it lent, and
+ *   any on a thread that has never made a plan, allocates storage of its own, or does nothing at all where memory is
+ *   short.
  *
  * Fortran: every planning, execute, memory and thread call below has a twin of the same name with a trailing underscore
  * that takes its integers and plans by address (not qsl_fftf_plan_upsampling_2d, qsl_fftf_plan_with_nthreads_local,

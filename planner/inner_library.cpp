@@ -23,7 +23,10 @@ struct level_words {
 
 // A problem as a caller gave it: by the table or else by the last resort.
 int plan_callers_problem(fft_plan** slot) {
-    return plan_problem(slot) == accepted ? accepted : solve_problem_compact_input(*slot);
+    if (plan_problem(slot) == accepted) return accepted;
+    if (solve_problem_compact_input(*slot) != accepted) return refused;
+    settle_storage(*slot);
+    return accepted;
 }
 
 }  // namespace
