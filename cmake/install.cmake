@@ -15,6 +15,11 @@ if(TARGET qfftf_static)
 endif()
 install(FILES include/qfftf.h include/qfftf.hpp include/qfftf.f90
         DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+# The backend of heFFTe is one header; heFFTe itself isn't needed to install it.
+option(QFFTF_INSTALL_HEFFTE_BACKEND "Install heffte_backend_qfftf.h, a backend of heFFTe" OFF)
+if(QFFTF_INSTALL_HEFFTE_BACKEND)
+  install(FILES heffte/heffte_backend_qfftf.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)
+endif()
 install(FILES LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT runtime)
 install(FILES CHANGELOG.md DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT doc)
 install(DIRECTORY docs/user/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/user COMPONENT doc)

@@ -100,6 +100,9 @@ demo_packages() { echo pkgconf gnuplot-nox "libsndfile1-dev$foreign" "libpng-dev
 docs_packages() { echo doxygen mandoc python3; }
 format_packages() { echo clang-format-19; }
 tidy_packages() { echo clang-tidy-19; }
+python_packages() { echo python3 python3-numpy python3-scipy python3-pytest; }
+mpi_packages() { echo libopenmpi-dev openmpi-bin curl ca-certificates; }
+python=/usr/bin/python3  # the system's, for which these packages are; another may stand before it in PATH
 
 missing_packages() {
     local installed name
@@ -194,6 +197,13 @@ configure() {
 # compile PRESET [TARGET...]: every finished object is a line "[done/all, seconds] ...".
 compile() {
     NINJA_STATUS="  [%f/%t, %es] " cmake --build "build/$1" ${2:+--target "${@:2}"}
+}
+
+# build_for_this_machine: sets `built` to the preset whose library runs here without an emulator, and builds that.
+build_for_this_machine() {
+    [ "$machine" = aarch64 ] && built=$native_preset || built=portable
+    configure "$built"
+    compile "$built" qfftf
 }
 
 # run_tests PRESET [OPTION OF CTEST...]
