@@ -41,7 +41,7 @@ TEST(ManyTranspose, TunedSpans) {
     float array[2] = {};
     const auto accepts = [&](int64_t n, int64_t stride) {
         plan_pointer plan = batch_of({n, stride, stride}, {8, 1, 1}).record(array, array);
-        return solve_problem_dft_many_transpose(plan.get()) == accepted;
+        return is_accepted_by(solve_problem_dft_many_transpose, plan.get());
     };
     EXPECT_TRUE(accepts(512, 5913));   // 24219648 bytes
     EXPECT_TRUE(accepts(2048, 3492));  // 57212928 bytes
@@ -90,7 +90,7 @@ plan_pointer rotating_plan(const problem& p, arrays& a, complex_array& table) {
     plan->kind = kind_c2c_large_piece;
     plan->aux = table.data();  // lent
     this_thread_state().use_plan_buffer = 1;
-    return solve_problem_dft_many_transpose_rotate(plan.get()) == accepted ? std::move(plan) : nullptr;
+    return is_accepted_by(solve_problem_dft_many_transpose_rotate, plan.get()) ? std::move(plan) : nullptr;
 }
 
 }  // namespace
@@ -121,7 +121,7 @@ TEST(ManyTransposeRotate, WithoutBatchTheCountIsOne) {
     plan->howmany_rank = 0;
     plan->howmany[0] = {0, 1, 1};
     plan->aux = table.data();
-    ASSERT_EQ(solve_problem_dft_many_transpose_rotate(plan.get()), accepted);
+    ASSERT_TRUE(is_accepted_by(solve_problem_dft_many_transpose_rotate, plan.get()));
     expect_runs(plan.get(), p, before);
 }
 

@@ -87,6 +87,19 @@ void with_own_scratch(const action& run) {
     this_thread_state().use_plan_buffer = 1;
 }
 
+// Asks one solver alone, and finishes the record as the walk over the table would.
+inline bool is_accepted_by(int (*solver)(fft_plan*), fft_plan* plan) {
+    if (solver(plan) != accepted) return false;
+    settle_storage(plan);
+    return true;
+}
+
+// From now on executions that bring their own scratch get none.
+inline void make_scratch_unaffordable(fft_plan* plan) {
+    plan->buffer_size = UINT64_MAX;
+    settle_storage(plan);
+}
+
 // "row: execute" of a plan and, indented, of its subplans.
 inline std::string tree(const fft_plan& p, int depth = 0) {
     std::string s = std::string(2 * depth, ' ') + p.solver_name + ": " + p.execute_name + "\n";

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/scratch/every_execution.h"
 
+#include "batch/compact_input.h"
 #include "planner/plan_tree.h"
 #include "planner/solver.h"
 #include "planner/solver_table.h"
@@ -60,6 +61,14 @@ fft_plan* record_of(const problem_case& p, arrays& planned_on, uint32_t flags) {
     return record;
 }
 
+// As a plan call does.
+bool plan_by_rules(fft_plan** record) {
+    if (plan_problem(record) == accepted) return true;
+    if (solve_problem_compact_input(*record) != accepted) return false;
+    settle_storage(*record);
+    return true;
+}
+
 bool plan_by_row(fft_plan* record, int row) {
     if (solver_table[row].solve(record) != accepted) return false;
     record->solver_name = solver_table[row].name;
@@ -72,7 +81,7 @@ bool plan_by_row(fft_plan* record, int row) {
 planned_execution::planned_execution(const problem_case& problem, int row)
     : problem_(problem), row_(row), before_(arrays_of(problem)), planned_on_(before_) {
     fft_plan* record = record_of(problem, planned_on_, row < 0 ? 0 : plan_flag_measured);
-    const bool made = row < 0 ? plan_problem(&record) == accepted : plan_by_row(record, row);
+    const bool made = row < 0 ? plan_by_rules(&record) : plan_by_row(record, row);
     plan_.reset(record);
     if (!made) plan_.reset();
 }

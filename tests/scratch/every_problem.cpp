@@ -24,6 +24,11 @@ std::vector<problem_case> complex_batches() {
             all.push_back({.dims = {{n, count, 1}}, .batch = {{count, 1, n + 30}}});  // columns to rows
             if (n > 1) all.push_back({.dims = {{n, 1, 1}}, .batch = {{count, n, n}}, .in_place = true});
         }
+    for (int64_t n : {16, 64}) {
+        all.push_back({.dims = {{n, 1, 1}}, .batch = {{8, n, n}}, .sign = sign_backward});
+        all.push_back({.dims = {{n, 1, 8}}, .batch = {{8, n, 1}}, .sign = sign_backward});
+    }
+    all.push_back({.dims = {{6, 1, 10}}, .batch = {{10, 6, 1}}, .in_place = true});
     all.push_back({.dims = {{128, 128, 128}}, .batch = {{128, 1, 1}}});
     all.push_back({.dims = {{64, 64, 64}}, .batch = {{64, 1, 1}}, .in_place = true});
     all.push_back({.dims = {{64, 256, 256}}, .batch = {{256, 1, 1}}});
@@ -123,6 +128,7 @@ std::vector<problem_case> real_to_real() {
 std::vector<problem_case> split_arrays_problems() {
     return {
         {.dims = {{100, 1, 1}}, .split = true},
+        {.dims = {{6, 1, 4}, {4, 6, 1}}, .batch = {{3, 24, 24}}, .in_place = true, .split = true},
         {.dims = {{12, 10, 10}, {10, 1, 1}}, .split = true},
         {.dims = {{94, 2, 1}}, .batch = {{3, 188, 94}}, .split = true},
         {.dims = {{12, 10, 10}, {10, 1, 1}}, .batch = {{2, 120, 120}, {2, 240, 240}}, .split = true},

@@ -8,6 +8,7 @@
 #include <cstring>
 #include <fstream>
 #include <iterator>
+#include <regex>
 #include <stdexcept>
 #include <vector>
 
@@ -109,4 +110,17 @@ void collect_execute_parts(const fft_plan& plan, execute_parts& found) {
     found.functions[reinterpret_cast<const void*>(plan.execute)];
     if (plan.execute_split) found.functions[reinterpret_cast<const void*>(plan.execute_split)];
     for (int i = 0; i < plan.subplan_count; ++i) collect_execute_parts(*plan.subplans[i], found);
+}
+
+std::string list_of_missing_functions(const execute_parts& all, const execute_parts& found) {
+    static const std::regex length(", [0-9]+ul?>");
+    const auto of_any_length = [](const std::string& symbol) { return std::regex_replace(symbol, length, ", n>"); };
+    std::set<std::string> reached, missing;
+    for (const auto& [function, symbol] : all.functions)
+        if (found.functions.contains(function)) reached.insert(of_any_length(symbol));
+    for (const auto& [function, symbol] : all.functions)
+        if (!reached.contains(of_any_length(symbol))) missing.insert(of_any_length(symbol));
+    std::string text;
+    for (const std::string& symbol : missing) text += "  function " + symbol + "\n";
+    return text;
 }

@@ -17,3 +17,6 @@ execute_parts execute_parts_of_this_program();
 
 // What the records of the plan's tree hold.
 void collect_execute_parts(const fft_plan& plan, execute_parts& found);
+
+// Of the functions that one template makes for different lengths one is enough.
+std::string list_of_missing_functions(const execute_parts& all, const execute_parts& found);

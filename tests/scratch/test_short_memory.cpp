@@ -88,9 +88,7 @@ std::string list_of_missing(const execute_parts& all, const execute_parts& found
     std::ostringstream missing;
     for (const std::string& name : all.names)
         if (!found.names.contains(name)) missing << "  name " << name << "\n";
-    for (const auto& [function, symbol] : all.functions)
-        if (!found.functions.contains(function)) missing << "  function " << symbol << "\n";
-    return missing.str();
+    return missing.str() + list_of_missing_functions(all, found);
 }
 
 class ShortMemory : public testing::Test {
