@@ -2,7 +2,6 @@
 #include "interface/level.h"
 
 #include <atomic>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -50,10 +49,7 @@ const inner_library& level_at_work() {
     const inner_library* level = at_work.load(std::memory_order_relaxed);
     if (level) return *level;
     level = choose();
-    if (!level) {  // only in a program that is linked with some levels, such as a test
-        fputs("This processor has none of the levels that are linked into the program.\n", stderr);
-        abort();
-    }
+    if (!level) abort();  // only a test is linked with levels none of which its processor has
     const inner_library* nobodys_choice = nullptr;
     return at_work.compare_exchange_strong(nobodys_choice, level, std::memory_order_relaxed) ? *level : *nobodys_choice;
 }

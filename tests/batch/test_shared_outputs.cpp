@@ -9,8 +9,8 @@
 
 #include "tests/batch/reshape_support.h"
 #include "tests/support/emulated.h"
-#include "tests/support/random_clock.h"
 #include "tests/support/signals.h"
+#include "tests/support/steered_clock.h"
 
 namespace {
 
@@ -97,7 +97,7 @@ void check(const problem& p, const kind_case& kind, uint64_t seed, tally& count)
     out.mark(side_of(p, false));
     fft_plan* record = p.record(in.begin(), out.begin()).release();
     for (int k = 0; k < record->rank; ++k) record->r2r_kind[k] = kind.r2r_kind;
-    random_clock::seed(seed);
+    steered_clock::start(seed);
     const bool planned = plan_problem(&record) == accepted;
     const plan_pointer plan(record);
     ++count.plans;
