@@ -172,7 +172,7 @@ project(other LANGUAGES NONE)
 set(CMAKE_SYSTEM_PROCESSOR riscv64)
 find_package(qfftf $version REQUIRED)
 PROJECT
-    "$CMAKE" -S . -B other_machine -D "CMAKE_PREFIX_PATH=$work/prefix" >other.log 2>&1 && fail "another machine takes the package"
+    "$CMAKE" -S . -B other_machine -G Ninja -D "CMAKE_PREFIX_PATH=$work/prefix" >other.log 2>&1 && fail "another machine takes the package"
     tr -s ' \n' ' ' <other.log | grep -q "which is for aarch64 under Linux; this project is built for riscv64" ||
         { cat other.log; fail "the refusal of another machine has no sentence"; }
     rm -rf other_machine
