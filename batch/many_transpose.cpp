@@ -3,11 +3,11 @@
 // elements, each group is transformed at once, and the block is unpacked to the output. Row 17 takes complex batches
 // whose columns reach over so much memory that strided stages would suffer. Row 67 takes the column pass of a large
 // transform, which lends it the twiddles that it multiplies by while unpacking; without them it refuses.
-#include "batch/in_place.h"
 #include "dft/sizes.h"
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/in_place.h"
 
 #include <algorithm>
 

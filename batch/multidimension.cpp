@@ -4,9 +4,9 @@
 // place on the output. Both are batches, which the batch solvers peel; the rows meet this row again.
 // Complex-to-real needs the opposite order and has a row of its own.
 // Row 43 stands for a parallel form and takes nothing.
-#include "batch/subplans.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/subplans.h"
 
 namespace {
 

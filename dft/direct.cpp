@@ -3,10 +3,10 @@
 // executing it is one call. Row 24 takes any strides, rows 25 and 26 unit strides; of these NEON stands first, so that
 // row 26 is reached only by measuring. A contiguous length of 64 runs faster as two stages on most problems, so that
 // only the clock may choose its kernel.
-#include "dft/problem.h"
 #include "kernels/lookup.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/problem.h"
 
 namespace {
 

@@ -2,10 +2,10 @@
 // Rows 38 and 39: a batch of complex-to-real rows, two rows merged into one complex transform whose real and imaginary
 // parts are the results. Row 38 is for arrays in place whose layout lets a pair overwrite rows not yet read: it reads
 // all rows first. Row 39 works pair by pair; unless measured it leaves long contiguous rows to the half-length method.
-#include "batch/in_place.h"
 #include "planner/solvers.h"
 #include "real/pair_passes.h"
 #include "real/pair_subplans.h"
+#include "record/in_place.h"
 
 namespace {
 

@@ -3,10 +3,10 @@
 // symmetry. Row 40 is for arrays in place whose layout lets a pair overwrite rows not yet read: it reads all rows
 // first. Row 41 works pair by pair; unless measured it leaves long contiguous rows to the half-length method, but for
 // the one length at which pairs win.
-#include "batch/in_place.h"
 #include "planner/solvers.h"
 #include "real/pair_passes.h"
 #include "real/pair_subplans.h"
+#include "record/in_place.h"
 
 namespace {
 

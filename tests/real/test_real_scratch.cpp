@@ -6,8 +6,8 @@
 #include <algorithm>
 #include <memory>
 
-#include "interface/fft_plan.h"
 #include "planner/plan_tree.h"
+#include "record/fft_plan.h"
 #include "tests/support/scarce_memory.h"
 #include "tests/support/signals.h"
 #include "tools/planned_problem.h"
