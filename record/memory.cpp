@@ -2,6 +2,8 @@
 // The aligned allocator. The block's own address stands in the 8 bytes before the pointer that is handed out.
 #include "record/memory.h"
 
+#include "include/qfftf.h"  // exports the two calls
+
 #include <unistd.h>
 
 #include <cstdlib>
