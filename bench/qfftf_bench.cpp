@@ -19,6 +19,8 @@ constexpr const char usage[] =
     "  --library FILE  a library to run, once for each; by default this library and libfftw3f.so.3;\n"
     "                  the word memcpy stands for a plain copy beside transpose and copy problems\n"
     "  --mark N        execute N times between markers, for bench/model/model, and read no clock\n"
+    "  --mark-plan W   mark in place of executions a plan and its destruction: W is first, of a problem of which the\n"
+    "                  library remembers nothing, or again\n"
     "  --runs N        runs by the clock (default 11); the median counts\n"
     "  --tolerance X   largest relative distance between the libraries' results (default 1e-5)\n"
     "One CSV line per problem and library.\n";
@@ -27,6 +29,7 @@ struct options {
     std::vector<problem> problems;
     std::vector<std::string> libraries;
     long mark = 0;
+    std::string plan;  // "first", "again", or empty where executions are measured
     int runs = 11;
     double tolerance = 1e-5;
 };
@@ -45,6 +48,8 @@ options parse_options(int argc, char** argv) {
             o.libraries.push_back(value());
         else if (word == "--mark")
             o.mark = std::stol(value());
+        else if (word == "--mark-plan")
+            o.plan = value();
         else if (word == "--runs")
             o.runs = std::stoi(value());
         else if (word == "--tolerance")
@@ -56,6 +61,8 @@ options parse_options(int argc, char** argv) {
     }
     if (o.problems.empty()) throw std::invalid_argument("no problem given");
     if (o.runs < 1 || o.mark < 0) throw std::invalid_argument("counts begin at 1");
+    if (!o.plan.empty() && o.plan != "first" && o.plan != "again")
+        throw std::invalid_argument("--mark-plan wants first or again");
     if (o.libraries.empty()) o.libraries = {QFFTF_DEFAULT_LIBRARY, "libfftw3f.so.3"};
     return o;
 }
@@ -92,8 +99,17 @@ double worst_distance(const problem& p, const std::vector<contender>& all, array
     return worst;
 }
 
+int region = 0;
+
+// No other plan lives meanwhile, whose tables a library could share.
+void mark_plans(const options& o, const problem& p, const std::vector<contender>& all, arrays<float>& data) {
+    for (const contender& c : all) {
+        plan_between_markers(*c.lib, p, data, o.plan == "first");
+        printf("%d,%s,%s,1,%.0f,%.0f\n", region++, p.text.c_str(), c.lib->name().c_str(), p.nominal_flops(), p.bytes());
+    }
+}
+
 void measure(const options& o, const problem& p, const std::vector<contender>& all) {
-    static int region = 0;
     if (o.mark) {
         for (const contender& c : all) {
             execute_between_markers(*c.lib, c.plan, o.mark);
@@ -122,8 +138,9 @@ bool run(const options& o, const problem& p, const std::vector<std::unique_ptr<l
                 distance);
     // Repeated transforms of their own results would grow without end; zeros stay.
     if (!all.empty() && !p.keeps_input()) data.clear();
-    if (agree && !all.empty()) measure(o, p, all);
+    if (agree && !all.empty() && o.plan.empty()) measure(o, p, all);
     for (const contender& c : all) c.lib->destroy(c.plan);
+    if (agree && !o.plan.empty()) mark_plans(o, p, all, data);
     fflush(stdout);
     return agree && all.size() == libraries.size();
 }
@@ -134,8 +151,9 @@ int main(int argc, char** argv) try {
     const options o = parse_options(argc, argv);
     std::vector<std::unique_ptr<library<float>>> libraries;
     for (const std::string& file : o.libraries) libraries.push_back(open_library<float>(file));
-    puts(o.mark ? "region,problem,library,executions,nominal_flops,bytes"
-                : "problem,library,source,executions,runs,median_ns,min_ns,max_ns,nominal_mflops,ratio_to_last");
+    puts(o.mark || !o.plan.empty()
+             ? "region,problem,library,executions,nominal_flops,bytes"
+             : "problem,library,source,executions,runs,median_ns,min_ns,max_ns,nominal_mflops,ratio_to_last");
     bool complete = true;
     for (const problem& p : o.problems) complete &= run(o, p, libraries);
     return complete ? 0 : 1;

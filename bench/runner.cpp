@@ -109,15 +109,31 @@ std::vector<clock_figures> time_by_turns(const std::vector<std::function<void()>
     return result;
 }
 
-[[gnu::noinline]] void execute_between_markers(library<float>& lib, void* plan, long count) {
-    lib.execute(plan);  // the first execution resolves symbols and touches memory
+namespace {
+
+template <typename Act>
+[[gnu::noinline]] void act_between_markers(Act act, long count) {
 #ifdef __aarch64__
     asm volatile("hint #42" ::: "memory");
 #endif
-    for (long i = 0; i < count; ++i) lib.execute(plan);
+    for (long i = 0; i < count; ++i) act();
 #ifdef __aarch64__
     asm volatile("hint #43" ::: "memory");
 #endif
+}
+
+}  // namespace
+
+void execute_between_markers(library<float>& lib, void* plan, long count) {
+    lib.execute(plan);  // the first execution resolves symbols and touches memory
+    act_between_markers([&] { lib.execute(plan); }, count);
+}
+
+void plan_between_markers(library<float>& lib, const problem& p, arrays<float>& data, bool first) {
+    const auto plan = [&] { lib.destroy(lib.plan(p, data.in(), data.out())); };
+    plan();
+    if (first) lib.forget();
+    act_between_markers(plan, 1);
 }
 
 bool emulated() {

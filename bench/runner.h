@@ -48,6 +48,10 @@ std::vector<clock_figures> time_by_turns(const std::vector<std::function<void()>
 // Executes between the instructions `hint #42` and `hint #43`, which processors ignore and bench/model looks for.
 void execute_between_markers(library<float>& lib, void* plan, long count);
 
+// Plans and destroys the plan between the same instructions, after it was planned before; `first` lets the library
+// forget what it remembers of that.
+void plan_between_markers(library<float>& lib, const problem& p, arrays<float>& data, bool first);
+
 // True under the user-mode emulator, where a clock measures the emulator.
 bool emulated();
 
