@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 5: any batch on split arrays, peeled one dimension at a time into a loop over the four arrays. Each transform
-// reads all its input before it writes, but a batch in place whose later inputs would be overwritten is refused.
+// dft_many_split: any batch on split arrays, peeled one dimension at a time into a loop over the four arrays. Each
+// transform reads all its input before it writes, but a batch in place whose later inputs would be overwritten is
+// refused.
 #include "batch/in_place.h"
 #include "batch/split_arrays.h"
 #include "batch/subplans.h"

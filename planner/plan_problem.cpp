@@ -14,7 +14,7 @@ namespace {
 
 int walk_by_rules(fft_plan* plan) {
     for (const solver_entry& row : solver_table) {
-        fft_plan_clear(plan);  // ahead of row 0 as well: the record may have been planned before
+        fft_plan_clear(plan);  // ahead of the first row as well: the record may have been planned before
         if (row.solve(plan) == accepted) {
             plan->solver_name = row.name;
             settle_storage(plan);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 42 and 53: real to half-complex. Row 53 takes one transform of any length: an even one by a complex transform of
-// half the length, an odd one by a complex transform of the reals. Row 42 takes a batch, two rows at a time as one
-// complex transform; it leaves length 1 to the generic loop.
+// r2hc_1d and r2hc_many: real to half-complex. The first takes one transform of any length: an even one by a complex
+// transform of half the length, an odd one by a complex transform of the reals. The second takes a batch, two rows at a
+// time as one complex transform; it leaves length 1 to the generic loop.
 #include "batch/in_place.h"
 #include "planner/solvers.h"
 #include "real/half_complex_passes.h"

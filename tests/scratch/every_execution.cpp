@@ -2,9 +2,9 @@
 #include "tests/scratch/every_execution.h"
 
 #include "batch/compact_input.h"
-#include "planner/plan_tree.h"
 #include "planner/solver.h"
 #include "planner/solver_table.h"
+#include "problems/plan_tree.h"
 #include "tests/support/signals.h"
 
 namespace {

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tools/explained_plan.h"
+#include "problems/explained_plan.h"
 
 #include "interface/plan_call.h"
-#include "planner/plan_tree.h"
-#include "tools/call_words.h"
-#include "tools/planned_problem.h"
-#include "tools/refusal_reason.h"
-#include "tools/stand_in_arrays.h"
+#include "problems/call_words.h"
+#include "problems/plan_tree.h"
+#include "problems/planned_problem.h"
+#include "problems/refusal_reason.h"
+#include "problems/stand_in_arrays.h"
 
 #include <new>
 
@@ -24,8 +24,8 @@ void plan_record(fft_plan* record, explained_plan& result) {
 }
 
 // Measured planning runs on the arrays; planning by rules looks at the addresses alone.
-bool find_arrays(const bench::problem& p, explained_plan& result) {
-    const size_t floats = std::max(bench::span_floats(p, p.in), bench::span_floats(p, p.out));
+bool find_arrays(const problems::problem& p, explained_plan& result) {
+    const size_t floats = std::max(problems::span_floats(p, p.in), problems::span_floats(p, p.out));
     try {
         if (floats > result.in.max_size()) throw std::bad_alloc();
         result.in.resize(floats);
@@ -38,7 +38,7 @@ bool find_arrays(const bench::problem& p, explained_plan& result) {
     }
 }
 
-explained_plan explain_problem(const bench::problem& p) {
+explained_plan explain_problem(const problems::problem& p) {
     explained_plan result;
     float* in = stand_in_array(stand_in::in);
     float* out = p.in_place ? in : stand_in_array(stand_in::out);
@@ -67,5 +67,5 @@ explained_plan explain_call(const call_words& call) {
 
 explained_plan explain(const std::string& words) {
     if (call_words::are_in(words)) return explain_call(call_words(words));
-    return explain_problem(bench::parse_problem(words));
+    return explain_problem(problems::parse_problem(words));
 }

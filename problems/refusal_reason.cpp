@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tools/refusal_reason.h"
+#include "problems/refusal_reason.h"
 
 #include "interface/plan_call.h"
-#include "tools/stand_in_arrays.h"
+#include "problems/stand_in_arrays.h"
 
 #include <array>
 #include <cstring>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Planning calls in words: what record they make, what refuses them, and words that are no call.
-#include "planner/plan_tree.h"
-#include "tools/call_words.h"
+#include "problems/call_words.h"
+#include "problems/plan_tree.h"
 
 #include <gtest/gtest.h>
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace bench {
+namespace problems {
 
 // The number of letters to insert, drop, replace or exchange with their neighbour; capitals count as small letters.
 inline size_t word_distance(std::string_view a, std::string_view b) {
@@ -38,4 +38,4 @@ inline std::string did_you_mean(std::string_view word, std::span<const std::stri
     return ": did you mean " + std::string(nearest) + "?";
 }
 
-}  // namespace bench
+}  // namespace problems

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // How plans read as text: problems of every kind, trees, stages and storage, on records made by hand.
 #include "kernels/kernel_types.h"
-#include "planner/plan_tree.h"
 #include "planner/solver.h"
+#include "problems/plan_tree.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "bench/problem.h"
+#include "problems/problem.h"
 
 #include <gtest/gtest.h>
 
 #include <stdexcept>
 
-using namespace bench;
+using namespace problems;
 
 namespace {
 

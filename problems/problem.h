@@ -15,7 +15,7 @@
 #include <string_view>
 #include <vector>
 
-namespace bench {
+namespace problems {
 
 enum class family { c2c, r2c, c2r, r2r, transpose, copy };
 
@@ -77,4 +77,4 @@ void for_each_element(const problem& p, const side& s, Visit visit) {
     }
 }
 
-}  // namespace bench
+}  // namespace problems

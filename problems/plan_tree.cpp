@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "planner/plan_tree.h"
+#include "problems/plan_tree.h"
 
 #include "kernels/kernel_types.h"
 #include "kernels/real_kernels.h"

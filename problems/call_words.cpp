@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "tools/call_words.h"
+#include "problems/call_words.h"
 
-#include "bench/near_word.h"
-#include "tools/refusal_reason.h"
-#include "tools/stand_in_arrays.h"
+#include "problems/near_word.h"
+#include "problems/refusal_reason.h"
+#include "problems/stand_in_arrays.h"
 
 #include <algorithm>
 #include <charconv>
@@ -80,7 +80,7 @@ uint32_t kind_named(const std::string& name) {
     if (name == "c2r") return kind_c2r;
     if (name == "r2r") return kind_r2r;
     constexpr std::string_view names[] = {"c2c", "r2c", "c2r", "r2r"};
-    reject("'" + name + "' is no kind: c2c, r2c, c2r or r2r" + bench::did_you_mean(name, names));
+    reject("'" + name + "' is no kind: c2c, r2c, c2r or r2r" + problems::did_you_mean(name, names));
 }
 
 // A list that the call reads by its rank.
@@ -122,8 +122,9 @@ void call_words::take(const std::string& word) {
         is_guru_ ? "dims batch sign kinds" : "n howmany istride idist ostride odist inembed onembed sign kinds";
     const auto names = pieces(std::string(known), ' ');
     if (std::find(names.begin(), names.end(), key) == names.end())
-        reject("'" + word + "' is no word of this call" +
-               (is_guru_ ? bench::did_you_mean(key + "=", guru_words) : bench::did_you_mean(key + "=", many_words)));
+        reject(
+            "'" + word + "' is no word of this call" +
+            (is_guru_ ? problems::did_you_mean(key + "=", guru_words) : problems::did_you_mean(key + "=", many_words)));
     for (const char* list_name : {"n", "inembed", "onembed", "kinds", "dims", "batch"})
         if (key == list_name) return take_list(key, value);
     take_number(key, value);
@@ -138,7 +139,7 @@ void call_words::take_flag(const std::string& word) {
         wide_ = true;
     else
         reject("'" + word + "' is no word of this call" +
-               (is_guru_ ? bench::did_you_mean(word, guru_words) : bench::did_you_mean(word, many_words)));
+               (is_guru_ ? problems::did_you_mean(word, guru_words) : problems::did_you_mean(word, many_words)));
 }
 
 void call_words::take_list(const std::string& key, const std::string& value) {

@@ -17,6 +17,6 @@ struct explained_plan {
     std::vector<float> in, out;  // of a measured problem, which runs on them
 };
 
-// `words` are a problem of the problem language or a call (tools/call_words.h). Sets the calling program's thread count
-// to what the words ask for. Throws std::invalid_argument, which names the word it stumbled over.
+// `words` are a problem of the problem language or a call (problems/call_words.h). Sets the calling program's thread
+// count to what the words ask for. Throws std::invalid_argument, which names the word it stumbled over.
 explained_plan explain(const std::string& words);

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "bench/problem.h"
+#include "problems/problem.h"
 
-#include "bench/near_word.h"
+#include "problems/near_word.h"
 
 #include <algorithm>
 #include <array>
@@ -10,7 +10,7 @@
 #include <fstream>
 #include <stdexcept>
 
-namespace bench {
+namespace problems {
 namespace {
 
 constexpr std::array<std::string_view, 11> r2r_names = {
@@ -217,4 +217,4 @@ size_t span_floats(const problem& p, const side& s) {
     return static_cast<size_t>(std::min(last, INT64_MAX / 4) + 1) * (s.complex ? 2 : 1);
 }
 
-}  // namespace bench
+}  // namespace problems
