@@ -129,11 +129,47 @@ void execute_between_markers(library<float>& lib, void* plan, long count) {
     act_between_markers([&] { lib.execute(plan); }, count);
 }
 
-void plan_between_markers(library<float>& lib, const problem& p, arrays<float>& data, bool first) {
-    const auto plan = [&] { lib.destroy(lib.plan(p, data.in(), data.out())); };
-    plan();
-    if (first) lib.forget();
-    act_between_markers(plan, 1);
+namespace {
+
+void plan_and_destroy(const planning& act) { act.lib.destroy(act.lib.plan(act.p, act.in, act.out)); }
+
+}  // namespace
+
+void plan_between_markers(const planning& act) {
+    plan_and_destroy(act);
+    if (act.first) act.lib.forget();
+    act_between_markers([&] { plan_and_destroy(act); }, 1);
+}
+
+clock_figures time_plans(const planning& act, int runs) {
+    plan_and_destroy(act);
+    std::vector<double> times;
+    for (int run = 0; run < runs; ++run) {
+        if (act.first) act.lib.forget();
+        times.push_back(elapsed_ns([&] { plan_and_destroy(act); }, 1));
+    }
+    std::sort(times.begin(), times.end());
+    return {1, times[times.size() / 2], times.front(), times.back()};
+}
+
+double core_ghz() {
+    constexpr long turns = 1'000'000;
+    constexpr int chain = 16, tries = 20;  // the fastest of some: a core that slept takes a while to speed up
+    double best = 0;
+    for (int i = 0; i < tries; ++i) {
+        const double ns = elapsed_ns(
+            [] {
+                uint64_t sum = 0;
+                for (long turn = 0; turn < turns; ++turn)
+                    for (int link = 0; link < chain; ++link) {
+                        sum += 1;
+                        asm volatile("" : "+r"(sum));
+                    }
+            },
+            1);
+        best = std::max(best, turns * chain / ns);
+    }
+    return best;
 }
 
 bool emulated() {
