@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/runner.h"
 
+#include "bench/markers.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -108,21 +110,6 @@ std::vector<clock_figures> time_by_turns(const std::vector<std::function<void()>
     }
     return result;
 }
-
-namespace {
-
-template <typename Act>
-[[gnu::noinline]] void act_between_markers(Act act, long count) {
-#ifdef __aarch64__
-    asm volatile("hint #42" ::: "memory");
-#endif
-    for (long i = 0; i < count; ++i) act();
-#ifdef __aarch64__
-    asm volatile("hint #43" ::: "memory");
-#endif
-}
-
-}  // namespace
 
 void execute_between_markers(library<float>& lib, void* plan, long count) {
     lib.execute(plan);  // the first execution resolves symbols and touches memory

@@ -3,11 +3,11 @@
 // first, the twiddles folded into their way out, then rows of m points (the six-step method without its transposes).
 // Both passes are batched subplans, so that blocking and threads are theirs. Shorter transforms run faster as one chain
 // of stages.
-#include "dft/problem.h"
 #include "dft/roots.h"
 #include "dft/sizes.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/problem.h"
 
 #include <cmath>
 

@@ -3,7 +3,7 @@
 // tools; the library itself prints nothing. Names are shortened: "c2c_1d_sve > 1d_two_stages_sve" stands for
 // solve_problem_c2c_1d_sve and execute_1d_two_stages_sve.
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 #include <string>
 #include <vector>

@@ -117,7 +117,3 @@ void fft_element_sizes(uint32_t kind, uint64_t* in_bytes, uint64_t* out_bytes);
 
 // Twice `stride` when `switch_value` is 1, else `stride`.
 inline int64_t doubled_stride(uint32_t switch_value, int64_t stride) { return switch_value == 1 ? 2 * stride : stride; }
-
-// The aligned allocator and the aligned free: zeroed memory on a 64-byte boundary, null when memory is short.
-extern "C" void* qsl_fftf_malloc(uint64_t size);
-extern "C" void qsl_fftf_free(void* pointer);

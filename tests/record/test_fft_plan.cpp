@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The life of a record: what a clone and a subplan carry, what clearing releases and what it leaves.
 #include "include/qfftf.h"
-#include "interface/fft_plan.h"
 #include "planner/solver.h"
+#include "record/fft_plan.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What the batch solvers do to a fresh copy of their problem to make it a subplan.
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 // The subplan does one transform of the batch. The triple is zeroed too, since some solvers look at it first.
 inline void drop_batch(fft_plan* subplan) {

@@ -2,7 +2,7 @@
 // In place, the indices (dimensions and batches) fall into two groups. Those with the same step in bytes on both sides
 // span a lattice of points that input and output share. The others, with the bytes of one element, span the block that
 // hangs on each point. Items can't meet when the blocks can't: when the steps of the lattice, sorted, nest around it.
-#include "batch/in_place.h"
+#include "record/in_place.h"
 
 #include <algorithm>
 

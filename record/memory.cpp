@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // The aligned allocator. The block's own address stands in the 8 bytes before the pointer that is handed out.
-#include "include/qfftf.h"
-#include "interface/fft_plan.h"
+#include "record/memory.h"
+
+#include "include/qfftf.h"  // exports the two calls
+
+#include <unistd.h>
 
 #include <cstdlib>
 #include <cstring>
@@ -29,4 +32,11 @@ extern "C" void qsl_fftf_free(void* pointer) {
     const uintptr_t address = reinterpret_cast<uintptr_t>(pointer);
     if (address <= block || address - block > overhead) return;
     free(reinterpret_cast<void*>(block));
+}
+
+bool fits_into_memory(uint64_t bytes) {
+    constexpr uint64_t any_machine_has = uint64_t{1} << 28;
+    if (bytes <= any_machine_has) return true;
+    const long pages = sysconf(_SC_PHYS_PAGES), page = sysconf(_SC_PAGESIZE);
+    return pages <= 0 || page <= 0 || bytes / static_cast<uint64_t>(page) < static_cast<uint64_t>(pages);
 }

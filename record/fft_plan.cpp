@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The life of a plan record: cloning, subplans, clearing and release.
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
+
+#include "record/memory.h"
 
 #include <cstdlib>
 

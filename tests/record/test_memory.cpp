@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "interface/fft_plan.h"
+#include "record/memory.h"
 
 #include <gtest/gtest.h>
 

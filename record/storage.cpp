@@ -1,15 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// How solvers attach storage and subplans to a record.
-#include "planner/solver.h"
+#include "record/storage.h"
 
-#include <unistd.h>
-
-bool fits_into_memory(uint64_t bytes) {
-    constexpr uint64_t any_machine_has = uint64_t{1} << 28;
-    if (bytes <= any_machine_has) return true;
-    const long pages = sysconf(_SC_PHYS_PAGES), page = sysconf(_SC_PAGESIZE);
-    return pages <= 0 || page <= 0 || bytes / static_cast<uint64_t>(page) < static_cast<uint64_t>(pages);
-}
+#include "record/memory.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // may_run_in_pieces against the exact sets of floats that the items of small problems read and write.
-#include "batch/in_place.h"
+#include "record/in_place.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // may_run_in_pieces on split arrays that meet each other in every way, against the exact sets of floats. A batch of
 // two dimensions is told apart to the last item, since the loop over one dimension answers for the inner loop too.
-#include "batch/in_place.h"
+#include "record/in_place.h"
 
 #include <gtest/gtest.h>
 
