@@ -37,6 +37,7 @@ constexpr char plan_legend[] = R"(A tree shows a problem, and under it what take
         c2c_1d_sve > 1d_two_stages_sve 32 32  buffer 8192  aux 8520
         the solver > the function that it runs, the radices of its stages, and its storage in bytes:
         buffer  scratch of executions;  aux  tables and kernel pointers, or borrowed: another record's
+        [words]  what really runs, where several functions share the name
 
 Subproblems are indented below. owned: all that the plan holds until it is destroyed. per execution: what a thread that
 has never made a plan allocates while it executes one (a thread that has made one works in the plan's buffers).

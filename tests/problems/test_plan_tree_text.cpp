@@ -95,6 +95,16 @@ TEST(TreeLine, StagesOfChains) {
     }
 }
 
+TEST(TreeLine, WordsFollowANameThatDoesNotTellWhatRuns) {
+    fft_plan p = problem(kind_c2c, {{64, 1, 1}});
+    p.solver_name = "solve_problem_dft_many";
+    install(&p, run, "execute_many", runs_two_stages_each);
+    EXPECT_EQ(plan_tree_line(p), "dft_many > many [both stages of each in one loop]");
+    EXPECT_EQ(plan_tree_text(p), "c2c- 64\n    dft_many > many [both stages of each in one loop]\n");
+    install(&p, run, "execute_many");
+    EXPECT_EQ(plan_tree_line(p), "dft_many > many") << "the next solver's answer replaces it";
+}
+
 TEST(TreeLine, NestsSubproblems) {
     fft_plan p = problem(kind_r2c, {{16, 1, 1}});
     solve_by(p, "solve_problem_r2c_1d", "execute_1d_r2c");

@@ -119,9 +119,10 @@ TEST(Record, FieldsStandInTheirOrderAtNaturalAlignment) {
     EXPECT_EQ(offsetof(fft_plan, sign), 8u);
     EXPECT_EQ(offsetof(fft_plan, split), 16u);
     EXPECT_EQ(offsetof(fft_plan, rank), 24u);
-    EXPECT_EQ(offsetof(fft_plan, scratch_lines), 28u);  // in the padding, like the next two
+    EXPECT_EQ(offsetof(fft_plan, scratch_lines), 28u);  // in the padding, like the next three
     EXPECT_EQ(offsetof(fft_plan, lending), 4u);
     EXPECT_EQ(offsetof(fft_plan, brought_lines), 148u);
+    EXPECT_EQ(offsetof(fft_plan, runs), 284u);
     EXPECT_EQ(offsetof(fft_plan, dims), 32u);
     EXPECT_EQ(offsetof(fft_plan, r2r_kind), 128u);
     EXPECT_EQ(offsetof(fft_plan, howmany_rank), 144u);

@@ -9,6 +9,7 @@
 
 #include "include/qfftf.h"
 #include "tests/scratch/every_execution.h"
+#include "tests/scratch/sleeping_workers.h"
 
 namespace {
 
@@ -54,14 +55,7 @@ void expect_the_same_from_all(const std::vector<problem_case>& problems) {
     }
 }
 
-class Sharing : public testing::Test {
-protected:
-    void SetUp() override {
-        setenv("QSL_FFT_AFFINITY", "NO", 1);
-        qsl_fftf_plan_with_nthreads(200);  // workers sleep between loops
-    }
-    void TearDown() override { qsl_fftf_cleanup_threads(); }
-};
+using Sharing = sleeping_workers;
 
 TEST_F(Sharing, ComplexRealAndRealToReal) {
     expect_the_same_from_all({
