@@ -94,9 +94,9 @@ struct many_direct_form {
     bool side_by_side;
     execute_function execute;
     const char* name;
-    what_runs runs;
     execute_function execute_tail;
     const char* tail_name;
+    what_runs runs = runs_as_named;  // without a tail
 };
 
 template <class Kernel>
@@ -115,15 +115,15 @@ bool whole_groups_of_rows(const fft_plan& p) {
 constexpr many_direct_form sve_form = {true,
                                        execute_groups<many_kernel, 4>,
                                        "execute_c2c_many_direct_parallel_sve",
-                                       runs_kernel_of_four_lanes,
                                        execute_groups_tail<many_kernel, 4>,
-                                       "execute_c2c_many_direct_parallel_sve_tail"};
-constexpr many_direct_form neon_form = {
-    true,          execute_groups<many_kernel, 2>,      "execute_c2c_many_direct_parallel_neon",
-    runs_as_named, execute_groups_tail<many_kernel, 2>, "execute_c2c_many_direct_parallel_neon_tail"};
+                                       "execute_c2c_many_direct_parallel_sve_tail",
+                                       runs_kernel_of_four_lanes};
+constexpr many_direct_form neon_form = {true, execute_groups<many_kernel, 2>, "execute_c2c_many_direct_parallel_neon",
+                                        execute_groups_tail<many_kernel, 2>,
+                                        "execute_c2c_many_direct_parallel_neon_tail"};
 constexpr many_direct_form assemble_form = {
-    false,         execute_groups<many_assemble_kernel, 2>,      "execute_c2c_many_direct_assemble_neon",
-    runs_as_named, execute_groups_tail<many_assemble_kernel, 2>, "execute_c2c_many_direct_assemble_neon_tail"};
+    false, execute_groups<many_assemble_kernel, 2>, "execute_c2c_many_direct_assemble_neon",
+    execute_groups_tail<many_assemble_kernel, 2>, "execute_c2c_many_direct_assemble_neon_tail"};
 
 }  // namespace
 

@@ -12,5 +12,5 @@ inline bool runs_by_two_stages(const fft_plan& plan) {
 // the stages as far as they go.
 void execute_two_stages_each(fft_plan* plan, float* in, float* out, int64_t count, int64_t in_step, int64_t out_step);
 
-// Do they go anywhere?
+// True where straight kernels do some of `count` executions.
 bool has_straight_kernels_for(const fft_plan& plan, int64_t count);
