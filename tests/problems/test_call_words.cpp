@@ -42,6 +42,10 @@ TEST(CallWords, TellGuruCalls) {
     EXPECT_EQ(record_text("guru r2c dims=8:2:1 split wide"), "r2c split 8:2:1");
     EXPECT_EQ(record_text("guru r2r dims=8:1:1 kinds=2 inplace"), "r2r dht 8 =");
     EXPECT_EQ(record_text("guru c2c batch=3:1:2"), "c2c- point *3:1:2");
+    EXPECT_EQ(record_text("guru c2c batch=3:1:2 wide"), "refused");
+    EXPECT_EQ(record_text("guru c2c dims= batch=3:1:2 wide"), "c2c- point *3:1:2");
+    EXPECT_EQ(record_text("guru r2r dims= batch=3:1:2 kinds= wide"), "r2r point *3:1:2");
+    EXPECT_EQ(record_text("guru c2c dims=8:1:1 batch= wide"), "c2c- 8");
 }
 
 TEST(CallWords, ExplainRefusals) {

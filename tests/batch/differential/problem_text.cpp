@@ -50,9 +50,8 @@ void print_many(std::ostream& s, const transform_problem& p) {
 
 void print_guru(std::ostream& s, const transform_problem& p) {
     s << "guru " << kind_name(p);
-    if (!p.dims.empty()) s << " dims=" << triples(p.dims);
-    if (!p.batch.empty()) s << " batch=" << triples(p.batch);
-    s << (p.split ? " split" : "") << (p.call == plan_call::guru64 ? " wide" : "");
+    s << " dims=" << triples(p.dims) << " batch=" << triples(p.batch) << (p.split ? " split" : "")
+      << (p.call == plan_call::guru64 ? " wide" : "");
 }
 
 // The same lengths, stored without gaps: batches outermost, the last dimension innermost.
