@@ -4,9 +4,9 @@
 // problems (rows). The intermediate stands in the array itself where input and padded output are the same complex
 // elements. Elsewhere the padding may hold anything, such as other outputs of a batch, and the intermediate has the
 // plan's buffer.
-#include "batch/subplans.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/subplans.h"
 
 namespace {
 

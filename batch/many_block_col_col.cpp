@@ -4,12 +4,12 @@
 // on one side only, a block has to be gathered: without a copying case it refuses. (Transposing moves adjacent columns,
 // so those cases need both sides.)
 #include "batch/block_col_col_table.h"
-#include "batch/in_place.h"
 #include "batch/many_direct.h"
 #include "dft/multi_stage.h"
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/in_place.h"
 
 namespace {
 

@@ -7,11 +7,11 @@
 // A kernel reads all its input before it writes.
 #include "batch/many_direct.h"
 
-#include "batch/in_place.h"
-#include "batch/subplans.h"
 #include "kernels/lookup.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/in_place.h"
+#include "record/subplans.h"
 
 #include <iterator>
 #include <utility>

@@ -4,11 +4,11 @@
 // output. The first takes complex batches whose columns reach over so much memory that strided stages would suffer. The
 // second takes the column pass of a large transform, which lends it the twiddles that it multiplies by while unpacking;
 // without them it refuses.
-#include "batch/in_place.h"
 #include "dft/sizes.h"
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/in_place.h"
 
 #include <algorithm>
 

@@ -4,9 +4,9 @@
 // place on the output. Both are batches, which the batch solvers peel; the rows meet this solver again.
 // Complex-to-real needs the opposite order and has a solver of its own.
 // multidimension_parallel stands for a parallel form and takes nothing.
-#include "batch/subplans.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/subplans.h"
 
 namespace {
 

@@ -3,10 +3,10 @@
 // kernel of its own. The plan is that kernel in `aux`, and executing it is one call. The discrete form takes any
 // strides, the others unit strides; of these NEON stands first, so that SVE is reached only by measuring. A contiguous
 // length of 64 runs faster as two stages on most problems, so that only the clock may choose its kernel.
-#include "dft/problem.h"
 #include "kernels/lookup.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/problem.h"
 
 namespace {
 

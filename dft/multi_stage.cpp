@@ -4,11 +4,12 @@
 // count and by their kernels; of single transforms NEON gets only those for which the clock prefers it.
 #include "dft/multi_stage.h"
 
-#include "dft/problem.h"
 #include "dft/stage_list.h"
+#include "dft/stage_lookup.h"
 #include "kernels/lookup.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/problem.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 // tools; the library itself prints nothing. Names are shortened: "c2c_1d_sve > 1d_two_stages_sve" stands for
 // solve_problem_c2c_1d_sve and execute_1d_two_stages_sve.
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 #include <string>
 #include <vector>
@@ -13,10 +13,8 @@
 // place.
 std::string problem_text(const fft_plan& plan);
 
-// The whole tree in one line: solver > execute {subproblem: solver > execute; ...}. With sizes the bytes of the two
-// kinds of storage follow, where there are any: solver > execute (buffer+aux).
-enum class tree_sizes { hidden, shown };
-std::string plan_tree_line(const fft_plan& plan, tree_sizes sizes = tree_sizes::hidden);
+// The whole tree in one line: solver > execute {subproblem: solver > execute; ...}.
+std::string plan_tree_line(const fft_plan& plan);
 
 // Subplans with equal trees that follow each other, as the threads of a batch have them.
 struct equal_subplans {

@@ -3,10 +3,10 @@
 // is taken apart by symmetry. The first is for arrays in place whose layout lets a pair overwrite rows not yet read: it
 // reads all rows first. The second works pair by pair; unless measured it leaves long contiguous rows to the
 // half-length method, but for the one length at which pairs win.
-#include "batch/in_place.h"
 #include "planner/solvers.h"
 #include "real/pair_passes.h"
 #include "real/pair_subplans.h"
+#include "record/in_place.h"
 
 namespace {
 

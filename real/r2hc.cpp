@@ -2,13 +2,13 @@
 // r2hc_1d and r2hc_many: real to half-complex. The first takes one transform of any length: an even one by a complex
 // transform of half the length, an odd one by a complex transform of the reals. The second takes a batch, two rows at a
 // time as one complex transform; it leaves length 1 to the generic loop.
-#include "batch/in_place.h"
 #include "planner/solvers.h"
 #include "real/half_complex_passes.h"
 #include "real/half_length.h"
 #include "real/pair_passes.h"
 #include "real/pair_subplans.h"
 #include "real/real_subplan.h"
+#include "record/in_place.h"
 
 namespace {
 

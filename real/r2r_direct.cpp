@@ -3,10 +3,10 @@
 // transforms whose length has a kernel of its own, one or a batch of any layout: one call does all rows, one row at a
 // time or (r2hc_many_direct) four at a time, one a lane. The Hartley transform folds the pairs of a half-complex
 // result, and takes contiguous input only.
-#include "batch/in_place.h"
 #include "planner/solvers.h"
 #include "real/direct_tables.h"
 #include "real/mirror.h"
+#include "record/in_place.h"
 
 namespace {
 

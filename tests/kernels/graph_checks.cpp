@@ -39,7 +39,24 @@ std::multiset<int> transposed_slots(int size) {
     return result;
 }
 
+// Likewise, but for the elements that come from both rows: 0 and, of even rows, the last. Twiddles begin at element 1.
+std::multiset<int> slots_with_rows_twiddles(int size, int first) {
+    std::multiset<int> result;
+    for (int column = 1; column + 2 <= size; column += 2)
+        for (int row = 0; row < 2; ++row) result.insert(transposed_slot{row, column}.pack());
+    if (first == 0) result.insert(transposed_slot{transposed_slot::both, 0}.pack());
+    if (size % 2 == 0) result.insert(transposed_slot{transposed_slot::both, size - 1}.pack());
+    return result;
+}
+
 }  // namespace
+
+bool is_transposed(const body& b) { return has(b, op::zip_lo) || has_rows_twiddles(b); }
+
+bool has_rows_twiddles(const body& b) {
+    const std::vector<int> loads = slots_of(b, op::load);
+    return std::count(loads.begin(), loads.end(), transposed_slot{transposed_slot::both, 0}.pack()) > 0;
+}
 
 bool has(const body& b, op what) {
     return std::any_of(b.order.begin(), b.order.end(), [&](int n) { return b.graph.nodes()[n].what == what; });
@@ -90,12 +107,16 @@ complaints order_complaints(const body& b) {
 
 complaints load_complaints(const body& b, int size) {
     complaints result;
+    const bool rows_twiddles = has_rows_twiddles(b);
+    const auto wanted = rows_twiddles      ? slots_with_rows_twiddles(size, 0)
+                        : is_transposed(b) ? transposed_slots(size)
+                                           : range(0, size);
     const std::multiset<int> loaded = slots(b, op::load), different = without_repetitions(loaded);
-    if (different != (has(b, op::zip_lo) ? transposed_slots(size) : range(0, size)))
-        result.emplace_back("doesn't load each input");
+    if (different != wanted) result.emplace_back("doesn't load each input");
     if (int(loaded.size() - different.size()) != b.did.loaded_again) result.emplace_back("loads an input again");
     const auto twiddles = slots(b, op::twiddle);
-    if (!twiddles.empty() && twiddles != range(1, size)) result.emplace_back("doesn't load each twiddle once");
+    if (!twiddles.empty() && twiddles != (rows_twiddles ? slots_with_rows_twiddles(size, 1) : range(1, size)))
+        result.emplace_back("doesn't load each twiddle once");
     return result;
 }
 
@@ -130,7 +151,7 @@ complaints copy_complaints(const body& b) {
 }
 
 // Constants lie within the pool, in the forms that the vocabulary has: a lane of a pair for plain products, the odd
-// lane or a register that holds the number everywhere for rotated ones; doubled numbers for rotated ones only.
+// lane or a register that holds the number everywhere for rotated ones; doubled twice at most.
 // Real vectors also multiply by numbers that differ from lane to lane, and take any number everywhere.
 complaints constant_complaints(const body& b) {
     complaints result;
@@ -149,6 +170,7 @@ complaints constant_complaints(const body& b) {
         if (v.k.entry < 0 || v.k.entry >= pairs || v.k.lane < 0 || v.k.lane > 1)
             result.push_back("reads outside the pool" + at(n, v));
         if (turned && !v.k.everywhere && v.k.lane != 1) result.push_back("turns by an even lane" + at(n, v));
+        if (v.k.doublings < 0 || v.k.doublings > 2) result.push_back("doubles a number too often" + at(n, v));
         if (v.k.everywhere && v.what == op::scale && !b.graph.constants().grows())
             result.push_back("scales by what is everywhere" + at(n, v));
     }

@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <memory>
 
-#include "interface/fft_plan.h"
 #include "problems/plan_tree.h"
 #include "problems/planned_problem.h"
+#include "record/fft_plan.h"
 #include "tests/support/scarce_memory.h"
 #include "tests/support/signals.h"
 
