@@ -105,7 +105,8 @@ TEST(GraphChecks, FindConstantsOutsideThePool) {
     EXPECT_EQ(with(op::fma_i, {0, 0}), 1u);
     EXPECT_EQ(with(op::fma_i, {0, 0, true}), 0u);
     EXPECT_EQ(with(op::scale, {0, 0, true}), 1u);
-    EXPECT_EQ(with(op::fms, {0, 1, false, true}), 1u);
+    EXPECT_EQ(with(op::fms, {0, 1, false, 2}), 0u);
+    EXPECT_EQ(with(op::fms, {0, 1, false, 3}), 1u);
 }
 
 TEST(GraphChecks, CountEveryOperation) {
