@@ -17,6 +17,7 @@ struct stage_isa {
     lookup other_plain, last_plain;  // without batched form, for the convolution solvers
     void (*fill_last)(float* table, uint64_t n, uint64_t r, uint64_t m, uint64_t L, int64_t sign);
     bool copies_switches;
+    bool passes_blocks;  // to a last stage: see word_of_blocks
 };
 extern const stage_isa stages_neon;
 extern const stage_isa stages_sve;

@@ -214,7 +214,7 @@ TEST(Subplans, CountsBelowOneGiveAnEmptyArray) {
 }
 
 // The sanitizers' build finds what is lost.
-TEST(Subplans, MadeAgainReleaseTheOlderOnes) {
+TEST(Subplans, ReleaseTheOlderOnesWhenMadeAgain) {
     fft_plan p = full_record();
     ASSERT_TRUE(make_subplans(&p, 3));
     ASSERT_TRUE(make_subplans(p.subplans[1], 2));
@@ -306,7 +306,7 @@ TEST(CopyDims, NullAndCountsBelowOneDoNothing) {
     EXPECT_EQ(b[1], 0u);
 }
 
-TEST(Elements, SizesByKind) {
+TEST(Elements, HaveTheirSizesByKind) {
     const struct {
         uint32_t kind;
         uint64_t in, out;
@@ -320,7 +320,7 @@ TEST(Elements, SizesByKind) {
     }
 }
 
-TEST(DoubledStride, OnlyForASwitchOfExactlyOne) {
+TEST(DoubledStride, NeedsASwitchOfExactlyOne) {
     EXPECT_EQ(doubled_stride(1, 21), 42);
     EXPECT_EQ(doubled_stride(0, 21), 21);
     EXPECT_EQ(doubled_stride(2, 21), 21);
