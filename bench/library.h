@@ -3,13 +3,15 @@
 // its peer take the same arguments in the same order, so one table of functions with two prefixes serves both, and any
 // two builds can run side by side.
 #pragma once
-#include "bench/problem.h"
+#include "problems/problem.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
 
 namespace bench {
+
+using namespace problems;
 
 template <typename Real>
 class library {
@@ -21,6 +23,8 @@ public:
     virtual void* plan(const problem& p, Real* in, Real* out) = 0;
     virtual void execute(void* plan) = 0;
     virtual void destroy(void* plan) = 0;
+    // Drops what it remembers of earlier plans, if it remembers anything.
+    virtual void forget() = 0;
 
 protected:
     std::string name_;

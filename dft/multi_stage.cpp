@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 49 and 50: one complex transform of a smooth length as a self-sorting chain of stages (Cooley-Tukey, Stockham's
-// order), or four (SVE, row 49) and two (NEON, row 50) at once whose elements stand side by side. The twins differ by
-// that count and by their kernels; of single transforms row 50 gets only those for which the clock prefers it.
+// c2c_1d_sve and c2c_1d_neon: one complex transform of a smooth length as a self-sorting chain of stages (Cooley-Tukey,
+// Stockham's order), or four (SVE) and two (NEON) at once whose elements stand side by side. The twins differ by that
+// count and by their kernels; of single transforms NEON gets only those for which the clock prefers it.
 #include "dft/multi_stage.h"
 
-#include "dft/problem.h"
 #include "dft/stage_list.h"
+#include "dft/stage_lookup.h"
 #include "kernels/lookup.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/problem.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 45 and 47: one complex transform whose length is a prime p above 37 times a smooth number, where p - 1 is smooth
-// too. The stage of radix p is a cyclic convolution of length q = p - 1 (Rader, 1968). Row 45 leaves lengths with 47
-// and 59 to Bluestein, which is faster there, unless the clock is asked; row 47, with NEON kernels, stands behind
+// c2c_1d_rader_sve and c2c_1d_rader_neon: one complex transform whose length is a prime p above 37 times a smooth
+// number, where p - 1 is smooth too. The stage of radix p is a cyclic convolution of length q = p - 1 (Rader, 1968).
+// SVE leaves lengths with 47 and 59 to Bluestein, which is faster there, unless the clock is asked; NEON stands behind
 // Bluestein and is reached only by measuring.
 #include "dft/rader.h"
 #include "dft/convolution.h"
 #include "dft/modular.h"
 #include "dft/pointwise.h"
-#include "dft/twiddles.h"
+#include "dft/roots.h"
 #include "planner/solvers.h"
 
 namespace {
@@ -107,9 +107,10 @@ int solve(fft_plan* plan, apply_radices fill_stages, const char* contiguous, con
 void rader_tables_fill(float* kernel_table, uint64_t p, int64_t sign, uint64_t* perm_in, uint64_t* perm_out) {
     const uint64_t q = p - 1, g = smallest_primitive_root(p), h = pow_mod(g, p - 2, p);
     const float scale = 1.0f / static_cast<float>(q);
+    const root_circle roots(p, 1, sign);
     uint64_t a = 1, b = 1;  // powers of h and of g
     for (uint64_t i = 0; i < q; ++i) {
-        twiddle_unit(turn_of_sign(sign) * static_cast<int64_t>(a), p, kernel_table + 2 * i);
+        roots.take(a, kernel_table + 2 * i);
         kernel_table[2 * i] *= scale;
         kernel_table[2 * i + 1] *= scale;
         perm_out[i] = a;

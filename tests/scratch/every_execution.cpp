@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/scratch/every_execution.h"
 
-#include "batch/compact_input.h"
-#include "planner/plan_tree.h"
 #include "planner/solver.h"
 #include "planner/solver_table.h"
+#include "planner/solvers.h"
+#include "problems/plan_tree.h"
 #include "tests/support/signals.h"
 
 namespace {
@@ -89,7 +89,7 @@ planned_execution::planned_execution(const problem_case& problem, int row)
 planned_execution::~planned_execution() = default;
 
 std::string planned_execution::text() const {
-    return (row_ < 0 ? "by the rules: " : "by row " + std::to_string(row_) + ": ") + plan_tree_text(*plan_);
+    return (row_ < 0 ? "by the rules: " : std::string("by ") + solver_table[row_].name + " alone: ") + plan_tree_text(*plan_);
 }
 
 void planned_execution::execute(arrays& on) const {
