@@ -94,7 +94,7 @@ double worst_distance(const problem& p, const std::vector<contender>& all, array
         if (all[i].lib->name() == "memcpy") continue;
         data.fill(p, *all.back().lib);
         all[i].lib->execute(all[i].plan);
-        const double distance = reference.empty() ? 0 : relative_distance(p, data.out(), reference.data());
+        const double distance = reference.empty() ? 0 : relative_distances(p, data.out(), reference.data()).l2;
         if (reference.empty()) reference.assign(data.out(), data.out() + span_floats(p, p.out));
         worst = std::isnan(distance) ? HUGE_VAL : std::max(worst, distance);
     }

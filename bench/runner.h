@@ -10,6 +10,12 @@
 
 namespace bench {
 
+enum class input_kind {
+    uniform,  // in [-0.5, 0.5), from a fixed seed: fair to everybody
+    impulse,  // a single 1 at a third of each transform: the result is a row of twiddle factors
+    range     // of both signs and magnitudes from 2^-20 to 2^20, evenly by their logarithm
+};
+
 // The two arrays of a problem, page-aligned so that both libraries meet the same alignment; one array when in place.
 template <typename Real>
 class arrays {
@@ -19,9 +25,9 @@ public:
     Real* out() const { return out_ ? out_.get() : in_.get(); }
     size_t in_span() const { return in_span_; }
 
-    // Fair input: uniform in [-0.5, 0.5) from a fixed seed, single-precision values at any precision; for c2r the
-    // spectrum of such numbers, which `maker` computes. Gaps are zero.
-    void fill(const problem& p, library<Real>& maker);
+    // Single-precision values at any precision; for c2r the spectrum of such numbers, which `maker` computes. Gaps are
+    // zero.
+    void fill(const problem& p, library<Real>& maker, input_kind input = input_kind::uniform);
     void clear();
 
 private:
@@ -34,9 +40,13 @@ private:
     block in_, out_;
 };
 
-// Relative L2 distance of two results of one problem over the elements of its output.
+// The distance of a result from that of a reference, over the elements of the output of a problem.
+struct distances {
+    double l2;   // relative to the L2 norm of the reference
+    double max;  // the largest, of a real or imaginary part, relative to the largest part of the reference
+};
 template <typename Left, typename Right>
-double relative_distance(const problem& p, const Left* left, const Right* reference);
+distances relative_distances(const problem& p, const Left* left, const Right* reference);
 
 struct clock_figures {
     long executions;  // per run
