@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/runner.h"
 
+#include "bench/markers.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -122,15 +124,52 @@ std::vector<clock_figures> time_by_turns(const std::vector<std::function<void()>
     return result;
 }
 
-[[gnu::noinline]] void execute_between_markers(library<float>& lib, void* plan, long count) {
+void execute_between_markers(library<float>& lib, void* plan, long count) {
     lib.execute(plan);  // the first execution resolves symbols and touches memory
-#ifdef __aarch64__
-    asm volatile("hint #42" ::: "memory");
-#endif
-    for (long i = 0; i < count; ++i) lib.execute(plan);
-#ifdef __aarch64__
-    asm volatile("hint #43" ::: "memory");
-#endif
+    act_between_markers([&] { lib.execute(plan); }, count);
+}
+
+namespace {
+
+void plan_and_destroy(const planning& act) { act.lib.destroy(act.lib.plan(act.p, act.in, act.out)); }
+
+}  // namespace
+
+void plan_between_markers(const planning& act) {
+    plan_and_destroy(act);
+    if (act.first) act.lib.forget();
+    act_between_markers([&] { plan_and_destroy(act); }, 1);
+}
+
+clock_figures time_plans(const planning& act, int runs) {
+    plan_and_destroy(act);
+    std::vector<double> times;
+    for (int run = 0; run < runs; ++run) {
+        if (act.first) act.lib.forget();
+        times.push_back(elapsed_ns([&] { plan_and_destroy(act); }, 1));
+    }
+    std::sort(times.begin(), times.end());
+    return {1, times[times.size() / 2], times.front(), times.back()};
+}
+
+double core_ghz() {
+    constexpr long turns = 1'000'000;
+    constexpr int chain = 16, tries = 20;  // the fastest of some: a core that slept takes a while to speed up
+    double best = 0;
+    for (int i = 0; i < tries; ++i) {
+        const double ns = elapsed_ns(
+            [] {
+                uint64_t sum = 0;
+                for (long turn = 0; turn < turns; ++turn)
+                    for (int link = 0; link < chain; ++link) {
+                        sum += 1;
+                        asm volatile("" : "+r"(sum));
+                    }
+            },
+            1);
+        best = std::max(best, turns * chain / ns);
+    }
+    return best;
 }
 
 bool emulated() {

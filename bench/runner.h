@@ -58,6 +58,20 @@ std::vector<clock_figures> time_by_turns(const std::vector<std::function<void()>
 // Executes between the instructions `hint #42` and `hint #43`, which processors ignore and bench/model looks for.
 void execute_between_markers(library<float>& lib, void* plan, long count);
 
+// A plan and its destruction, after it was planned before; `first` lets the library forget what it remembers of that.
+struct planning {
+    library<float>& lib;
+    const problem& p;
+    float *in, *out;
+    bool first;
+};
+void plan_between_markers(const planning& act);
+// One plan for each run.
+clock_figures time_plans(const planning& act, int runs);
+
+// The core's frequency: a chain of additions, each of which waits one cycle for the one before.
+double core_ghz();
+
 // True under the user-mode emulator, where a clock measures the emulator.
 bool emulated();
 

@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // One row of a transform in every lane. Last stages: L is 1, so the loop runs over the rows, and every row has twiddles
 // of its own; the contiguous forms take two or four rows at a time, transposed in registers or gathered, with the
-// twiddles of the rows side by side in the table. Transforms of adjacent elements: four at a time, elements are
-// gathered and outputs scattered, each group is read whole before its first store.
+// twiddles of the rows side by side in the table. The strided form takes two rows whose elements are adjacent.
+// Transforms of adjacent elements: four at a time, elements are gathered and outputs scattered, each group is read
+// whole before its first store.
 #include "kernels/generator/bodies/complex.h"
 #include "kernels/generator/loops/address.h"
 #include "kernels/generator/loops/loops.h"
@@ -72,6 +73,31 @@ void print_groups(text& out, const vectors& v, const body& b, int size) {
     out.line("}");
 }
 
+// Two adjacent rows of adjacent elements with plain twiddles. Outputs stand side by side, or at any stride with `apart`
+// behind the address.
+void print_pairs_of_rows(text& out, const vectors& v, const body& b, int size, const std::string& apart) {
+    const strided_address output("b", "out_step", size);
+    const auto at = [](const char* base, int slot, int row_floats, int first) {
+        const auto [row, column] = transposed_slot::unpack(slot);
+        const int offset = 2 * (column - first) + (row == 1 ? row_floats : 0);
+        const std::string rows_apart = row == transposed_slot::both ? ", " + std::to_string(row_floats) : "";
+        return "load(" + std::string(base) + " + " + std::to_string(offset) + rows_apart + ")";
+    };
+    access a;
+    a.load = [&](int slot) { return at("a", slot, 2 * size, 0); };
+    a.twiddle = [&](int slot) { return at("w", slot, 2 * (size - 1), 1); };
+    a.store = [&](int k, std::string value) { return "store(" + output.at(k) + apart + ", " + value + ")"; };
+    out.line("using namespace ", v.vocabulary, ";");
+    print_constants(out, b);
+    out.line("const float* a = in;");
+    out.line("float* b = out;");
+    out.line("const float* w = stage->twiddles;");
+    out.line("for (; i + 2 <= stage->done; i += 2, a += ", 4 * size, ", b += 2 * os, w += ", 4 * (size - 1), ") {");
+    output.declare_bases(out);
+    print_operations(out, b, a);
+    out.line("}");
+}
+
 void print_contiguous_rows(text& out, const vectors& v, const complex_kind& kind) {
     complex_kind group = kind;
     group.transposed = !v.gathers;
@@ -102,7 +128,17 @@ void print_last_stage(text& out, const form& f, int size, int sign) {
         print_contiguous_rows(out, *f.in, kind);
     } else {
         kind.where.in = f.in;
-        out.line("using namespace ", f.in->vocabulary, ";");
+        const bool by_twos = f.data == layout::strided && f.in->lanes == 2;
+        if (by_twos) {
+            complex_kind pair = kind;
+            pair.rows_twiddles = true;
+            out.line("if (is == 2 && os == 2) {");
+            print_pairs_of_rows(out, *f.in, make_complex_body(pair), size, "");
+            out.line("} else if (is == 2) {");
+            print_pairs_of_rows(out, *f.in, make_complex_body(pair), size, ", os");
+            out.line("}");
+        }
+        out.line("using namespace ", by_twos ? f.in->single : f.in->vocabulary, ";");
         print_single_rows(out, make_complex_body(kind), size, "is", false);
     }
     out.line("}");
