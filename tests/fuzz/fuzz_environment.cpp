@@ -15,7 +15,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
     FuzzedDataProvider data(bytes, size);
     qsl_fftf_cleanup_threads();
     std::string affinity, idle;
-    for (auto& [name, value] : {std::pair<const char*, std::string&>{"QSL_FFT_AFFINITY", affinity}, {"QSL_FFT_IDLE", idle}}) {
+    for (auto& [name, value] :
+         {std::pair<const char*, std::string&>{"QSL_FFT_AFFINITY", affinity}, {"QSL_FFT_IDLE", idle}}) {
         static constexpr const char* words[] = {"CLOSE", "NO", "SLEEP", "SPREAD"};
         value = data.ConsumeBool() ? words[data.ConsumeIntegralInRange(0, 3)] : data.ConsumeRandomLengthString(40);
         setenv(name, value.c_str(), 1);

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Any bytes as a planning call of any form: there is a plan or null and no byte is lost; a plan of small arrays computes
-// what the sums in double precision say.
+// Any bytes as a planning call of any form: there is a plan or null and no byte is lost; a plan of small arrays
+// computes what the sums in double precision say.
 #include "tests/fuzz/fail.h"
 #include "tests/planner/failing_memory.h"
 #include "tests/planner/hostile_outcome.h"
@@ -14,7 +14,8 @@ namespace {
 
 // Mostly sizes that give plans, sometimes numbers that are about to wrap, sometimes any number.
 int64_t number(FuzzedDataProvider& data) {
-    static constexpr int64_t extremes[] = {0, -1, INT_MAX, INT_MIN, int64_t{1} << 31, int64_t{1} << 62, INT64_MAX, INT64_MIN};
+    static constexpr int64_t extremes[] = {0,         -1,       INT_MAX, INT_MIN, int64_t{1} << 31, int64_t{1} << 62,
+                                           INT64_MAX, INT64_MIN};
     const auto how = data.ConsumeIntegral<uint8_t>();
     if (how < 180) return how % 45;
     if (how < 230) return data.ConsumeIntegralInRange<int>(0, 5000);

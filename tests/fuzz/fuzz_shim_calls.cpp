@@ -28,8 +28,13 @@ call call_of(FuzzedDataProvider& data) {
     call c;
     c.what = static_cast<kind>(data.ConsumeIntegralInRange(0, 3));
     c.sign = data.ConsumeBool() ? 1 : -1;
-    static constexpr unsigned flags[] = {FFTW_ESTIMATE, FFTW_MEASURE, FFTW_ESTIMATE | FFTW_UNALIGNED, FFTW_ESTIMATE | FFTW_DESTROY_INPUT,
-                                         FFTW_ESTIMATE | FFTW_PRESERVE_INPUT, FFTW_MEASURE | FFTW_WISDOM_ONLY, FFTW_ESTIMATE | FFTW_CONSERVE_MEMORY};
+    static constexpr unsigned flags[] = {FFTW_ESTIMATE,
+                                         FFTW_MEASURE,
+                                         FFTW_ESTIMATE | FFTW_UNALIGNED,
+                                         FFTW_ESTIMATE | FFTW_DESTROY_INPUT,
+                                         FFTW_ESTIMATE | FFTW_PRESERVE_INPUT,
+                                         FFTW_MEASURE | FFTW_WISDOM_ONLY,
+                                         FFTW_ESTIMATE | FFTW_CONSERVE_MEMORY};
     c.flags = flags[data.ConsumeIntegralInRange(0, 6)];
     c.in_place = data.ConsumeBool();
     const auto triples = [&](std::vector<fftwf_iodim64>& list, int most) {
@@ -96,7 +101,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* bytes, size_t size) {
     FuzzedDataProvider data(bytes, size);
     const call c = call_of(data);
     const extent in = extent_of(c, true), out = extent_of(c, false);
-    if (in.elements() > largest_array || out.elements() > largest_array || transforms_elements(c) > 4 * largest_array) return 0;
+    if (in.elements() > largest_array || out.elements() > largest_array || transforms_elements(c) > 4 * largest_array)
+        return 0;
     const int64_t in_floats = c.what == kind::c2c || c.what == kind::c2r ? 2 : 1;
     const int64_t out_floats = c.what == kind::c2c || c.what == kind::r2c ? 2 : 1;
     // In place both sides begin at the same float, and the array holds what either of them reaches.

@@ -26,12 +26,14 @@ void check(const numa_tables& t) {
     for (int node = 0; node < numa_node_cap; ++node) {
         const int32_t* list = t.numa_cpu_list[node];
         for (int k = 1; k < numa_cpu_cap; ++k)
-            if (list[k] != -1 && list[k] <= list[k - 1]) fail("the CPUs of node " + std::to_string(node) + " don't rise");
+            if (list[k] != -1 && list[k] <= list[k - 1])
+                fail("the CPUs of node " + std::to_string(node) + " don't rise");
         for (int k = 0; k < numa_cpu_cap; ++k)
             if (list[k] < -1 || list[k] >= cpu_mask_bits) fail("CPU " + std::to_string(list[k]));
         uint64_t in_classes = 0;
         for (int c = 0; c < cpu_class_count; ++c) in_classes += t.numa_class_capacity[node][c];
-        if (in_classes != t.numa_node_capacity[node]) fail("the classes of node " + std::to_string(node) + " don't add up");
+        if (in_classes != t.numa_node_capacity[node])
+            fail("the classes of node " + std::to_string(node) + " don't add up");
     }
     for (int32_t cpu = -2; cpu < cpu_mask_bits + 2; ++cpu)
         if (const int32_t node = numa_node_of(t, cpu); node < -1 || node >= numa_node_cap)

@@ -10,8 +10,8 @@ struct outcome {
     std::string failure = {};
 };
 
-// Executes the plan on arrays of exactly the addressed length, which the sanitizers watch, and compares the results with
-// the sums in double precision unless elements of the layout share floats. Plans of larger arrays aren't executed.
+// Executes the plan on arrays of exactly the addressed length, which the sanitizers watch, and compares the results
+// with the sums in double precision unless elements of the layout share floats. Plans of larger arrays aren't executed.
 outcome execute_if_small(qsl_fftf_plan plan);
 
 // Arrays for planning alone, some of them null, apart or in place, by a number.
