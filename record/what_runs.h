@@ -8,6 +8,7 @@ enum what_runs : uint32_t {
     runs_as_named = 0,
     runs_kernel_of_four_lanes,  // of transforms side by side, in a loop
     runs_rows_kernel,           // one call of a kernel for all rows, four at a time
+    runs_rows_singly,           // a loop over the plan of one row
     runs_stages,                // to a contiguous output, which serves as a working array
     runs_stages_in_scratch,     // any strides
     runs_two_stages,            // any strides
