@@ -101,6 +101,19 @@ void fill_stages(const fft_plan* plan, const stage_isa& isa, uint64_t count, con
 
 }  // namespace
 
+std::span<stage_record> stages_of(const fft_plan& plan) {
+    switch (plan.runs) {
+        case runs_two_stages:
+        case runs_straight_kernel:  // in place of the stages, which serve transforms that are left over
+            return {two_stages(plan.aux), 2};
+        case runs_stages:
+        case runs_stages_in_scratch:
+            return {counted_stages(plan.aux), stage_count_of(plan.aux)};
+        default:
+            return {};
+    }
+}
+
 stage_list multi_stage_list(void* aux, uint64_t stage_count) {
     stage_record* stages = stage_count == 2 ? two_stages(aux) : counted_stages(aux);
     const uintptr_t behind = reinterpret_cast<uintptr_t>(stages + stage_count);
