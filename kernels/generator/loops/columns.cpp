@@ -69,14 +69,6 @@ bool is_in_parts(const form& f, int size) { return f.in->masked && f.data == lay
 
 surroundings surroundings_in_parts(const form& f) { return {.in = f.in, .loads_again = true, .output_parts = 2}; }
 
-// Where input and output overlap, a column that is read more than once is read from a copy.
-void print_kept_column(text& out, int size) {
-    out.line("if (overlap) {");
-    out.line("for (int j = 0; j < ", size, "; ++j) store(column + 8 * j, load(p, a + j * length));");
-    out.line("a = column;");
-    out.line("}");
-}
-
 // A column from a to b; `mask` is what loads and stores begin with. Of two columns each is loaded at its own place,
 // with `apart` behind the address, and they are stored side by side.
 void print_column(text& out, const body& b, int size, const std::string& mask, const std::string& apart) {
@@ -92,13 +84,11 @@ void print_column(text& out, const body& b, int size, const std::string& mask, c
 }
 
 // All columns of the row that starts at `from` and `to`.
-void print_row(text& out, const form& f, const body& b, int size, const std::string& from, const std::string& to,
-               bool is_kept = false) {
+void print_row(text& out, const form& f, const body& b, int size, const std::string& from, const std::string& to) {
     const auto constants = [&] { print_row_constants(out, b, size); };
     if (f.data == layout::contig) {
         return print_along(out, *f.in, "length", constants, [&](const std::string& mask) {
-            out.line("const float* a = base(", from, " + l);");
-            if (is_kept) print_kept_column(out, size);
+            out.line("const float* const a = base(", from, " + l);");
             out.line("float* const b = base(", to, knows_blocks(f) ? " + l * columns_apart);" : " + l);");
             print_column(out, b, size, mask, "");
         });
@@ -126,27 +116,27 @@ void print_row(text& out, const form& f, const body& b, int size, const std::str
 }  // namespace
 
 void print_first_stage(text& out, const form& f, int size, int sign) {
-    const bool in_parts = is_in_parts(f, size);
-    const surroundings where = in_parts ? surroundings_in_parts(f) : surroundings{.in = f.in, .loads_first = true};
-    const body b = make_complex_body({.size = size, .sign = sign, .where = where});
     out.line("{");
     if (f.data != layout::contig) {
         out.line("const int64_t is = 2 * stage->is, os = 2 * stage->os;");
         out.line("const int64_t in_step = int64_t(stage->rest) * is, out_step = int64_t(stage->rest) * os;");
         declare_steps(out, size);
     } else {
-        out.line("const int64_t length = 2 * int64_t(stage->rest);");
-        if (in_parts) {
-            out.line("const bool overlap = in < out + ", size, " * length && out < in + ", size, " * length;");
-            out.line("float column[8 * ", size, "];");
-        }
-        out.line("const int64_t in_step = ", in_parts ? "overlap ? 8 : length;" : "length;");
+        out.line("const int64_t length = 2 * int64_t(stage->rest), in_step = length;");
         strided_address("a", "in_step", size).declare_steps(out);
         out.line("const int64_t out_step = ", knows_blocks(f) ? "is_in_blocks(stage) ? 8 : length;" : "length;");
         if (knows_blocks(f)) out.line("const int64_t columns_apart = is_in_blocks(stage) ? 4 : 1;");
         declare_steps_of_rows(out, size);
     }
-    print_row(out, f, b, size, "in", "out", in_parts);
+    if (is_in_parts(f, size)) {
+        out.line("if (out + ", size, " * length <= in || in + ", size, " * length <= out) {");
+        print_row(out, f, make_complex_body({.size = size, .sign = sign, .where = surroundings_in_parts(f)}), size,
+                  "in", "out");
+        out.line("return;");
+        out.line("}");
+    }
+    const surroundings where = {.in = f.in, .loads_first = true};
+    print_row(out, f, make_complex_body({.size = size, .sign = sign, .where = where}), size, "in", "out");
     out.line("}");
 }
 
