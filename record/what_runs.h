@@ -21,7 +21,7 @@ enum what_runs : uint32_t {
     runs_groups_by_kernel,      // the same without a plan between the kernels
     runs_groups_by_stages,      // the same without a plan between the two stages
     runs_groups_by_straight,    // the same with a kernel in place of the stages
-    runs_blocks_by_stages,      // blocks gathered, the last stage writes to the output
+    runs_blocks_by_stages,      // blocks gathered, four columns in the lanes of stages
     runs_blocks_by_kernel,      // the same by one kernel
 };
 
