@@ -35,6 +35,12 @@ constexpr told_and_true shared_names[] = {
     {"c2c 16 batch=8", "execute_c2c_many_direct_assemble_neon", runs_rows_kernel},
     {"c2c 16 batch=8 backward inplace", "execute_c2c_many_direct_assemble_neon", runs_rows_kernel},
     {"c2c 16 batch=8 istride=2 idist=32", "execute_c2c_many_direct_assemble_neon", runs_as_named},
+    {"r2c 16 batch=8", "execute_r2c_many_direct", runs_rows_kernel},
+    {"r2c 16 batch=8 istride=2", "execute_r2c_many_direct", runs_as_named},
+    {"c2r 16 batch=7", "execute_c2r_many_direct_tail", runs_rows_kernel},
+    {"c2r 64 batch=8", "execute_c2r_many", runs_rows_singly},
+    {"r2c 64 batch=8", "execute_r2c_many", runs_rows_singly},
+    {"r2c 36 batch=8", "execute_r2c_many", runs_as_named},
     {"c2c 64 batch=4 interleaved", "execute_1d_two_stages_sve", runs_straight_kernel},
     {"c2c 128 batch=4 interleaved", "execute_1d_two_stages_sve", runs_straight_kernel},
     {"c2c 100 batch=4 interleaved", "execute_1d_two_stages_sve", runs_two_stages},
@@ -87,7 +93,7 @@ std::vector<std::string> many_problems() {
 
 }  // namespace
 
-TEST(what_runs, is_told_where_a_name_is_shared) {
+TEST(WhatRuns, IsToldWhereANameIsShared) {
     for (const told_and_true& t : shared_names) {
         const plan_pointer plan = planned(t.problem);
         ASSERT_TRUE(plan) << t.problem;
@@ -100,7 +106,7 @@ TEST(what_runs, is_told_where_a_name_is_shared) {
 }
 
 // Only kernels are told by size and direction as well.
-TEST(what_runs, tells_the_function_together_with_its_name) {
+TEST(WhatRuns, TellsTheFunctionTogetherWithItsName) {
     std::map<std::string, std::pair<execute_function, std::string>> known;
     const auto see = [&](const fft_plan& plan, const std::string& problem) {
         if (plan.runs == runs_rows_kernel || plan.runs == runs_turned_by_kernel) return;
@@ -116,10 +122,10 @@ TEST(what_runs, tells_the_function_together_with_its_name) {
         visit(*plan, problem, see);
         ++count;
     }
-    EXPECT_GT(count, 2000);
+    EXPECT_GT(count, 1500);
 }
 
-TEST(what_runs, has_words_of_its_own_for_each_answer) {
+TEST(WhatRuns, HasWordsOfItsOwnForEachAnswer) {
     std::set<std::string> words;
     int answers = 0;
     for (uint32_t i = 0; i <= runs_blocks_by_kernel; ++i)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// What surrounds a transform goes wrong: the clock, signals, small stacks, forks, memory that isn't given back. Failing
-// allocations are in tests/planner and tests/scratch, threads that can't be made in tests/threads.
+// What surrounds a transform goes wrong: the clock, small stacks, forks, memory that isn't given back. Failing
+// allocations are in tests/planner and tests/scratch, threads that can't be made
+// and signals in tests/threads.
 #include "include/qfftf.h"
 #include "tests/scratch/every_execution.h"
 #include "tests/support/emulated.h"
@@ -13,7 +14,6 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <atomic>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
@@ -153,43 +153,6 @@ TEST_F(Faults, AClockThatJumpsByADayGivesAPlanThatComputes) {
     clock_step = 5;
     clock_jumps = true;
     expect_measured_plan_computes(rows_);
-}
-
-namespace {
-std::atomic<int> signals_seen = 0;
-void count_signal(int) { ++signals_seen; }
-}  // namespace
-
-// Handlers that don't ask for interrupted waits to be begun anew, on a count of threads that spin and on one that
-// sleep.
-TEST_F(Faults, SignalsInterruptNoLoop) {
-    struct sigaction action = {}, before;
-    action.sa_handler = count_signal;
-    sigaction(SIGUSR1, &action, &before);
-    for (const int threads : {4, 200}) {
-        SCOPED_TRACE(threads);
-        signals_seen = 0;
-        std::atomic<bool> done = false;
-        qsl_fftf_plan plan = rows_.make(4, QSL_FFTF_RULES);
-        qsl_fftf_plan_with_nthreads(threads);
-        EXPECT_TRUE(rows_.compute(plan));  // the workers stand
-        std::thread sender([&] {
-            while (!done) {
-                kill(getpid(), SIGUSR1);  // any thread takes it
-                usleep(100);
-            }
-        });
-        for (int i = 0; i < 100; ++i) {
-            EXPECT_TRUE(rows_.compute(plan));
-            usleep(200);
-        }
-        done = true;
-        sender.join();
-        EXPECT_GT(signals_seen, 20);
-        qsl_fftf_destroy_plan(plan);
-        qsl_fftf_cleanup_threads();
-    }
-    sigaction(SIGUSR1, &before, nullptr);
 }
 
 namespace {

@@ -43,6 +43,8 @@ public:
 
     // Noise in the input, something else in the output.
     const arrays& before() const { return before_; }
+    // The arrays that were given to the planner, which began as those before.
+    const arrays& planned_on() const { return planned_on_; }
     void execute(arrays& on) const;
     arrays result() const {
         arrays on = before_;
