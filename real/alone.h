@@ -41,7 +41,7 @@ inline execute_function alone_function(const fft_plan& p, std::index_sequence<i.
 // What a plan that is accepted executes: `general`, or the function of one contiguous row.
 template <const direct_contig_kernel* kernels, bool to_pairs = false, size_t lengths = std::size(alone_lengths)>
 inline execute_function alone_or(execute_function general, const fft_plan& p, int64_t count = 1) {
-    if (count != 1 || !unit_strides(p)) return general;
+    if (count != 1 || !has_unit_strides(p)) return general;
     const execute_function alone = alone_function<kernels, to_pairs>(p, std::make_index_sequence<lengths>());
     return alone ? alone : general;
 }

@@ -24,14 +24,14 @@ bool better_one_by_one(const fft_plan& p) {
 }
 
 bool accepts_bufferized(const fft_plan& p) {
-    return is_c2r_batch(p) && (p.in == p.out || p.flags == plan_flag_measured) &&
+    return is_c2r_batch(p) && (p.in == p.out || is_measured(p)) &&
            p.howmany[0].os != 2 * p.howmany[0].is &&  // rows in their own places need no buffer
            !better_one_by_one(p);
 }
 
 bool accepts_pairs(const fft_plan& p) {
     return is_c2r_batch(p) && p.howmany[0].n >= 2 && !(p.dims[0].n != 1 && interleaved_in_place(p)) &&
-           (p.flags == plan_flag_measured || !long_rows_apart(p)) &&
+           (is_measured(p) || !long_rows_apart(p)) &&
            may_run_in_pieces(p);  // a pair written before a later row is read would spoil that row
 }
 

@@ -21,13 +21,13 @@ bool is_r2c_batch(const fft_plan& p) {
 }
 
 bool accepts_bufferized(const fft_plan& p) {
-    return is_r2c_batch(p) && (p.in == p.out || p.flags == plan_flag_measured) &&
+    return is_r2c_batch(p) && (p.in == p.out || is_measured(p)) &&
            p.howmany[0].is != 2 * p.howmany[0].os;  // rows in their own places need no buffer
 }
 
 bool accepts_pairs(const fft_plan& p) {
     return is_r2c_batch(p) && !interleaved_in_place(p) &&
-           (p.flags == plan_flag_measured || !long_rows_apart(p) || p.dims[0].n == length_where_pairs_win) &&
+           (is_measured(p) || !long_rows_apart(p) || p.dims[0].n == length_where_pairs_win) &&
            may_run_in_pieces(p);  // a pair written before a later row is read would spoil that row
 }
 

@@ -59,7 +59,7 @@ const int64_t chain_lengths[] = {2, 7, 22, 36, 64, 128, 210, 1000, 1024, 2048, 4
 
 }  // namespace
 
-TEST(MultiStage, Acceptance) {
+TEST(MultiStage, TakesSmoothLengthsSinglyAndFourSideBySide) {
     for (const chain_row& row : chain_rows) {
         const int64_t lanes = row.isa.lanes;
         for (int64_t n : {2, 22, 32, 64, 4096}) {
@@ -87,7 +87,7 @@ TEST(MultiStage, Acceptance) {
     }
 }
 
-TEST(MultiStage, StorageAndNames) {
+TEST(MultiStage, HasItsToldStorageAndNames) {
     for (const chain_row& row : chain_rows)
         for (int64_t n : chain_lengths)
             for (const complex_problem& p : layouts(n, row.isa.lanes)) {
@@ -114,7 +114,7 @@ TEST(MultiStage, SharedOutputsAreNoWorkingArray) {
         }
 }
 
-TEST(MultiStage, RecordsWordByWord) {
+TEST(MultiStage, LaysItsRecordsOutWordByWord) {
     for (const chain_row& row : chain_rows)
         for (int64_t n : chain_lengths)
             for (const complex_problem& p : layouts(n, row.isa.lanes)) {
@@ -153,7 +153,7 @@ TEST(MultiStage, RecordsWordByWord) {
 }
 
 // Other stages have plain rows. So has the last one, unless its kernel runs across rows.
-TEST(MultiStage, TablesBitByBit) {
+TEST(MultiStage, HasItsTablesBitByBit) {
     for (const chain_row& row : chain_rows)
         for (int64_t n : chain_lengths)
             for (const complex_problem& p : layouts(n, row.isa.lanes)) {
@@ -200,7 +200,7 @@ TEST(MultiStage, EveryFormComputes) {
     }
 }
 
-TEST(MultiStage, Routes) {
+TEST(MultiStage, IsReachedInTheFormThatTheLayoutAsksFor) {
     const auto execution = [](const complex_problem& p) { return planned(record_of(p)).execution(); };
     EXPECT_EQ(execution({64}), "execute_1d_two_stages_sve");
     EXPECT_EQ(execution({22}), "execute_1d_two_stages_sve");

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-License-Identifier: Apache-2.0
 """The documents must stay true: links lead somewhere, to a heading that is there, named files exist, and the road in
-ARCHITECTURE.md tells the lengths of its files about right and stays readable in an hour (under 900 lines).
+ARCHITECTURE.md tells the lengths of its files about right, and the files together stay readable in an hour (under 900 lines).
 
   check_documents.py ROOT
 """
@@ -12,7 +12,7 @@ import sys
 LINK = re.compile(r"\]\((?!https?:)([^)#\s]*)(?:#([^)]*))?\)")
 NAMED_FILE = re.compile(r"`((?:include|interface|record|planner|dft|real|batch|threads|kernels|tests|bench|examples|docs|scripts|cmake)"
                         r"/[\w./-]*)`")
-ROAD_ROW = re.compile(r"^\| \[`([^`]+)`\]\([^)]*\) \| (\d+) \|")
+ROAD_ROW = re.compile(r"^\| \[?`([^`]+)`(?:\]\([^)]*\))? \| (?:about )?(\d+) \|")
 LONGEST_ROAD = 900
 
 
@@ -46,10 +46,9 @@ def road_complaints(root: pathlib.Path) -> list[str]:
     for row in filter(None, map(ROAD_ROW.match, (root / "ARCHITECTURE.md").read_text().splitlines())):
         told = int(row[2])
         file = root / row[1]
-        if not file.exists():
-            continue  # the link is complained about already
-        lines = len(file.read_text().splitlines())
-        total += told
+        # What isn't there is made by the build, or its link is complained about already.
+        lines = len(file.read_text().splitlines()) if file.exists() else told
+        total += lines
         if abs(lines - told) > max(told // 10, 5):
             found.append(f"ARCHITECTURE.md: {row[1]} has {lines} lines, not {told}")
     if not 0 < total < LONGEST_ROAD:

@@ -80,6 +80,9 @@ double error_of(const body& b, const impulses& x, int sign) {
     return error;
 }
 
+// Of columns that may lie in the place of the output: see loops/columns.cpp.
+bool reads_copies(const body& b) { return !b.loads_first && b.did.loaded_again > 0; }
+
 // All operations are linear: a body that is right for an impulse in every element is right.
 TEST_P(graphs, compute_their_transforms) {
     for_each_body([](const body& b, int size, int sign) {
@@ -94,7 +97,7 @@ TEST_P(graphs, keep_their_promises) {
         EXPECT_EQ(load_complaints(b, size), complaints{});
         EXPECT_EQ(store_complaints(b, size), complaints{});
         EXPECT_EQ(constant_complaints(b), complaints{});
-        if (in_place) {
+        if (in_place && !reads_copies(b)) {
             EXPECT_EQ(in_place_complaints(b), complaints{});
         }
         if (b.graph.overwrites() && family().loop != shape::direct) {

@@ -134,7 +134,7 @@ void Direct::check(const real_problem& p) {
     EXPECT_TRUE(input.zones_are_intact() && separate.zones_are_intact());
 }
 
-TEST_P(Direct, SingleTransformsOfEverySizeAndStride) {
+TEST_P(Direct, IsRightForSingleTransformsOfEverySizeAndStride) {
     const family& f = GetParam();
     if (f.batched && f.kind != kind_r2r) return;
     for (int n : f.sizes)
@@ -147,7 +147,7 @@ TEST_P(Direct, SingleTransformsOfEverySizeAndStride) {
         }
 }
 
-TEST_P(Direct, BatchesOfEverySizeStrideAndCount) {
+TEST_P(Direct, IsRightForBatchesOfEverySizeStrideAndCount) {
     const family& f = GetParam();
     if (!f.batched) return;
     for (int n : f.sizes)
@@ -164,7 +164,7 @@ TEST_P(Direct, BatchesOfEverySizeStrideAndCount) {
 }
 
 // Strides in place: a real side has twice the stride of its complex side, or the padded contiguous row.
-TEST_P(Direct, InPlace) {
+TEST_P(Direct, IsRightInPlace) {
     const family& f = GetParam();
     for (int n : f.sizes)
         for (int64_t count : {int64_t{no_batch}, int64_t{4}, int64_t{7}, int64_t{8}})
@@ -225,7 +225,7 @@ TEST_P(Direct, OtherKindsAndRanksGoElsewhere) {
 
 INSTANTIATE_TEST_SUITE_P(Real, Direct, testing::ValuesIn(families), [](const auto& info) { return info.param.name; });
 
-TEST(DirectTables, OfComplexSpectra) {
+TEST(DirectTables, HoldTheOffsetsOfComplexSpectra) {
     const plan_pointer forth =
         real_problem{.kind = kind_r2c, .dim = {7, 3, 5}}.taken_by(solve_problem_r2c_1d_direct, planned_in, planned_out);
     const plan_pointer back =
@@ -250,7 +250,7 @@ TEST(DirectTables, OfComplexSpectra) {
     EXPECT_EQ(back->howmany[0].n, 1);
 }
 
-TEST(DirectTables, OfHalfComplexSpectra) {
+TEST(DirectTables, HoldTheOffsetsOfHalfComplexSpectra) {
     const plan_pointer forth = real_problem{.kind = kind_r2r, .r2r_kind = r2r_r2hc, .dim = {8, 3, 5}}.taken_by(
         solve_problem_r2hc_direct, planned_in, planned_out);
     const plan_pointer back = real_problem{.kind = kind_r2r, .r2r_kind = r2r_hc2r, .dim = {8, 5, 3}}.taken_by(
@@ -271,7 +271,7 @@ TEST(DirectTables, OfHalfComplexSpectra) {
     }
 }
 
-TEST(DirectTables, OfTheTypeOneCosine) {
+TEST(DirectTables, HoldTheOffsetsOfTheTypeOneCosine) {
     const plan_pointer p = real_problem{.kind = kind_r2r, .r2r_kind = r2r_redft00, .dim = {17, 3, 5}}.taken_by(
         solve_problem_redft00_direct, planned_in, planned_out);
     ASSERT_TRUE(p);
@@ -295,7 +295,7 @@ TEST(DirectTables, APrivateCopyGetsABuffer) {
     EXPECT_EQ(buffer_size(kind_c2r, solve_problem_c2r_1d_direct), 4u * 16);
 }
 
-TEST(DirectRoutes, SingleTransforms) {
+TEST(DirectRoutes, TakeSingleTransforms) {
     for (int n : {2, 4, 8, 16, 32, 64}) {
         EXPECT_EQ(route({.kind = kind_r2c, .dim = {n, 1, 1}}),
                   "solve_problem_r2c_1d_direct execute_r2c_1d_direct_even");
@@ -320,7 +320,7 @@ TEST(DirectRoutes, SingleTransforms) {
               "solve_problem_redft00_1d execute_redft00_1d");
 }
 
-TEST(DirectRoutes, BatchesOfRealAndComplex) {
+TEST(DirectRoutes, TakeBatchesOfRealAndComplex) {
     const auto batch = [](uint32_t kind, int64_t n, int64_t count) {
         return route(with_rows({.kind = kind, .dim = {n, 1, 1}}, count, false));
     };
@@ -363,7 +363,7 @@ TEST(DirectRoutes, BatchesInPlaceNeedTheirRowsInTheirOwnPlaces) {
     EXPECT_EQ(r2r(solve_problem_redft00_direct, r2r_redft00, 4, 8, 9), "refused");
 }
 
-TEST(DirectRoutes, BatchesOfRealToReal) {
+TEST(DirectRoutes, TakeBatchesOfRealToReal) {
     const auto batch = [](uint32_t kind, int64_t n, int64_t count) {
         return route(with_rows({.kind = kind_r2r, .r2r_kind = kind, .dim = {n, 1, 1}}, count, false));
     };
@@ -379,7 +379,7 @@ TEST(DirectRoutes, BatchesOfRealToReal) {
     EXPECT_EQ(batch(r2r_r2hc, 64, 8), "solve_problem_r2hc_many execute_r2hc_many");
 }
 
-TEST(DirectRoutes, NoTypeOneCosineOfOnePoint) {
+TEST(DirectRoutes, RefuseATypeOneCosineOfOnePoint) {
     const real_problem p = {.kind = kind_r2r, .r2r_kind = r2r_redft00, .dim = {1, 1, 1}};
     EXPECT_EQ(execute_name(solve_problem_redft00_direct, p), "refused");
     EXPECT_EQ(execute_name(solve_problem_redft00_1d, p), "refused");

@@ -49,8 +49,11 @@ public:
         execute(on);
         return on;
     }
+    // The same on arrays that begin so many floats behind where the others do.
+    arrays result_behind(size_t floats_ahead) const;
 
 private:
+    void execute_behind(arrays& on, size_t floats_ahead) const;
     struct release {
         void operator()(fft_plan* p) const { fft_plan_free(p); }
     };
