@@ -40,6 +40,7 @@ std::vector<problem_case> complex_batches() {
     all.push_back({.dims = {{1025, 1025, 1025}}, .batch = {{49, 1, 1}}, .every_row = false});
     all.push_back({.dims = {{4096, 64, 64}}, .batch = {{64, 1, 1}}, .every_row = false});
     all.push_back({.dims = {{256, 1, 256}}, .batch = {{256, 256, 1}}, .in_place = true, .every_row = false});
+    all.push_back({.dims = {{8192, 1, 16}}, .batch = {{16, 8192, 1}}, .every_row = false});  // columns far apart
     all.push_back({.dims = {{1000, 1, 1}}, .batch = {{3, 1000, 1000}, {2, 3000, 3000}}});
     all.push_back({.dims = {{5, 1, 1}}, .batch = {{3, 5, 5}, {2, 15, 15}}});
     all.push_back({.dims = {{1000, 1, 1}}, .batch = {{8, 1000, 1000}}, .nthreads = 2});
