@@ -11,10 +11,11 @@ endif()
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 if(on_arm)
-  # Complex instructions need armv8.3-a by name; the level is for processors that have them and Armv8.1 atomics.
+  # Complex instructions need armv8.3-a by name; the level is for processors that have them and Armv8.1 atomics, with or
+  # without that architecture's instructions for signed addresses (the A64FX has none).
   set(qfftf_levels sve fcma neon)  # from the highest to the lowest
-  set(level_options_sve -march=armv8.3-a+sve -msve-vector-bits=256)
-  set(level_options_fcma -march=armv8.3-a)
+  set(level_options_sve -march=armv8.3-a+sve+nopauth -msve-vector-bits=256)
+  set(level_options_fcma -march=armv8.3-a+nopauth)
   set(level_options_neon -march=armv8-a -mno-outline-atomics)
   # Lower levels take some kernels in place of others (kernels/level.h); the linker drops what nobody asks for.
   foreach(level fcma neon)
