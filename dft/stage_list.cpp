@@ -68,7 +68,7 @@ void fill_later_stages(const fft_plan* plan, stage_isa::lookup other, stage_isa:
 straight_kernels find_straight_kernels(const fft_plan& plan) {
     const uint64_t n = plan.dims[0].n;
     if (is_batch_of_lanes(plan, 4)) return {lookup_straight_quad_sve(&plan, n), nullptr};
-    if (plan.howmany_rank == 0 && has_unit_strides(plan)) return {nullptr, lookup_straight_rows_sve(&plan, n)};
+    if (plan.howmany_rank == 0 && has_unit_strides(plan)) return {nullptr, lookup_straight_rows(&plan, n)};
     return {};
 }
 

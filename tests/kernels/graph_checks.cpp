@@ -92,6 +92,16 @@ complaints load_complaints(const body& b, int size) {
     return result;
 }
 
+complaints row_complaints(const body& b, int size) {
+    std::multiset<int> vectors;
+    for (int row = 0; row < rows_of_body(size); ++row)
+        for (int i = 0; i < vectors_of_row(size); ++i) vectors.insert(row_slot{row, i}.pack());
+    complaints result;
+    if (slots(b, op::load) != vectors) result.emplace_back("doesn't load each vector of its rows once");
+    if (slots(b, op::store) != vectors) result.emplace_back("doesn't store each vector of its rows once");
+    return result;
+}
+
 complaints store_complaints(const body& b, int size) {
     if (slots(b, op::store) != range(0, size)) return {"doesn't store each output once"};
     return {};
@@ -144,7 +154,7 @@ complaints constant_complaints(const body& b) {
         if (turned && !v.k.everywhere && v.k.lane != 1) result.push_back("turns by an even lane" + at(n, v));
         if (v.k.everywhere && v.what == op::scale && !b.graph.constants().grows())
             result.push_back("scales by what is everywhere" + at(n, v));
-        if (v.k.twice && !turned) result.push_back("doubles a lane of a plain product" + at(n, v));
+        if (v.k.twice && !turned && !v.k.everywhere) result.push_back("doubles a lane of a plain product" + at(n, v));
     }
     return result;
 }

@@ -33,9 +33,9 @@ protected:
     // The n-th choice of strides. Distances between lanes leave room for one lane's span.
     kernel_problem with_strides(kernel_problem p, int n) const {
         if (family().loop == shape::rows) {
-            p.groups = 1 + n % 3;
+            p.count = 1 + n % 5;
             p.idist = p.radix + n % 4;
-            p.odist = p.radix + n / 4 % 4;
+            p.odist = p.radix + (n + 1) % 3;
         }
         if (family().data == layout::contig) return p;
         p.is = strides[n % 4][0];

@@ -18,6 +18,7 @@ struct node {
     int slot = none;
     constant k{};
     bool into_b = false;  // the result takes b's register, not a's
+    bool at_once = false;  // printed as soon as its operands are there
     auto key() const { return std::tuple(int(what), a, b, slot, k.entry, k.lane, k.everywhere, k.twice); }
 };
 
@@ -37,6 +38,9 @@ public:
     int reload(int a) { return intern({op::reload, a, none, int(nodes_.size())}); }
     int fused(op what, int a, int b, constant k) { return intern({what, a, b, none, k}); }
 
+    // What is recorded from here on is printed as soon as its operands are there, if nothing but stores is made of it.
+    void record_at_once() { at_once_ = true; }
+
     // a + b, a - b, a + i b, a - i b (turned by 0, 2, 1 and 3 quarters), taking a scaled b into a fused operation.
     int sum(int a, int b, int quarters);
 
@@ -49,7 +53,7 @@ private:
     int intern(const node& n);
 
     pool pool_;
-    bool overwrites_;
+    bool overwrites_, at_once_ = false;
     std::vector<node> nodes_;
     std::map<std::tuple<int, int, int, int, int, int, bool, bool>, int> known_;
 };

@@ -13,7 +13,7 @@ using loop_printer = void (*)(text& out, const form& f, int size, int sign);
 loop_printer loop_of(shape s);
 
 void print_single(text& out, const form& f, int size, int sign);          // direct, many, assemble
-void print_groups_of_rows(text& out, const form& f, int size, int sign);  // rows
+void print_rows(text& out, const form& f, int size, int sign);
 void print_first_stage(text& out, const form& f, int size, int sign);
 void print_other_stage(text& out, const form& f, int size, int sign);
 void print_last_stage(text& out, const form& f, int size, int sign);

@@ -37,7 +37,7 @@ private:
 
     void mark_live() {
         for (int n = 0; n < int(nodes_.size()); ++n)
-            finishes_[n] = operation_of(nodes_[n].what).time == op_time::when_ready;
+            finishes_[n] = operation_of(nodes_[n].what).time == op_time::when_ready || nodes_[n].at_once;
         for (int n = int(nodes_.size()) - 1; n >= 0; --n) {
             const node& v = nodes_[n];
             if (v.what == op::store) {
@@ -89,12 +89,12 @@ private:
     // What is made from a value that went to memory overwrites it.
     void visit_users(int n) {
         for (int user = n + 1; user < int(nodes_.size()); ++user)
-            if (nodes_[user].a == n && nodes_[user].what != op::store && !finishes_[user]) visit(user);
+            if (live_[user] && nodes_[user].a == n && nodes_[user].what != op::store && !finishes_[user]) visit(user);
     }
 
     const std::vector<node>& nodes_;
     std::vector<bool> done_, live_;
-    std::vector<bool> finishes_;  // permutations and products of which nothing but stores is made
+    std::vector<bool> finishes_;  // what is printed as soon as it can be, if nothing but stores is made of it
     std::vector<int> store_of_;
     bool loads_first_;
     int loads_left_ = 0;
