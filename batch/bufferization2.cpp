@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 15: 49 or more complex columns of 256 to 3072 points, in a square array at the most. Blocks of 48 columns are
-// copied to the buffer, transformed there and copied back. The lengths that rule planning passes over are those that
-// later rows do faster.
+// bufferization2: 49 or more complex columns of 256 to 3072 points, in a square array at the most. Blocks of 48 columns
+// are copied to the buffer, transformed there and copied back. The lengths that rule planning passes over are those
+// that later rows do faster.
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"

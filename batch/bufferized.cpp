@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 13: large batches of long complex transforms stored by columns. A block of transforms goes to a block buffer as
-// contiguous rows (row 14 does that, whatever the shape) and from there, transposed, to the output. The lengths that
-// are left to later rows were slower this way; they come back when the plan is measured.
+// solve_bufferized_problem: large batches of long complex transforms stored by columns. A block of transforms goes to a
+// block buffer as contiguous rows (indirect does that, whatever the shape) and from there, transposed, to the output.
+// The lengths that are left to later rows were slower this way; they come back when the plan is measured.
 #include "dft/sizes.h"
 #include "kernels/move/move.h"
 #include "planner/solver.h"

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 65: complex-to-real of two or more dimensions without a batch. The slowest dimension runs first, complex, as a
-// batch over everything else, into an intermediate; then the rest runs as a batch of complex-to-real problems (rows).
-// The intermediate stands in the array itself where input and padded output are the same complex elements. Elsewhere
-// the padding may hold anything, such as other outputs of a batch, and the intermediate has the plan's buffer.
-#include "batch/subplans.h"
+// c2r_multidimension: complex-to-real of two or more dimensions without a batch. The slowest dimension runs first,
+// complex, as a batch over everything else, into an intermediate; then the rest runs as a batch of complex-to-real
+// problems (rows). The intermediate stands in the array itself where input and padded output are the same complex
+// elements. Elsewhere the padding may hold anything, such as other outputs of a batch, and the intermediate has the
+// plan's buffer.
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/subplans.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-#include "batch/compact_input.h"
-
+// The last resort of a problem in place, which planner/solvers.h tells of.
 #include "batch/split_arrays.h"
 #include "kernels/move/move.h"
 #include "planner/solver.h"
+#include "planner/solvers.h"
 
 namespace {
 

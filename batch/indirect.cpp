@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 14: a complex batch whose input is stored by columns and whose output is wanted in rows. The input is transposed
-// to the output and transformed there. It takes every block of row 13 as well, whatever the length. In place the
-// transpose would overwrite what it still has to read.
+// indirect: a complex batch whose input is stored by columns and whose output is wanted in rows. The input is
+// transposed to the output and transformed there. It takes every block of solve_bufferized_problem as well, whatever
+// the length. In place the transpose would overwrite what it still has to read.
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 18: complex batches stored by columns, a multiple of 4 above 4, in blocks cut by a tuned table. Side by side on
-// both sides any case fits, and groups of four that run where they stand are the fallback. Side by side on one side
-// only, a block has to be gathered: without a copying case the row refuses. (Transposing moves adjacent columns, so
-// those cases need both sides.)
+// c2c_many_block_col_col: complex batches stored by columns, a multiple of 4 above 4, in blocks cut by a tuned table.
+// Side by side on both sides any case fits, and groups of four that run where they stand are the fallback. Side by side
+// on one side only, a block has to be gathered: without a copying case it refuses. (Transposing moves adjacent columns,
+// so those cases need both sides.)
 #include "batch/block_col_col_table.h"
-#include "batch/in_place.h"
 #include "batch/many_direct.h"
 #include "dft/multi_stage.h"
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/in_place.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 16: as many contiguous complex transforms as each is long, a power of two of 2048 or more. Blocks of rows are
-// copied into a compact scratch, transformed there and copied out.
-#include "batch/in_place.h"
+// c2c_many_block_row_row: as many contiguous complex transforms as each is long, a power of two of 2048 or more. Blocks
+// of rows are copied into a compact scratch, transformed there and copied out.
 #include "dft/sizes.h"
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/in_place.h"
 
 namespace {
 

@@ -1,16 +1,18 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 21 to 23: one batch of complex transforms of a kernel size, several at once across the lanes of a vector. Rows
-// 21 (four lanes, SVE) and 22 (two lanes, NEON) take transforms side by side; row 23 loads each lane from its own
-// address and takes any other distances. What is left of a count that is no multiple of 4 runs singly. Where the
-// elements of a transform stand side by side, one kernel that loads and stores whole rows runs all of them instead.
-// Length 64 is left to rows further down unless measured. A kernel reads all its input before it writes.
+// c2c_many_direct_parallel_sve, _parallel_neon and _assemble_neon: one batch of complex transforms of a kernel size,
+// several at once across the lanes of a vector. The parallel forms (four lanes by SVE, two by NEON) take transforms
+// side by side; the assemble form loads each lane from its own address and takes any other distances. What is left of
+// a count that is no multiple of 4 runs singly. Where the elements of a transform stand side by side, one kernel that
+// loads and stores whole rows runs all of them instead. Length 64 is left to rows further down unless measured.
+// A kernel reads all its input before it writes.
 #include "batch/many_direct.h"
 
-#include "batch/in_place.h"
-#include "batch/subplans.h"
 #include "kernels/lookup.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/in_place.h"
+#include "record/problem.h"
+#include "record/subplans.h"
 
 #include <iterator>
 #include <utility>
@@ -56,8 +58,8 @@ void execute_groups_tail(fft_plan* plan, float* in, float* out) {
         single->execute(single, in + 2 * i * batch.is, out + 2 * i * batch.os);
 }
 
-// Transforms of adjacent elements: one call for all of them. `aux` is kept for the kernel that any caller of row 23
-// expects there, so that each length and direction has an execute function that knows its rows kernel.
+// Transforms of adjacent elements: one call for all of them. `aux` is kept for the kernel that any caller of the
+// assemble form expects there, so that each length and direction has an execute function that knows its rows kernel.
 template <bool forward, size_t n>
 void execute_rows(fft_plan* plan, float* in, float* out) {
     const many_rows_kernel kernel = (forward ? many_rows_neon_fwd : many_rows_neon_bwd)[n - 1];

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 44: any batch that no faster row took. The outermost batch dimension is peeled into a loop over one subplan.
+// dft_many: any batch that no faster row took. The outermost batch dimension is peeled into a loop over one subplan.
 // It leaves four complex transforms side by side to the four-lane form of the multi-stage solver, one-dimensional real
 // batches of unit distances to the rows in front of it, and batches in place whose later inputs would be overwritten.
-#include "batch/in_place.h"
-#include "batch/subplans.h"
 #include "dft/multi_stage.h"
 #include "dft/sizes.h"
 #include "kernels/lookup.h"
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/in_place.h"
+#include "record/subplans.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 12: a complex batch of 5 or more whose count is no multiple of 4 is cut into a part that is one and a rest of
-// 1 to 3. Lengths with a large prime factor gain nothing from it, and two tuned shapes run faster uncut.
-#include "batch/in_place.h"
+// c2c_many_parallel: a complex batch of 5 or more whose count is no multiple of 4 is cut into a part that is one and a
+// rest of 1 to 3. Lengths with a large prime factor gain nothing from it, and two tuned shapes run faster uncut.
 #include "dft/sizes.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/in_place.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 2: a batch of one. The batch dimension is dropped and the transform goes through the table once more. A batch of
-// none runs once as well. Split arrays have rows of their own; pieces of a large transform keep their batch.
-#include "batch/subplans.h"
+// many_reset: a batch of one. The batch dimension is dropped and the transform goes through the table once more. A
+// batch of none runs once as well. Split arrays have rows of their own; pieces of a large transform keep their batch.
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/subplans.h"
 
 namespace {
 

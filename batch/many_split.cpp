@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 5: any batch on split arrays, peeled one dimension at a time into a loop over the four arrays. Each transform
-// reads all its input before it writes, but a batch in place whose later inputs would be overwritten is refused.
-#include "batch/in_place.h"
+// dft_many_split: any batch on split arrays, peeled one dimension at a time into a loop over the four arrays. Each
+// transform reads all its input before it writes, but a batch in place whose later inputs would be overwritten is
+// refused.
 #include "batch/split_arrays.h"
-#include "batch/subplans.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/in_place.h"
+#include "record/problem.h"
+#include "record/subplans.h"
 
 namespace {
 

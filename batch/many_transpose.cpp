@@ -1,13 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 17 and 67: long transforms stored by columns. A block of columns is packed into groups of four with interleaved
-// elements, each group is transformed at once, and the block is unpacked to the output. Row 17 takes complex batches
-// whose columns reach over so much memory that strided stages would suffer. Row 67 takes the column pass of a large
-// transform, which lends it the twiddles that it multiplies by while unpacking; without them it refuses.
-#include "batch/in_place.h"
+// dft_many_transpose and dft_many_transpose_rotate: long transforms stored by columns. A block of columns is packed
+// into groups of four with interleaved elements, each group is transformed at once, and the block is unpacked to the
+// output. The first takes complex batches whose columns reach over so much memory that strided stages would suffer. The
+// second takes the column pass of a large transform, which lends it the twiddles that it multiplies by while unpacking;
+// without them it refuses.
 #include "dft/sizes.h"
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/in_place.h"
 
 #include <algorithm>
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 64: two or more dimensions without a batch. The slowest dimension is set apart: first the rest of each of its
-// steps is transformed (rows), from input to output, then the slowest dimension over everything else (columns), in
-// place on the output. Both are batches, which the batch solvers peel; the rows meet this row again.
-// Complex-to-real needs the opposite order and has a row of its own.
-// Row 43 stands for a parallel form and takes nothing.
-#include "batch/subplans.h"
+// multidimension: two or more dimensions without a batch. The slowest dimension is set apart: first the rest of each of
+// its steps is transformed (rows), from input to output, then the slowest dimension over everything else (columns), in
+// place on the output. Both are batches, which the batch solvers peel; the rows meet this solver again.
+// Complex-to-real needs the opposite order and has a solver of its own.
+// multidimension_parallel stands for a parallel form and takes nothing.
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/subplans.h"
 
 namespace {
 

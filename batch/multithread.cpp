@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 11: any batch for two or more threads, cut along its outermost dimension into one subplan per partition of the
-// parallel loop. It leaves small problems on one thread, four complex transforms side by side to the four-lane form of
-// the multi-stage solver, one-point problems in place to the rows that move data, and batches in place whose parts
-// would overwrite each other's input.
-#include "batch/in_place.h"
+// dft_many_multithread: any batch for two or more threads, cut along its outermost dimension into one subplan per
+// partition of the parallel loop. It leaves small problems on one thread, four complex transforms side by side to the
+// four-lane form of the multi-stage solver, one-point problems in place to the rows that move data, and batches in
+// place whose parts would overwrite each other's input.
 #include "dft/sizes.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/in_place.h"
 #include "threads/partition.h"
 #include "threads/threads.h"
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 6: complex transforms of length 1, the identity in both directions: a copy, or nothing in place. Batches of more
-// than one dimension are peeled by row 44 first. In place the two batch distances must agree, or values would have to
+// nop: complex transforms of length 1, the identity in both directions: a copy, or nothing in place. Batches of more
+// than one dimension are peeled by dft_many first. In place the two batch distances must agree, or values would have to
 // change places.
-#include "batch/in_place.h"
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/in_place.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 20: in place, complex rows whose results are wanted by columns, over a span of 256 KiB or more. All rows are
-// transformed into the buffer before the buffer is transposed to the output, since the columns of the first row lie
-// across all others. The rows must be contiguous and follow each other without gaps.
+// dft_many_post_transpose: in place, complex rows whose results are wanted by columns, over a span of 256 KiB or more.
+// All rows are transformed into the buffer before the buffer is transposed to the output, since the columns of the
+// first row lie across all others. The rows must be contiguous and follow each other without gaps.
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"

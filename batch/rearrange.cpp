@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 3 and 66: rank 0, so that only the batch is left and data moves without a transform. Out of place it is one
-// transpose or one copy. In place a square matrix is transposed where it stands; anything else goes to the buffer and
-// back, by two subplans that are out of place. Split arrays have no plan of rank 0.
+// rearrange_inplace and rearrange_outplace: rank 0, so that only the batch is left and data moves without a transform.
+// Out of place it is one transpose or one copy. In place a square matrix is transposed where it stands; anything else
+// goes to the buffer and back, by two subplans that are out of place. Split arrays have no plan of rank 0.
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 4: one transform on split arrays. The two parts are interleaved into the buffer, transformed there on packed
+// dft_split: one transform on split arrays. The two parts are interleaved into the buffer, transformed there on packed
 // dimensions, and separated again; the real side of r2c and c2r is read or written where it stands. Rank 0 would leave
 // nothing to transform and is refused.
 #include "batch/split_arrays.h"

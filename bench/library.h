@@ -3,13 +3,15 @@
 // its peer take the same arguments in the same order, so one table of functions with two prefixes serves both, and any
 // two builds can run side by side.
 #pragma once
-#include "bench/problem.h"
+#include "problems/problem.h"
 
 #include <cstdint>
 #include <memory>
 #include <string>
 
 namespace bench {
+
+using namespace problems;
 
 template <typename Real>
 class library {

@@ -16,7 +16,7 @@ if(on_arm)
   set(level_options_sve -march=armv8.3-a+sve -msve-vector-bits=256)
   set(level_options_fcma -march=armv8.3-a)
   set(level_options_neon -march=armv8-a -mno-outline-atomics)
-  # Lower levels take some kernels in place of others (kernels/lookup.cpp); the linker drops what nobody asks for.
+  # Lower levels take some kernels in place of others (kernels/level.h); the linker drops what nobody asks for.
   foreach(level fcma neon)
     set(level_sections_${level} -ffunction-sections -fdata-sections)
   endforeach()

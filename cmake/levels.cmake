@@ -1,13 +1,15 @@
 # SPDX-License-Identifier: Apache-2.0
 # The inner library, once for each level: the object library qfftf_inner_LEVEL from the sources that the folders list,
 # and qfftf_kernels_LEVEL from kernels/. For the shared object every copy is joined into one object file in which
-# qfftf_inner_LEVEL, its record of entry points (interface/level.h), is the only name that others can see: so no copy's
+# qfftf_inner_LEVEL, its record of entry points (planner/inner_library.h), is the only name that others can see: so no copy's
 # functions, inline ones included, can stand in for those of another.
 foreach(level IN LISTS qfftf_levels)
   add_library(qfftf_inner_${level} OBJECT)
   target_link_libraries(qfftf_inner_${level} PRIVATE qfftf_inner_sources PUBLIC qfftf_options_${level})
   target_compile_options(qfftf_inner_${level} PRIVATE ${qfftf_library_options} ${level_sections_${level}})
   target_compile_definitions(qfftf_inner_${level} PRIVATE QFFTF_LEVEL=${level})
+  target_include_directories(qfftf_inner_${level} PRIVATE ${generated_dir})  # tables.h
+  add_dependencies(qfftf_inner_${level} kernel_texts)
   set(inner_objects_${level} $<TARGET_OBJECTS:qfftf_inner_${level}> $<TARGET_OBJECTS:qfftf_kernels_${level}>)
 endforeach()
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 46: one complex transform of any length with a prime factor above 37 that Rader's row declined. The stage of that
-// radix p, prime or not, is a linear convolution with a chirp, padded to a size M that is quick to transform
-// (Bluestein, 1970).
+// c2c_1d_bluestein_sve: one complex transform of any length with a prime factor above 37 that c2c_1d_rader_sve
+// declined. The stage of that radix p, prime or not, is a linear convolution with a chirp, padded to a size M that is
+// quick to transform (Bluestein, 1970).
 #include "dft/bluestein.h"
 
 #include "dft/convolution.h"

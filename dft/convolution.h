@@ -6,9 +6,9 @@
 // twiddle tables. `buffer` holds the array of the convolution and behind it the working copy of the chain: one array of
 // n complex numbers for unit strides, else two.
 #pragma once
-#include "dft/problem.h"
 #include "dft/stage_list.h"
 #include "planner/solver.h"
+#include "record/problem.h"
 
 // One complex transform with a radix that no kernel covers. Upsampling's private copies are left to others. Factors are
 // looked for only where there is memory for the tables, so that none is long to find.

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 24, 25 and 26: one complex transform whose length has a kernel of its own. The plan is that kernel in `aux`, and
-// executing it is one call. Row 24 takes any strides, rows 25 and 26 unit strides; of these NEON stands first, so that
-// row 26 is reached only by measuring. A contiguous length of 64 runs faster as two stages on most problems, so that
-// only the clock may choose its kernel.
-#include "dft/problem.h"
+// c2c_1d_direct_discrete_neon, c2c_1d_direct_neon and c2c_1d_direct_sve: one complex transform whose length has a
+// kernel of its own. The plan is that kernel in `aux`, and executing it is one call. The discrete form takes any
+// strides, the others unit strides; of these NEON stands first, so that SVE is reached only by measuring. A contiguous
+// length of 64 runs faster as two stages on most problems, so that only the clock may choose its kernel.
 #include "kernels/lookup.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/problem.h"
 
 namespace {
 

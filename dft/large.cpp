@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 48: one contiguous complex transform of a large power of two, n = r m, as a matrix: columns of r points first,
-// the twiddles folded into their way out, then rows of m points (the six-step method without its transposes). Both
-// passes are batched subplans, so that blocking and threads are theirs. Shorter transforms run faster as one chain of
-// stages.
-#include "dft/problem.h"
+// c2c_1d_large: one contiguous complex transform of a large power of two, n = r m, as a matrix: columns of r points
+// first, the twiddles folded into their way out, then rows of m points (the six-step method without its transposes).
+// Both passes are batched subplans, so that blocking and threads are theirs. Shorter transforms run faster as one chain
+// of stages.
 #include "dft/sizes.h"
 #include "dft/twiddles.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/problem.h"
 
 #include <cmath>
 

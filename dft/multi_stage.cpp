@@ -1,14 +1,15 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 49 and 50: one complex transform of a smooth length as a self-sorting chain of stages (Cooley-Tukey, Stockham's
-// order), or four (SVE, row 49) and two (NEON, row 50) at once whose elements stand side by side. The twins differ by
-// that count and by their kernels; of single transforms row 50 gets only those for which the clock prefers it.
+// c2c_1d_sve and c2c_1d_neon: one complex transform of a smooth length as a self-sorting chain of stages (Cooley-Tukey,
+// Stockham's order), or four (SVE) and two (NEON) at once whose elements stand side by side. The twins differ by that
+// count and by their kernels; of single transforms NEON gets only those for which the clock prefers it.
 #include "dft/multi_stage.h"
 
-#include "dft/problem.h"
 #include "dft/stage_list.h"
+#include "dft/stage_lookup.h"
 #include "kernels/lookup.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/problem.h"
 
 namespace {
 
@@ -74,7 +75,7 @@ int install_form(fft_plan* plan, const multi_stage_form& form, uint64_t stage_co
 
 // `count` executions by a straight kernel, if there is one: four lanes each, or all contiguous rows in one call.
 bool execute_straight_each(const fft_dim& d, const straight_kernels& kernels, const float* in, float* out,
-                              int64_t count, int64_t in_step, int64_t out_step) {
+                           int64_t count, int64_t in_step, int64_t out_step) {
     if (kernels.quad) {
         for (int64_t i = 0; i < count; ++i) kernels.quad(out + i * out_step, in + i * in_step, d.is, d.os);
         return true;

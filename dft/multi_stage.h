@@ -2,7 +2,7 @@
 // What the loops over many transforms may know of the plan of one that runs by stages, so that they needn't call it for
 // each transform.
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 // One transform of two stages, or four of them in the lanes of vectors.
 bool runs_two_stages(const fft_plan& plan);

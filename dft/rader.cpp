@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 45 and 47: one complex transform whose length is a prime p above 37 times a smooth number, where p - 1 is smooth
-// too. The stage of radix p is a cyclic convolution of length q = p - 1 (Rader, 1968). Row 45 leaves lengths with 47
-// and 59 to Bluestein, which is faster there, unless the clock is asked; row 47, with NEON kernels, stands behind
+// c2c_1d_rader_sve and c2c_1d_rader_neon: one complex transform whose length is a prime p above 37 times a smooth
+// number, where p - 1 is smooth too. The stage of radix p is a cyclic convolution of length q = p - 1 (Rader, 1968).
+// SVE leaves lengths with 47 and 59 to Bluestein, which is faster there, unless the clock is asked; NEON stands behind
 // Bluestein and is reached only by measuring.
 #include "dft/rader.h"
 #include "dft/convolution.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Number theory of the planner: which sizes the kernels cover and into which radices a size is cut.
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 // The orders in which a greedy cut tries the kernel sizes. They follow measurements, not a sorted rule.
 constexpr int radix_order_main_count = 27;

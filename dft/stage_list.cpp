@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "dft/stage_list.h"
 
-#include "dft/problem.h"
+#include "dft/stage_lookup.h"
 #include "dft/twiddles.h"
 #include "kernels/lookup.h"
+#include "record/problem.h"
 
 constinit const stage_isa stages_neon = {2,
                                          stage_lookup_first_neon,

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // Execution and housekeeping calls. An execute call is a null test and one jump to what the winning solver installed.
 #include "include/qfftf.h"
-#include "interface/fft_plan.h"
 #include "interface/plan_call.h"
 #include "planner/time_limit.h"
+#include "record/fft_plan.h"
 
 double planning_time_limit = 0.0;
 

@@ -2,7 +2,7 @@
 // The arguments of the fourteen guru calls in one form, and their documented checks.
 #pragma once
 #include "include/qfftf.h"
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 // The caller's triples, 32 or 64 bits wide.
 class dim_list {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The arguments of the four many calls, which all basic calls end in, and their documented checks.
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 #include <cstdint>
 

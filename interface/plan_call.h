@@ -2,7 +2,7 @@
 // What all plan calls share: named argument checks, the blank problem, and the way from a filled record to a plan.
 #pragma once
 #include "include/qfftf.h"
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 #include <span>
 

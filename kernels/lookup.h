@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// Look-ups of complex kernels. A plan look-up takes the direction from `sign` (forward for -1, else backward) and
-// returns null for a size that the family lacks. A stage look-up writes the kernel, or null, into the stage record.
+// Look-ups of complex kernels that are whole transforms. They take the direction from the plan's `sign` (forward for
+// -1, else backward) and return null for a size that the family lacks.
 #pragma once
-#include "interface/fft_plan.h"
 #include "kernels/kernel_types.h"
+#include "record/fft_plan.h"
 
 direct_contig_kernel lookup_direct_neon(const fft_plan* plan, uint64_t size);
 direct_strided_kernel lookup_direct_discrete_neon(const fft_plan* plan, uint64_t size);
@@ -22,16 +22,3 @@ extern const many_rows_kernel many_rows_neon_fwd[64], many_rows_neon_bwd[64];
 // 64, and 128 that is no size of stages.
 many_kernel lookup_straight_quad_sve(const fft_plan* plan, uint64_t size);
 many_rows_kernel lookup_straight_rows(const fft_plan* plan, uint64_t size);
-
-// The form follows from the plan's batch and strides: pair or quad batch, unit strides, or any strides. The plain
-// look-ups, for the convolution solvers, have no batched form. Twiddle tables are the caller's business.
-void stage_lookup_first_neon(stage_record* stage, const fft_plan* plan);
-void stage_lookup_other_neon(stage_record* stage, const fft_plan* plan);
-void stage_lookup_last_neon(stage_record* stage, const fft_plan* plan);
-void stage_lookup_other_plain_neon(stage_record* stage, const fft_plan* plan);
-void stage_lookup_last_plain_neon(stage_record* stage, const fft_plan* plan);
-void stage_lookup_first_sve(stage_record* stage, const fft_plan* plan);
-void stage_lookup_other_sve(stage_record* stage, const fft_plan* plan);
-void stage_lookup_last_sve(stage_record* stage, const fft_plan* plan);
-void stage_lookup_other_plain_sve(stage_record* stage, const fft_plan* plan);
-void stage_lookup_last_plain_sve(stage_record* stage, const fft_plan* plan);

@@ -3,7 +3,7 @@
 #pragma once
 #include <cstdint>
 
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 // One or more real transforms of one size. a0 and a1 are the real side at positions 0 and 1 (even- and odd-indexed
 // elements), b0 and b1 the spectrum side: real part and imaginary part of coefficient 0 (complex storage: b1 is b0 + 1;

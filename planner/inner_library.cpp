@@ -1,9 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // What this copy of the inner library gives to the rest. Compiled once for each level, whose name is QFFTF_LEVEL; its
 // record is the only name of the copy that the others see.
-#include "batch/compact_input.h"
-#include "interface/level.h"
+#include "planner/inner_library.h"
+
 #include "planner/solver.h"
+#include "planner/solvers.h"
 
 namespace {
 

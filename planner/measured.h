@@ -2,7 +2,7 @@
 // Planning by the clock. At the level of plan_problem the first five solvers that accept are built and timed; at the
 // level of a solver the orders of its radices are tried. Both run the transform on the plan's own arrays.
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 // A moment of gettimeofday.
 struct clock_reading {

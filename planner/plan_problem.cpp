@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
 // The walk over solver_table. A plan by rules is the first row that accepts. A measured one is the same walk, in which
 // no solver measures anything, and then a race of the first five rows that accept a clone of the problem.
-#include "batch/split_arrays.h"
 #include "planner/measured.h"
 #include "planner/solver.h"
 #include "planner/solver_table.h"
-#include "threads/thread_state.h"
+#include "record/problem.h"
+#include "record/thread_state.h"
 
 #include <algorithm>
 #include <cstring>
@@ -14,7 +14,7 @@ namespace {
 
 int walk_by_rules(fft_plan* plan) {
     for (const solver_entry& row : solver_table) {
-        fft_plan_clear(plan);  // ahead of row 0 as well: the record may have been planned before
+        fft_plan_clear(plan);  // ahead of the first row as well: the record may have been planned before
         if (row.solve(plan) == accepted) {
             plan->solver_name = row.name;
             settle_storage(plan);

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "planner/scratch.h"
 
+#include "record/memory.h"
+
 #include <algorithm>
 
 namespace {

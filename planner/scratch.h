@@ -2,9 +2,9 @@
 // The guards that give an execute function its scratch memory, and what a record tells of it. Any number of threads may
 // execute one plan at once: the storage of its tree is lent to one execution at a time.
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
+#include "record/thread_state.h"
 #include "threads/partition.h"
-#include "threads/thread_state.h"
 
 // What `lending` of a record says about the buffers of the record and of all below it.
 enum storage_lending : uint32_t {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The ordered table of solvers that planning walks.
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 // Returns 0 when it accepts the problem; anything else is a refusal and leaves tidying to the planner.
 using solve_function = int (*)(fft_plan* plan);

@@ -71,3 +71,10 @@ int solve_problem_multidimension(fft_plan* plan);
 int solve_problem_c2r_multidimension(fft_plan* plan);
 int solve_problem_rearrange_outplace(fft_plan* plan);
 int solve_problem_dft_many_transpose_rotate(fft_plan* plan);
+
+// The last resort, behind the table: what no row takes in place. In place between two layouts, or with the batch of a
+// real transform interleaved, a transform may write where another has not read yet, and where no solver knows better
+// the table refuses. This plan copies the whole input into compact storage and transforms it from there, out of place,
+// to where it belongs. Not a row, since there the solvers above a subplan count on refusals. It refuses all that isn't
+// in place.
+int solve_problem_compact_input(fft_plan* plan);

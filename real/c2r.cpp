@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 52: one complex-to-real transform of any length. An even length n is one pass over the coefficients and a complex
+// c2r_1d: one complex-to-real transform of any length. An even length n is one pass over the coefficients and a complex
 // transform of length n / 2 whose result is read as pairs; an odd length is a complex transform of the whole Hermitian
-// spectrum. Kernels (row 29) and the chains of Hermitian stages (rows 30 and 35) stand in front.
+// spectrum. Kernels (c2r_1d_direct) and the chains of Hermitian stages (c2r_1d_sorensen_sve and _neon) stand in front.
 #include "planner/solver.h"
 #include "planner/solvers.h"
 #include "real/half_length.h"

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 38 and 39: a batch of complex-to-real rows, two rows merged into one complex transform whose real and imaginary
-// parts are the results. Row 38 is for arrays in place whose layout lets a pair overwrite rows not yet read: it reads
-// all rows first. Row 39 works pair by pair; unless measured it leaves long contiguous rows to the half-length method.
-#include "batch/in_place.h"
+// c2r_many_bufferized and c2r_many: a batch of complex-to-real rows, two rows merged into one complex transform whose
+// real and imaginary parts are the results. The first is for arrays in place whose layout lets a pair overwrite rows
+// not yet read: it reads all rows first. The second works pair by pair; unless measured it leaves long contiguous rows
+// to the half-length method.
 #include "planner/solvers.h"
 #include "real/pair_passes.h"
 #include "real/pair_subplans.h"
+#include "record/in_place.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 1: the c2r row pass of upsampling to twice the row length n / 2 = m. The coefficients above m / 2 are known to be
-// zero, so the pre pass of c2r reads half of its input and no partners.
+// c2r_1d_upsampling: the c2r row pass of upsampling to twice the row length n / 2 = m. The coefficients above m / 2 are
+// known to be zero, so the pre pass of c2r reads half of its input and no partners.
 #include "planner/solver.h"
 #include "planner/solvers.h"
 #include "real/half_length.h"

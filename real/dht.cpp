@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 55: one discrete Hartley transform of any length (Bracewell 1983), its own inverse up to the factor n. An even
+// dht_1d: one discrete Hartley transform of any length (Bracewell 1983), its own inverse up to the factor n. An even
 // length folds the post pass of r2c into the Hartley form; an odd one takes Re X - Im X of the complex transform.
 #include "planner/solvers.h"
 #include "real/half_complex_passes.h"

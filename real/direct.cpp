@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 27 and 29: one real-to-complex or complex-to-real transform whose length has a kernel of its own: 2, 3, 4, 5, 7,
-// 8, 16, 32 or 64, with any strides. The plan is that kernel and its offsets in `aux`, executing it is one call. The
-// kernels leave out the imaginary parts that are zero by symmetry: r2c writes them here, c2r never reads them.
+// r2c_1d_direct and c2r_1d_direct: one real-to-complex or complex-to-real transform whose length has a kernel of its
+// own: 2, 3, 4, 5, 7, 8, 16, 32 or 64, with any strides. The plan is that kernel and its offsets in `aux`, executing it
+// is one call. The kernels leave out the imaginary parts that are zero by symmetry: r2c writes them here, c2r never
+// reads them.
 #include "planner/solvers.h"
 #include "real/direct_tables.h"
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 54: one half-complex to real transform of any length, unnormalised: an even length by a complex transform of half
-// the length, an odd one by a complex transform of the whole Hermitian spectrum.
+// hc2r_1d: one half-complex to real transform of any length, unnormalised: an even length by a complex transform of
+// half the length, an odd one by a complex transform of the whole Hermitian spectrum.
 #include "planner/solvers.h"
 #include "real/half_complex_passes.h"
 #include "real/half_length.h"

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 28 and 31: a batch of real-to-complex or complex-to-real rows. A length of 2, 3, 4, 8 or 16 has a kernel that
-// takes four rows at a time, one a lane, each group read whole before it is written; what is left of a count that is no
-// multiple of 4 runs singly. Of other lengths up to four rows are taken here, one after the other.
-#include "batch/in_place.h"
-#include "batch/subplans.h"
+// r2c_many_direct and c2r_many_direct: a batch of real-to-complex or complex-to-real rows. A length of 2, 3, 4, 8 or 16
+// has a kernel that takes four rows at a time, one a lane, each group read whole before it is written; what is left of
+// a count that is no multiple of 4 runs singly. Of other lengths up to four rows are taken here, one after the other.
 #include "planner/solvers.h"
 #include "real/direct_tables.h"
+#include "record/in_place.h"
+#include "record/subplans.h"
 
 namespace {
 

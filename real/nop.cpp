@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 7 and 8: a batch of real transforms of one point. r2c writes (x, 0) for each row, out of place or in place; c2r
-// writes the real part of each row, in place only: out of place it is left to the pair solvers. A batch in place whose
-// rows would overwrite what later rows read is left to the buffered pair solvers.
-#include "batch/in_place.h"
+// r2c_nop and c2r_nop: a batch of real transforms of one point. r2c writes (x, 0) for each row, out of place or in
+// place; c2r writes the real part of each row, in place only: out of place it is left to the pair solvers. A batch in
+// place whose rows would overwrite what later rows read is left to the buffered pair solvers.
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/in_place.h"
 
 namespace {
 

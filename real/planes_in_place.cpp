@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 9 and 10: a batch of two-dimensional real transforms in place whose items are interleaved element by element.
-// One subplan goes from the array to scratch, for all items, before the other comes back from scratch and writes the
-// first element: c2r transforms the columns first, r2c the rows. Scratch has the layout of the array's complex side.
+// c2r_multidimension_many and r2c_multidimension_many: a batch of two-dimensional real transforms in place whose items
+// are interleaved element by element. One subplan goes from the array to scratch, for all items, before the other comes
+// back from scratch and writes the first element: c2r transforms the columns first, r2c the rows. Scratch has the
+// layout of the array's complex side.
 #include <algorithm>
 
 #include "planner/solver.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 51: one real-to-complex transform of any length. An even length n is a complex transform of the n / 2 pairs of
+// r2c_1d: one real-to-complex transform of any length. An even length n is a complex transform of the n / 2 pairs of
 // neighbours and one pass over its result; an odd length is a complex transform of the reals with zero imaginary parts.
-// The length-2 to 64 kernels (row 27) and the batch solvers stand in front.
+// The length-2 to 64 kernels (r2c_1d_direct) and the batch solvers stand in front.
 #include "planner/solver.h"
 #include "planner/solvers.h"
 #include "real/half_length.h"

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 40 and 41: a batch of real-to-complex rows, two rows at a time as one complex transform that is taken apart by
-// symmetry. Row 40 is for arrays in place whose layout lets a pair overwrite rows not yet read: it reads all rows
-// first. Row 41 works pair by pair; unless measured it leaves long contiguous rows to the half-length method, but for
-// the one length at which pairs win.
-#include "batch/in_place.h"
+// r2c_many_bufferized and r2c_many: a batch of real-to-complex rows, two rows at a time as one complex transform that
+// is taken apart by symmetry. The first is for arrays in place whose layout lets a pair overwrite rows not yet read: it
+// reads all rows first. The second works pair by pair; unless measured it leaves long contiguous rows to the
+// half-length method, but for the one length at which pairs win.
 #include "planner/solvers.h"
 #include "real/pair_passes.h"
 #include "real/pair_subplans.h"
+#include "record/in_place.h"
 
 namespace {
 

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 42 and 53: real to half-complex. Row 53 takes one transform of any length: an even one by a complex transform of
-// half the length, an odd one by a complex transform of the reals. Row 42 takes a batch, two rows at a time as one
-// complex transform; it leaves length 1 to the generic loop.
-#include "batch/in_place.h"
+// r2hc_1d and r2hc_many: real to half-complex. The first takes one transform of any length: an even one by a complex
+// transform of half the length, an odd one by a complex transform of the reals. The second takes a batch, two rows at a
+// time as one complex transform; it leaves length 1 to the generic loop.
 #include "planner/solvers.h"
 #include "real/half_complex_passes.h"
 #include "real/half_length.h"
 #include "real/pair_passes.h"
 #include "real/pair_subplans.h"
 #include "real/real_subplan.h"
+#include "record/in_place.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 19: a batch of real-to-real columns, element i of column c at i * stride + c. Sixteen columns at a time are
-// transposed into scratch, transformed there as contiguous rows, and transposed back. It takes two whole blocks or
-// more, and nothing else.
-#include "batch/in_place.h"
+// r2r_many_block_col_col: a batch of real-to-real columns, element i of column c at i * stride + c. Sixteen columns at
+// a time are transposed into scratch, transformed there as contiguous rows, and transposed back. It takes two whole
+// blocks or more, and nothing else.
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "record/in_place.h"
 
 namespace {
 

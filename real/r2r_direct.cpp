@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 32, 33, 34, 36 and 37: half-complex, Hartley and type I cosine transforms whose length has a kernel of its own,
-// one or a batch of any layout: one call does all rows, one row at a time or (row 32) four at a time, one a lane. The
-// Hartley transform folds the pairs of a half-complex result, and takes contiguous input only.
-#include "batch/in_place.h"
+// r2hc_many_direct, r2hc_direct, hc2r_direct, dht_direct and redft00_direct: half-complex, Hartley and type I cosine
+// transforms whose length has a kernel of its own, one or a batch of any layout: one call does all rows, one row at a
+// time or (r2hc_many_direct) four at a time, one a lane. The Hartley transform folds the pairs of a half-complex
+// result, and takes contiguous input only.
 #include "planner/solvers.h"
 #include "real/direct_tables.h"
 #include "real/mirror.h"
+#include "record/in_place.h"
 
 namespace {
 

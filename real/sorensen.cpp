@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 30 and 35: one contiguous complex-to-real transform as a chain of stages on the stored half of Hermitian spectra
-// (Sorensen et al. 1987), in arithmetic of the size of a real transform: no complex transform is formed. The twins take
-// the same problems, so that row 35 gets only those for which the clock prefers it.
+// c2r_1d_sorensen_sve and c2r_1d_sorensen_neon: one contiguous complex-to-real transform as a chain of stages on the
+// stored half of Hermitian spectra (Sorensen et al. 1987), in arithmetic of the size of a real transform: no complex
+// transform is formed. The twins take the same problems, so that NEON gets only those for which the clock prefers it.
 #include <utility>
 
 #include "dft/sizes.h"

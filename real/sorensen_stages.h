@@ -2,8 +2,8 @@
 // The chain of Hermitian stages: how it stands in `aux` and how it is built. A word with the number of stages, the
 // records in order of execution, then the tables of all stages but the last.
 #pragma once
-#include "interface/fft_plan.h"
 #include "kernels/real_kernels.h"
+#include "record/fft_plan.h"
 
 // What differs between the NEON chain and the SVE chain.
 struct sorensen_isa {

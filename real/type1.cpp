@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 56 and 63: the cosine and the sine transform of type I (redft00, rodft00) of one sequence. The sequence is
-// extended to an even or odd one of length 2m, m = n - 1 or n + 1, which is transformed as m complex numbers; of the
+// redft00_1d and r2r_1d: the cosine and the sine transform of type I (redft00, rodft00) of one sequence. The sequence
+// is extended to an even or odd one of length 2m, m = n - 1 or n + 1, which is transformed as m complex numbers; of the
 // post pass of r2c only the half that isn't zero is computed.
 #include "planner/solvers.h"
 #include "real/half_length.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 58 and 61: the cosine and the sine transform of type II (redft10, rodft10) of one sequence (Makhoul 1980): a
-// permutation of the input, a real transform of the same length, from its half-length complex part (even) or as an r2c
-// (odd), and a rotation. One pass serves both: the sine negates odd inputs and writes its output in reverse.
+// redft10_1d and rodft10_1d: the cosine and the sine transform of type II (redft10, rodft10) of one sequence (Makhoul
+// 1980): a permutation of the input, a real transform of the same length, from its half-length complex part (even) or
+// as an r2c (odd), and a rotation. One pass serves both: the sine negates odd inputs and writes its output in reverse.
 #include "planner/solvers.h"
 #include "real/mirror.h"
 #include "real/rotation_tables.h"

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 57 and 60: the cosine and the sine transform of type III (redft01, rodft01) of one sequence: a rotation of the
-// input, a real transform of the same length from its half-length complex part (even) or as a c2r (odd), and a
-// permutation. One pass serves both: the sine reads its input in reverse and negates odd outputs.
+// redft01_1d and rodft01_1d: the cosine and the sine transform of type III (redft01, rodft01) of one sequence: a
+// rotation of the input, a real transform of the same length from its half-length complex part (even) or as a c2r
+// (odd), and a permutation. One pass serves both: the sine reads its input in reverse and negates odd outputs.
 #include "real/type3.h"
 
 #include "planner/solvers.h"

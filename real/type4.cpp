@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 59 and 62: the cosine and the sine transform of type IV (redft11, rodft11) of one sequence. An even length is
-// split into two transforms of type III of half the length, B of sums and A of differences of neighbours, whose results
-// are rotated together; an odd length is a gather, a half-complex transform and signs, without any twiddle. For even
-// lengths the sine is the cosine of the sign-alternated input with its outputs reversed; for odd ones the cosine of the
-// reversed input with its outputs sign-alternated.
+// redft11_1d and rodft11_1d: the cosine and the sine transform of type IV (redft11, rodft11) of one sequence. An even
+// length is split into two transforms of type III of half the length, B of sums and A of differences of neighbours,
+// whose results are rotated together; an odd length is a gather, a half-complex transform and signs, without any
+// twiddle. For even lengths the sine is the cosine of the sign-alternated input with its outputs reversed; for odd ones
+// the cosine of the reversed input with its outputs sign-alternated.
 #include "planner/solvers.h"
 #include "real/mirror.h"
 #include "real/real_subplan.h"

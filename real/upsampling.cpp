@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 0: a real image of n0 by n1 samples interpolated to m0 by m1 by the Fourier method, with a sub-sample shift. The
-// spectrum F of the source (n0 rows of c = n1 / 2 + 1) is scaled, turned by the shift, laid into the zeroed spectrum P
-// of the target (m0 rows of r = m1 / 2 + 1) and transformed back; of P only the c columns that aren't zero.
+// upsampling_2d: a real image of n0 by n1 samples interpolated to m0 by m1 by the Fourier method, with a sub-sample
+// shift. The spectrum F of the source (n0 rows of c = n1 / 2 + 1) is scaled, turned by the shift, laid into the zeroed
+// spectrum P of the target (m0 rows of r = m1 / 2 + 1) and transformed back; of P only the c columns that aren't zero.
 // P is cleared by its allocation alone: a second execution on the plan's own buffer finds what the first left there.
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // A transform as its caller describes it, in the one form that all plan calls share.
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 #include <cstddef>
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Where a new worker goes: decisions as pure functions of the tables and of the thread that makes the worker.
 #pragma once
+#include "record/thread_state.h"
 #include "threads/numa_topology.h"
-#include "threads/thread_state.h"
 
 // A set of CPUs to bind a worker to, and where it counts.
 struct numa_place {

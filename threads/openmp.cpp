@@ -2,8 +2,8 @@
 // The OpenMP back-end: every loop is one parallel region of the runtime that the process has loaded. The region is
 // outlined by hand and entered through the runtime's own interface, so that the compiler which builds the library
 // needn't know OpenMP and the choice of runtime doesn't depend on it.
+#include "record/thread_state.h"
 #include "threads/backend.h"
-#include "threads/thread_state.h"
 
 #include <atomic>
 

@@ -4,8 +4,8 @@
 // workers are asleep.
 #include "threads/pool.h"
 
+#include "record/thread_state.h"
 #include "threads/partition.h"
-#include "threads/thread_state.h"
 
 namespace {
 

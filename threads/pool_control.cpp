@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // The pool's thread counts, its affinity mode, and the binding of workers to CPUs near the thread that makes them.
+#include "record/thread_state.h"
 #include "threads/backend.h"
 #include "threads/numa_placement.h"
 #include "threads/pool.h"
-#include "threads/thread_state.h"
 
 #include <strings.h>
 #include <cstdlib>

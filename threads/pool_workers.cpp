@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The life of the pool's workers: made on demand, kept on a free list, ended one at a time.
+#include "record/thread_state.h"
 #include "threads/pool.h"
-#include "threads/thread_state.h"
 
 #include <strings.h>
 #include <cstdlib>

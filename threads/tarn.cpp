@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The tarn back-end: loops run on the executors of libtarn.so, an optional parallel run-time library that is looked
 // for at a path relative to this library's own file and reached through function pointers alone.
+#include "record/thread_state.h"
 #include "threads/backend.h"
-#include "threads/thread_state.h"
 
 #include <dlfcn.h>
 #include <libgen.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tools/plan_json.h"
 
-#include "planner/plan_tree.h"
+#include "problems/plan_tree.h"
 #include "tools/plan_size.h"
 
 #include <cstdio>

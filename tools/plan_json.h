@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // A plan, or the reason why there is none, as one line of JSON.
 #pragma once
-#include "tools/explained_plan.h"
+#include "problems/explained_plan.h"
 
 #include <string>
 

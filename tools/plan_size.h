@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a plan costs, summed over its tree.
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 // Bytes that the plan holds until it is destroyed: records, buffers and tables of its own.
 uint64_t plan_bytes(const fft_plan& plan);

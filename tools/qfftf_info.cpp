@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // qfftf-info: what machine this is, at which level the library works here, which version it is and how it will use
 // threads.
-#include "bench/near_word.h"
 #include "include/qfftf.h"
 #include "interface/level.h"
+#include "problems/near_word.h"
 #include "threads/threads.h"
 
 #include <sys/utsname.h>
@@ -62,11 +62,11 @@ void flag_unknown_value(const char* name, std::span<const std::string_view> know
     if (!value) return;
     std::string list;
     for (const std::string_view word : known) {
-        if (capitals_count ? word == value : bench::word_distance(word, value) == 0) return;
+        if (capitals_count ? word == value : problems::word_distance(word, value) == 0) return;
         list += (list.empty() ? "" : ", ") + std::string(word);
     }
     printf("%-14s %s=%s is unknown and does nothing%s (known: %s)\n", "warning", name, value,
-           bench::did_you_mean(value, known).c_str(), list.c_str());
+           problems::did_you_mean(value, known).c_str(), list.c_str());
 }
 
 void flag_unknown_values() {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // qfftf-plan: how the library solves a problem, or why it refuses it.
 #include "interface/level.h"
-#include "planner/plan_tree.h"
-#include "tools/explained_plan.h"
+#include "problems/explained_plan.h"
+#include "problems/plan_tree.h"
 #include "tools/plan_json.h"
 #include "tools/plan_size.h"
 #include "tools/plan_usage.h"

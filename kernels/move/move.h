@@ -3,7 +3,7 @@
 // dimensions are in elements of the kernel's own width: 8 bytes for _cpx, 4 bytes for _fp. A count of 0 moves nothing,
 // nothing is allocated and nothing is kept between calls. Unless told otherwise source and destination don't overlap.
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 // Element (i, j) of the source, at i * source_ld + j, goes to j * destination_ld + i. The cpx form cuts itself to fit
 // any cache; the tiled one, for matrices that fit, goes straight through in tiles of 16 by 16.

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 13, 14, 15 and 20: batches that go through blocks, or through a transpose before or after; and the routes of the
-// table to these solvers and to row 17.
+// solve_bufferized_problem, indirect, bufferization2 and dft_many_post_transpose: batches that go through blocks, or
+// through a transpose before or after; and the routes of the table to these solvers and to dft_many_transpose.
 #include "planner/solvers.h"
 
 #include "reshape_columns.h"

@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Rows 17 and 67: columns that are packed into groups of four, transformed, and unpacked.
+// dft_many_transpose and dft_many_transpose_rotate: columns that are packed into groups of four, transformed, and
+// unpacked.
 #include "planner/solvers.h"
 
 #include "reshape_columns.h"

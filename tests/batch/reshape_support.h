@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // Problems as records, planned through the solver table, for the tests of the reshaping solvers.
 #pragma once
-#include "interface/fft_plan.h"
 #include "planner/solver.h"
-#include "threads/thread_state.h"
+#include "record/fft_plan.h"
+#include "record/thread_state.h"
 
 #include <memory>
 #include <sstream>

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Which kernels a batch plan keeps, and where: row 23 keeps the kernel of its own form in `aux`, a loop over single
-// kernels owns nothing, and whatever planning has found is never looked up again.
+// Which kernels a batch plan keeps, and where: c2c_many_direct_assemble_neon keeps the kernel of its own form in `aux`,
+// a loop over single kernels owns nothing, and whatever planning has found is never looked up again.
 #include <gtest/gtest.h>
 
 #include "kernels/lookup.h"
@@ -29,7 +29,7 @@ plan_pointer planned(const problem& p) { return p.plan(in_array, p.in_place ? in
 COUNTED_LOOKUP(many_kernel, straight_quad, _Z24lookup_straight_quad_svePK8fft_planm)
 COUNTED_LOOKUP(many_rows_kernel, straight_rows, _Z20lookup_straight_rowsPK8fft_planm)
 COUNTED_LOOKUP(many_kernel, many_quad, _Z20lookup_many_quad_svePK8fft_planm)
-COUNTED_LOOKUP(many_rows_kernel, many_rows, _Z20lookup_many_rows_neonPK8fft_planm)
+COUNTED_LOOKUP(many_rows_kernel, many_rows, _Z21lookup_many_rows_neonPK8fft_planm)
 COUNTED_LOOKUP(many_assemble_kernel, assemble, _Z25lookup_many_assemble_neonPK8fft_planm)
 COUNTED_LOOKUP(direct_strided_kernel, strided, _Z27lookup_direct_discrete_neonPK8fft_planm)
 #undef COUNTED_LOOKUP
@@ -45,7 +45,7 @@ TEST(BatchKernels, ExecutionLooksNothingUp) {
         batch_of({128, 1, 9}, {9, 128, 1}),     //
         batch_of({64, 9, 1}, {9, 1, 64}),       // and back
         batch_of({64, 256, 256}, {256, 1, 1}),  // gathered blocks
-        batch_of({16, 1, 1}, {8, 16, 16}),      // rows by row 23
+        batch_of({16, 1, 1}, {8, 16, 16}),      // rows by c2c_many_direct_assemble_neon
         batch_of({16, 2, 1}, {8, 32, 16}),      //
         batch_of({37, 1, 1}, {6, 37, 40}),
     };
@@ -61,7 +61,7 @@ TEST(BatchKernels, ExecutionLooksNothingUp) {
     }
 }
 
-// The kernel is called as any caller of row 23 would: with the distances of both batches.
+// The kernel is called as any caller of c2c_many_direct_assemble_neon would: with the distances of both batches.
 TEST(BatchKernels, Row23KeepsTheKernelOfItsForm) {
     for (int64_t n = 2; n <= 64; ++n)
         for (const int64_t sign : {sign_forward, sign_backward})

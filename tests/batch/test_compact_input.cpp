@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // In-place problems that no row of the table takes: the input goes through compact storage.
-#include "batch/compact_input.h"
+#include "planner/solvers.h"
 
 #include "planner/solver.h"
 #include "planner/solver_table.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: Apache-2.0
-// The loops inside row 44 that don't call the plan of one transform: two stages at a time, straight kernels on
+// The loops inside dft_many that don't call the plan of one transform: two stages at a time, straight kernels on
 // groups of four, and rows to columns and back, four at a time.
 #include "planner/solvers.h"
 #include "reshape_columns.h"

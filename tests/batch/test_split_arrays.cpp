@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-#include "planner/plan_tree.h"
+#include "problems/plan_tree.h"
 #include "tests/batch/reshape_support.h"
 #include "tests/support/guru_calls.h"
 #include "tests/support/signals.h"

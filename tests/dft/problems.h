@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Complex problems of one dimension for the tests of this folder: how they are made, planned, run and compared.
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 #include "tests/support/emulated.h"
 #include "tests/support/reference_dft.h"
 #include "tests/support/signals.h"

@@ -8,7 +8,7 @@
 #include <functional>
 #include <string>
 
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 #include "tests/support/emulated.h"
 #include "tests/support/guru_calls.h"
 

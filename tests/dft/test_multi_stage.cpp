@@ -2,6 +2,7 @@
 // The chain of stages: acceptance, the layout of aux and buffer, the three execute functions, both instruction sets.
 #include "dft/sizes.h"
 #include "dft/stage_list.h"
+#include "dft/stage_lookup.h"
 #include "dft/twiddles.h"
 #include "kernels/lookup.h"
 #include "planner/solver.h"

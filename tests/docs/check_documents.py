@@ -10,7 +10,7 @@ import re
 import sys
 
 LINK = re.compile(r"\]\((?!https?:)([^)#\s]*)(?:#([^)]*))?\)")
-NAMED_FILE = re.compile(r"`((?:include|interface|planner|dft|real|batch|threads|kernels|tests|bench|examples|docs|scripts|cmake)"
+NAMED_FILE = re.compile(r"`((?:include|interface|record|planner|dft|real|batch|threads|kernels|tests|bench|examples|docs|scripts|cmake)"
                         r"/[\w./-]*)`")
 ROAD_ROW = re.compile(r"^\| \[`([^`]+)`\]\([^)]*\) \| (\d+) \|")
 LONGEST_ROAD = 900

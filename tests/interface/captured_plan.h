@@ -26,7 +26,7 @@ inline std::string describe(const fft_plan& p) {
     return s.str();
 }
 
-// The record as text, or "null" when no plan came back. Row 0 accepts whatever reaches it.
+// The record as text, or "null" when no plan came back. The first row accepts whatever reaches it.
 template <class Call>
 std::string captured(Call call) {
     fake::clear();

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Execute calls: what reaches the plan's function, and that no null argument ever does.
 #include "include/qfftf.h"
-#include "interface/fft_plan.h"
 #include "planner/time_limit.h"
+#include "record/fft_plan.h"
 
 #include <gtest/gtest.h>
 

@@ -1,51 +1,23 @@
 // SPDX-License-Identifier: Apache-2.0
-// The shared object's dynamic symbol table holds exactly the documented names. The table is read from the file, since
-// the loader shows only names that one asks for.
-#include "qfftf.h"
+// The shared object's dynamic symbol table holds exactly the documented names.
+#include "tests/object/elf_file.h"
 
 #include <dlfcn.h>
-#include <elf.h>
 #include <gtest/gtest.h>
 
-#include <cstring>
 #include <fstream>
 #include <iterator>
 #include <set>
 #include <string>
-#include <vector>
 
 namespace {
 
 using names = std::set<std::string>;
 
-std::vector<char> library_file() {
-    Dl_info info;
-    if (!dladdr(reinterpret_cast<const void*>(qsl_fftf_execute), &info)) return {};
-    std::ifstream file(info.dli_fname, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-}
-
-template <class T>
-T read_at(const std::vector<char>& file, uint64_t offset) {
-    T value = {};
-    if (offset + sizeof value <= file.size()) memcpy(&value, file.data() + offset, sizeof value);
-    return value;
-}
-
 names exported_names() {
-    const std::vector<char> file = library_file();
-    const auto header = read_at<Elf64_Ehdr>(file, 0);
     names found;
-    for (int i = 0; i < header.e_shnum; ++i) {
-        const auto section = read_at<Elf64_Shdr>(file, header.e_shoff + i * sizeof(Elf64_Shdr));
-        if (section.sh_type != SHT_DYNSYM) continue;
-        const auto strings = read_at<Elf64_Shdr>(file, header.e_shoff + section.sh_link * sizeof(Elf64_Shdr));
-        for (uint64_t k = 0; k < section.sh_size / sizeof(Elf64_Sym); ++k) {
-            const auto symbol = read_at<Elf64_Sym>(file, section.sh_offset + k * sizeof(Elf64_Sym));
-            if (symbol.st_shndx != SHN_UNDEF && symbol.st_name)
-                found.insert(file.data() + strings.sh_offset + symbol.st_name);
-        }
-    }
+    for (const auto& symbol : elf_file(path_of_library()).symbols(SHT_DYNSYM))
+        if (symbol.defined() && !symbol.name.empty()) found.insert(symbol.name);
     return found;
 }
 

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <vector>
 
+#include "dft/stage_lookup.h"
 #include "kernels/generator/forms/forms.h"
 #include "kernels/lookup.h"
 #include "kernels/real_kernels.h"

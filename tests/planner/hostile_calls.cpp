@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/planner/hostile_calls.h"
 
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 #include "tests/support/guru_calls.h"
 
 #include <climits>

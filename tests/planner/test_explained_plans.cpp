@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // qfftf-plan beside the planning calls: the same plan for the same problem, and for a refusal a reason that is true.
 #include "interface/plan_call.h"
-#include "planner/plan_tree.h"
+#include "problems/call_words.h"
+#include "problems/explained_plan.h"
+#include "problems/plan_tree.h"
+#include "problems/stand_in_arrays.h"
 #include "tests/planner/hostile_calls.h"
 #include "tests/planner/reason_claims.h"
-#include "tools/call_words.h"
-#include "tools/explained_plan.h"
 #include "tools/plan_usage.h"
-#include "tools/stand_in_arrays.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 // Planning with each allocation failing in turn: there is a plan that computes right, perhaps a slower one, or none,
 // and nothing is lost.
-#include "planner/plan_tree.h"
+#include "problems/plan_tree.h"
+#include "problems/planned_problem.h"
 #include "tests/planner/failing_memory.h"
 #include "tests/support/signals.h"
-#include "tools/planned_problem.h"
 
 #include <gtest/gtest.h>
 
@@ -14,21 +14,21 @@
 namespace {
 
 // Noise, for c2r the spectrum of noise: of other numbers every method makes something else.
-std::vector<float> input_of(const bench::problem& p, size_t floats) {
+std::vector<float> input_of(const problems::problem& p, size_t floats) {
     std::vector<float> input(floats);
     uniform_noise noise(7);
-    if (p.kind != bench::family::c2r) {
+    if (p.kind != problems::family::c2r) {
         for (float& x : input) x = noise();
         return input;
     }
-    const bench::problem from = bench::spectrum_problem(p);
-    std::vector<float> real(bench::span_floats(from, from.in)), spectrum(bench::span_floats(from, from.out));
+    const problems::problem from = problems::spectrum_problem(p);
+    std::vector<float> real(problems::span_floats(from, from.in)), spectrum(problems::span_floats(from, from.out));
     for (float& x : real) x = noise();
     qsl_fftf_plan plan = plan_problem_text(from, real.data(), spectrum.data());
     qsl_fftf_execute(plan);
     qsl_fftf_destroy_plan(plan);
     size_t next = 0;
-    bench::for_each_element(p, p.in, [&](size_t at) {
+    problems::for_each_element(p, p.in, [&](size_t at) {
         input[at] = spectrum[next++];
         input[at + 1] = spectrum[next++];
     });
@@ -37,20 +37,20 @@ std::vector<float> input_of(const bench::problem& p, size_t floats) {
 
 struct arrays {
     std::vector<float> input, in, out;
-    explicit arrays(const bench::problem& p)
-        : input(input_of(p, std::max(bench::span_floats(p, p.in), bench::span_floats(p, p.out)))),
+    explicit arrays(const problems::problem& p)
+        : input(input_of(p, std::max(problems::span_floats(p, p.in), problems::span_floats(p, p.out)))),
           in(input),
           out(input.size()) {}
-    float* output(const bench::problem& p) { return p.in_place ? in.data() : out.data(); }
+    float* output(const problems::problem& p) { return p.in_place ? in.data() : out.data(); }
 };
 
-std::vector<float> result_of(qsl_fftf_plan plan, const bench::problem& p, arrays& a) {
+std::vector<float> result_of(qsl_fftf_plan plan, const problems::problem& p, arrays& a) {
     a.in = a.input;
     std::fill(a.out.begin(), a.out.end(), 0.0f);
     qsl_fftf_execute(plan);
     const float* const output = a.output(p);
     std::vector<float> result;
-    bench::for_each_element(
+    problems::for_each_element(
         p, p.out, [&](size_t at) { result.insert(result.end(), output + at, output + at + (p.out.complex ? 2 : 1)); });
     return result;
 }
@@ -68,7 +68,7 @@ class FailingMemory : public testing::TestWithParam<const char*> {};
 
 // What else the library allocates once for a process happens here, ahead of all counting.
 const bool warmed_up = [] {
-    bench::problem p = bench::parse_problem("c2c 8");
+    problems::problem p = problems::parse_problem("c2c 8");
     arrays a(p);
     qsl_fftf_destroy_plan(plan_problem_text(p, a.in.data(), a.out.data()));
     return true;
@@ -77,7 +77,7 @@ const bool warmed_up = [] {
 }  // namespace
 
 TEST_P(FailingMemory, EveryAllocationInTurn) {
-    const bench::problem p = bench::parse_problem(GetParam());
+    const problems::problem p = problems::parse_problem(GetParam());
     arrays a(p);
     qsl_fftf_plan whole = plan_problem_text(p, a.in.data(), a.output(p));
     ASSERT_NE(whole, nullptr);

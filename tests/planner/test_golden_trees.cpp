@@ -4,8 +4,8 @@
 // a line that holds a problem only:
 //     build/PRESET/tests/planner/test_golden_trees --update
 // and read the difference as you would read code.
-#include "planner/plan_tree.h"
-#include "tools/planned_problem.h"
+#include "problems/plan_tree.h"
+#include "problems/planned_problem.h"
 
 #include <gtest/gtest.h>
 
@@ -38,7 +38,7 @@ std::vector<line> read_lines(const std::filesystem::path& path) {
 
 std::string tree_of(const std::string& problem) {
     static float arrays[2][4];  // planning by rules looks at the addresses alone
-    const bench::problem p = bench::parse_problem(problem);
+    const problems::problem p = problems::parse_problem(problem);
     qsl_fftf_plan plan = plan_problem_text(p, arrays[0], arrays[p.in_place ? 0 : 1]);
     const std::string text = plan ? plan_tree_line(*plan, tree_sizes::shown) : "refused";
     qsl_fftf_destroy_plan(plan);

@@ -3,7 +3,7 @@
 // Plans whose arrays are small are also executed on arrays of exactly the addressed length, which the sanitizers watch,
 // and their results compared with the sums in double precision, unless elements of the layout share floats.
 // By hand:  test_hostile_calls [count [seed]]
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 #include "tests/batch/differential/check.h"
 #include "tests/planner/failing_memory.h"
 #include "tests/planner/hostile_calls.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The walk by rules: order, clearing between rows, flags, subplans, the word that hands out plan buffers.
 #include "include/qfftf.h"
+#include "record/thread_state.h"
 #include "tests/planner/fake_solvers.h"
-#include "threads/thread_state.h"
 
 #include <gtest/gtest.h>
 

@@ -1,98 +1,96 @@
 // SPDX-License-Identifier: Apache-2.0
-// The order of the rows is the planner's policy: it changes only together with this list.
+// The table of solvers and the sources it points to: its rows are read here as its readers see them, as text.
 #include "planner/solver_table.h"
-
-#include "planner/solvers.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <regex>
+#include <set>
+#include <string>
+#include <string_view>
+#include <vector>
+
 namespace {
 
-// The row of every name, as the manual numbers them.
-constexpr const char* names[] = {"solve_problem_upsampling_2d",
-                                 "solve_problem_c2r_1d_upsampling",
-                                 "solve_problem_many_reset",
-                                 "solve_problem_rearrange_inplace",
-                                 "solve_problem_dft_split",
-                                 "solve_problem_dft_many_split",
-                                 "solve_problem_nop",
-                                 "solve_problem_r2c_nop",
-                                 "solve_problem_c2r_nop",
-                                 "solve_problem_c2r_multidimension_many",
-                                 "solve_problem_r2c_multidimension_many",
-                                 "solve_problem_dft_many_multithread",
-                                 "solve_problem_c2c_many_parallel",
-                                 "solve_bufferized_problem",
-                                 "solve_problem_indirect",
-                                 "solve_problem_bufferization2",
-                                 "solve_problem_c2c_many_block_row_row",
-                                 "solve_problem_dft_many_transpose",
-                                 "solve_problem_c2c_many_block_col_col",
-                                 "solve_problem_r2r_many_block_col_col",
-                                 "solve_problem_dft_many_post_transpose",
-                                 "solve_problem_c2c_many_direct_parallel_sve",
-                                 "solve_problem_c2c_many_direct_parallel_neon",
-                                 "solve_problem_c2c_many_direct_assemble_neon",
-                                 "solve_problem_c2c_1d_direct_discrete_neon",
-                                 "solve_problem_c2c_1d_direct_neon",
-                                 "solve_problem_c2c_1d_direct_sve",
-                                 "solve_problem_r2c_1d_direct",
-                                 "solve_problem_r2c_many_direct",
-                                 "solve_problem_c2r_1d_direct",
-                                 "solve_problem_c2r_1d_sorensen_sve",
-                                 "solve_problem_c2r_many_direct",
-                                 "solve_problem_r2hc_many_direct",
-                                 "solve_problem_r2hc_direct",
-                                 "solve_problem_hc2r_direct",
-                                 "solve_problem_c2r_1d_sorensen_neon",
-                                 "solve_problem_dht_direct",
-                                 "solve_problem_redft00_direct",
-                                 "solve_problem_c2r_many_bufferized",
-                                 "solve_problem_c2r_many",
-                                 "solve_problem_r2c_many_bufferized",
-                                 "solve_problem_r2c_many",
-                                 "solve_problem_r2hc_many",
-                                 "solve_problem_multidimension_parallel",
-                                 "solve_problem_dft_many",
-                                 "solve_problem_c2c_1d_rader_sve",
-                                 "solve_problem_c2c_1d_bluestein_sve",
-                                 "solve_problem_c2c_1d_rader_neon",
-                                 "solve_problem_c2c_1d_large",
-                                 "solve_problem_c2c_1d_sve",
-                                 "solve_problem_c2c_1d_neon",
-                                 "solve_problem_r2c_1d",
-                                 "solve_problem_c2r_1d",
-                                 "solve_problem_r2hc_1d",
-                                 "solve_problem_hc2r_1d",
-                                 "solve_problem_dht_1d",
-                                 "solve_problem_redft00_1d",
-                                 "solve_problem_redft01_1d",
-                                 "solve_problem_redft10_1d",
-                                 "solve_problem_redft11_1d",
-                                 "solve_problem_rodft01_1d",
-                                 "solve_problem_rodft10_1d",
-                                 "solve_problem_rodft11_1d",
-                                 "solve_problem_r2r_1d",
-                                 "solve_problem_multidimension",
-                                 "solve_problem_c2r_multidimension",
-                                 "solve_problem_rearrange_outplace",
-                                 "solve_problem_dft_many_transpose_rotate"};
+const std::filesystem::path sources = SOURCE_FOLDER;
+
+// The groups of the expression in each line that it matches whole.
+std::vector<std::smatch> matching_lines(const std::vector<std::string>& lines, const char* expression) {
+    std::vector<std::smatch> found;
+    const std::regex whole(expression);
+    std::smatch groups;
+    for (const std::string& line : lines)
+        if (std::regex_match(line, groups, whole)) found.push_back(groups);
+    return found;
+}
+
+std::vector<std::string> lines_with(const std::filesystem::path& path, std::string_view word) {
+    std::ifstream file(path);
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(file, line);)
+        if (line.find(word) != line.npos) lines.push_back(line);
+    return lines;
+}
+
+// The solvers that a file defines or declares at the beginning of a line.
+std::vector<std::string> solvers_of(const std::filesystem::path& path) {
+    const std::vector<std::string> lines = lines_with(path, "int solve_");
+    std::vector<std::string> names;
+    for (const std::smatch& m : matching_lines(lines, R"(int (solve_(problem_\w+|\w+_problem))\(fft_plan\*.*)"))
+        names.push_back(m[1]);
+    return names;
+}
+
+struct written_row {
+    int number;
+    std::string solver, file;
+};
+
+std::vector<written_row> written_rows() {
+    const std::vector<std::string> lines = lines_with(sources / "planner/solver_table.cpp", "*/ SOLVER(");
+    std::vector<written_row> rows;
+    for (const std::smatch& m : matching_lines(lines, R"re( +/\* +(\d+) \*/ SOLVER\((\w+), +"([\w/.]+)"\),)re"))
+        rows.push_back({std::stoi(m[1]), m[2], m[3]});
+    return rows;
+}
 
 }  // namespace
 
-TEST(SolverTable, NamesStandInTheirOrder) {
-    static_assert(sizeof names / sizeof *names == 68 && solver_count == 68);
-    for (int row = 0; row < solver_count; ++row) EXPECT_STREQ(solver_table[row].name, names[row]) << "row " << row;
+TEST(SolverTable, NumbersItsRowsAndNamesEachSolverOnce) {
+    const std::vector<written_row> rows = written_rows();
+    ASSERT_EQ(rows.size(), size_t{solver_count});
+    std::set<solve_function> solvers;
+    for (int row = 0; row < solver_count; ++row) {
+        EXPECT_EQ(rows[row].number, row) << rows[row].solver;
+        EXPECT_EQ(solver_table[row].name, rows[row].solver) << "row " << row;
+        EXPECT_TRUE(solvers.insert(solver_table[row].solve).second) << rows[row].solver << " stands twice";
+    }
 }
 
-TEST(SolverTable, EachNameIsThatOfItsFunction) {
-    // a few of them; the table is written so that a wrong pair catches the eye
-    EXPECT_EQ(solver_table[0].solve, solve_problem_upsampling_2d);
-    EXPECT_EQ(solver_table[13].solve, solve_bufferized_problem);
-    EXPECT_EQ(solver_table[25].solve, solve_problem_c2c_1d_direct_neon);
-    EXPECT_EQ(solver_table[26].solve, solve_problem_c2c_1d_direct_sve);
-    EXPECT_EQ(solver_table[49].solve, solve_problem_c2c_1d_sve);
-    EXPECT_EQ(solver_table[67].solve, solve_problem_dft_many_transpose_rotate);
-    for (int i = 0; i < solver_count; ++i)
-        for (int j = 0; j < i; ++j) EXPECT_NE(solver_table[i].solve, solver_table[j].solve) << i << " " << j;
+TEST(SolverTable, TellsTheFileThatDefinesEachSolver) {
+    for (const written_row& row : written_rows()) {
+        EXPECT_TRUE(std::filesystem::exists(sources / row.file)) << row.file << " of " << row.solver;
+        const std::vector<std::string> defined = solvers_of(sources / row.file);
+        EXPECT_EQ(std::count(defined.begin(), defined.end(), row.solver), 1) << row.solver << " in " << row.file;
+    }
+}
+
+// The declarations are a second, independent statement of the order, which is the planner's policy.
+TEST(SolverTable, StandsInTheOrderOfTheDeclarations) {
+    std::vector<std::string> rows;
+    for (const written_row& row : written_rows()) rows.push_back(row.solver);
+    EXPECT_EQ(solvers_of(sources / "planner/solvers.h"), rows);
+}
+
+TEST(SolverTable, HoldsEverySolverButTheLastResort) {
+    std::set<std::string> expected = {"solve_problem_compact_input"}, found;  // it stands behind the whole table
+    for (const written_row& row : written_rows()) expected.insert(row.solver);
+    for (const char* folder : {"batch", "dft", "real"})
+        for (const auto& entry : std::filesystem::directory_iterator(sources / folder))
+            if (entry.path().extension() == ".cpp")
+                for (const std::string& name : solvers_of(entry)) found.insert(name);
+    EXPECT_EQ(found, expected);
 }

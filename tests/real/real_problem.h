@@ -6,8 +6,8 @@
 #include <ostream>
 #include <vector>
 
-#include "interface/fft_plan.h"
 #include "planner/solver.h"
+#include "record/fft_plan.h"
 #include "tests/support/guarded_floats.h"
 #include "tests/support/reference_dft.h"
 #include "tests/support/reference_r2r.h"

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // A Hermitian stage by its formula, and one complex-to-real plan run between guard zones.
 #pragma once
-#include "interface/fft_plan.h"
 #include "kernels/real_kernels.h"
+#include "record/fft_plan.h"
 #include "tests/support/emulated.h"
 
 // reference::hermitian_stage rounded to floats: complex rows, or, for L of 1, the real numbers of row 0.

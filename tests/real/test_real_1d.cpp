@@ -8,7 +8,7 @@
 
 #include "dft/sizes.h"
 #include "include/qfftf.h"
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 #include "tests/support/emulated.h"
 #include "tests/support/guarded_floats.h"
 #include "tests/support/reference_dft.h"

@@ -6,11 +6,11 @@
 #include <algorithm>
 #include <memory>
 
-#include "interface/fft_plan.h"
-#include "planner/plan_tree.h"
+#include "problems/plan_tree.h"
+#include "problems/planned_problem.h"
+#include "record/fft_plan.h"
 #include "tests/support/scarce_memory.h"
 #include "tests/support/signals.h"
-#include "tools/planned_problem.h"
 
 namespace {
 
@@ -74,8 +74,8 @@ const scratch_case cases[] = {
 class RealScratch : public ::testing::TestWithParam<scratch_case> {};
 
 TEST_P(RealScratch, BelongsToThePlanOrToTheCallAndWithoutItNothingIsWritten) {
-    const bench::problem p = bench::parse_problem(GetParam().problem);
-    const size_t in_floats = bench::span_floats(p, p.in), out_floats = bench::span_floats(p, p.out);
+    const problems::problem p = problems::parse_problem(GetParam().problem);
+    const size_t in_floats = problems::span_floats(p, p.in), out_floats = problems::span_floats(p, p.out);
     floats in(std::max(in_floats, out_floats)), before(in.size(), -3.5f);
     uniform_noise noise(7);
     for (float& x : in) x = noise();

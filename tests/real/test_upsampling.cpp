@@ -9,7 +9,7 @@
 #include <thread>
 
 #include "include/qfftf.h"
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 #include "tests/support/guarded_floats.h"
 #include "tests/support/reference_dft.h"
 #include "tests/support/signals.h"

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/scratch/every_execution.h"
 
-#include "batch/compact_input.h"
-#include "planner/plan_tree.h"
 #include "planner/solver.h"
 #include "planner/solver_table.h"
+#include "planner/solvers.h"
+#include "problems/plan_tree.h"
 #include "tests/support/signals.h"
 
 namespace {

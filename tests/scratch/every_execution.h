@@ -2,7 +2,7 @@
 // Problems of which the plans, by the rules and by every other row that takes them, reach every execute function of the
 // library (program_contents.h proves it).
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 #include <functional>
 #include <memory>

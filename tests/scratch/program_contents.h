@@ -2,7 +2,7 @@
 // What execute functions this very program was linked with, read from its own file: so that a test can show that it
 // leaves none out, without a list that somebody has to keep.
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 #include <map>
 #include <set>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // A plan as a line of text, so that a route through solver_table can be compared and read.
 #pragma once
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 #include <string>
 

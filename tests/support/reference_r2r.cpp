@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 namespace reference {
 

@@ -10,7 +10,7 @@
 #include <thread>
 #include <vector>
 
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 namespace scarce_memory {
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // Runs a loop and keeps what each partition saw.
 #pragma once
+#include "record/thread_state.h"
 #include "threads/partition.h"
-#include "threads/thread_state.h"
 
 #include <gtest/gtest.h>
 

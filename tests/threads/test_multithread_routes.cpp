@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Row 11: what it takes, how it cuts, and what its parts inherit. Batches of single numbers (rank 0) are planned where
-// the lengths don't matter.
+// dft_many_multithread: what it takes, how it cuts, and what its parts inherit. Batches of single numbers (rank 0) are
+// planned where the lengths don't matter.
 #include "include/qfftf.h"
 #include "planner/solvers.h"
 #include "support/start_program.h"

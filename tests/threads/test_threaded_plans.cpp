@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Plans with several threads against the same plans with one, on every sort of problem that has a threaded route, and
 // many of them at once.
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 #include "threaded_problems.h"
 
 #include <gtest/gtest.h>

@@ -21,9 +21,8 @@ void store_row(body& b, int row, const values& y) {
 
 body record_rows(int size, int sign, const surroundings& where) {
     if (has_row_in_pairs(size))
-        return record(constants_of(size / 2, sign), where, [&](body& b) {
-            store_row(b, 0, butterfly_of_row_in_pairs(load_row(b.graph, 0, size), sign));
-        });
+        return record(constants_of(size / 2, sign), where,
+                      [&](body& b) { store_row(b, 0, butterfly_of_row_in_pairs(load_row(b.graph, 0, size), sign)); });
     return record(constants_of(size, sign), where, [&](body& b) {
         const auto [first, second] =
             butterfly_of_two_rows({load_row(b.graph, 0, size), load_row(b.graph, 1, size)}, size, sign);

@@ -31,9 +31,7 @@ std::vector<int> sizes_with_pools() {
 }
 
 // The pools of a kernel's own.
-std::vector<named_pool> pools_of(const form& f, int size) {
-    return kernel_source(f, size).pools;
-}
+std::vector<named_pool> pools_of(const form& f, int size) { return kernel_source(f, size).pools; }
 
 std::string double_text(long double v) {
     char s[40];

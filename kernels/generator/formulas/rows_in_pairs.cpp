@@ -50,10 +50,10 @@ values butterfly_of_row_in_pairs(const values& x, int sign) {
         out[k / 2] = even + turned;
         out[(k + m) / 2] = even - turned;
     };
-    if (m == 2) combine(0, 0, 0);
-    for (int k = 0; 2 * k < m && m > 2; k += 2) {
+    const bool by_quarters = m % 4 == 0;
+    for (int k = 0; k < (by_quarters ? m / 2 : m); k += 2) {
         combine(k, k, 0);
-        if (m % 4 == 0) combine(k + m / 2, k, sign);
+        if (by_quarters) combine(k + m / 2, k, sign);
     }
     return out;
 }

@@ -17,7 +17,7 @@ struct node {
     int a = none, b = none;
     int slot = none;
     constant k{};
-    bool into_b = false;  // the result takes b's register, not a's
+    bool into_b = false;   // the result takes b's register, not a's
     bool at_once = false;  // printed as soon as its operands are there
     auto key() const { return std::tuple(int(what), a, b, slot, k.entry, k.lane, k.everywhere, k.twice); }
 };

@@ -3,8 +3,8 @@
 // of its own; the contiguous forms take two or four rows at a time, transposed in registers or gathered, with the
 // twiddles of the rows side by side in the table. Whole transforms of adjacent elements: one or two rows a turn, each
 // read whole before its first store.
-#include "kernels/generator/bodies/complex.h"
 #include "kernels/generator/bodies/rows.h"
+#include "kernels/generator/bodies/complex.h"
 #include "kernels/generator/emit/names.h"
 #include "kernels/generator/loops/address.h"
 #include "kernels/generator/loops/loops.h"

@@ -8,7 +8,7 @@
 #include <sstream>
 #include <thread>
 
-#include "planner/plan_tree.h"
+#include "problems/plan_tree.h"
 #include "tests/batch/differential/expected.h"
 #include "tests/support/signals.h"
 #include "tests/support/steered_clock.h"

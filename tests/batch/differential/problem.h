@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "interface/fft_plan.h"
+#include "record/fft_plan.h"
 
 enum class plan_call { many, guru, guru64 };
 

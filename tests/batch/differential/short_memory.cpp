@@ -3,7 +3,7 @@
 
 #include <thread>
 
-#include "planner/plan_tree.h"
+#include "problems/plan_tree.h"
 #include "tests/planner/failing_memory.h"
 
 namespace {

@@ -2,8 +2,8 @@
 // Does what its arguments say, one after the other, and prints what the threading layer shows: for tests of the
 // environment, which is read once per process.
 #include "include/qfftf.h"
+#include "record/thread_state.h"
 #include "threads/partition.h"
-#include "threads/thread_state.h"
 
 #include <atomic>
 #include <cstdio>

@@ -1,4 +1,0 @@
-// SPDX-License-Identifier: Apache-2.0
-#include "threads/thread_state.h"
-
-constinit thread_local thread_state current_thread_state;
