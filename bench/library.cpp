@@ -27,6 +27,7 @@ struct calls {
     void (*destroy)(void*);
     int (*init_threads)();
     void (*with_nthreads)(int);
+    void (*forget_wisdom)();
 };
 
 // What differs between the libraries that speak these calls. Flags of zero mean "measure" to one, "by rules" to the
@@ -62,6 +63,7 @@ public:
         find(calls_.guru64, "plan_guru64_dft");
         find(calls_.init_threads, "init_threads");
         find(calls_.with_nthreads, "plan_with_nthreads");
+        find(calls_.forget_wisdom, "forget_wisdom");
     }
 
     void* plan(const problem& p, Real* in, Real* out) override {
@@ -87,6 +89,9 @@ public:
     }
     void execute(void* plan) override { calls_.execute(plan); }
     void destroy(void* plan) override { calls_.destroy(plan); }
+    void forget() override {
+        if (calls_.forget_wisdom) calls_.forget_wisdom();
+    }
 
 private:
     template <typename Function>
@@ -135,6 +140,7 @@ public:
         memcpy(c->out, c->in, c->bytes);
     }
     void destroy(void* plan) override { delete static_cast<copy*>(plan); }
+    void forget() override {}
 };
 
 }  // namespace

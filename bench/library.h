@@ -23,6 +23,8 @@ public:
     virtual void* plan(const problem& p, Real* in, Real* out) = 0;
     virtual void execute(void* plan) = 0;
     virtual void destroy(void* plan) = 0;
+    // Drops what it remembers of earlier plans, if it remembers anything.
+    virtual void forget() = 0;
 
 protected:
     std::string name_;

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "bench/runner.h"
 
+#include "bench/markers.h"
+
 #include <algorithm>
 #include <chrono>
 #include <cmath>
@@ -34,20 +36,31 @@ void arrays<Real>::clear() {
 }
 
 template <typename Real>
-void arrays<Real>::fill(const problem& p, library<Real>& maker) {
+void arrays<Real>::fill(const problem& p, library<Real>& maker, input_kind input) {
     clear();
     if (p.kind != family::c2r) {
         std::mt19937 random(1);
-        const auto uniform = [&] { return static_cast<Real>(static_cast<float>(random() >> 8) * 0x1p-24f - 0.5f); };
+        const auto uniform = [&] { return static_cast<float>(random() >> 8) * 0x1p-24f - 0.5f; };
+        const auto number = [&] {
+            const float u = uniform();
+            if (input != input_kind::range) return static_cast<Real>(u);
+            return static_cast<Real>(static_cast<float>(std::copysign(std::exp2(80.0 * std::abs(u) - 20), u)));
+        };
+        const auto points = static_cast<size_t>(p.points() / p.batch);
+        size_t index = 0;
         for_each_element(p, p.in, [&](size_t at) {
-            in()[at] = uniform();
-            if (p.in.complex) in()[at + 1] = uniform();
+            if (input == input_kind::impulse) {
+                in()[at] = index++ % points == points / 3 ? 1 : 0;
+                return;
+            }
+            in()[at] = number();
+            if (p.in.complex) in()[at + 1] = number();
         });
         return;
     }
     const problem forward = spectrum_problem(p);
     arrays signal(forward);
-    signal.fill(forward, maker);
+    signal.fill(forward, maker, input);
     void* plan = maker.plan(forward, signal.in(), signal.out());
     if (!plan) throw std::runtime_error(maker.name() + " makes no spectrum for " + p.text);
     maker.execute(plan);
@@ -62,20 +75,22 @@ template class arrays<float>;
 template class arrays<double>;
 
 template <typename Left, typename Right>
-double relative_distance(const problem& p, const Left* left, const Right* reference) {
-    double distance = 0, norm = 0;
+distances relative_distances(const problem& p, const Left* left, const Right* reference) {
+    double distance = 0, norm = 0, farthest = 0, largest = 0;
     for_each_element(p, p.out, [&](size_t at) {
         for (size_t part = 0; part < (p.out.complex ? 2 : 1); ++part) {
             const double wanted = reference[at + part], difference = left[at + part] - wanted;
             distance += difference * difference;
             norm += wanted * wanted;
+            if (!(std::abs(difference) <= farthest || std::isnan(farthest))) farthest = std::abs(difference);
+            largest = std::max(largest, std::abs(wanted));
         }
     });
-    return std::sqrt(distance / norm);
+    return {std::sqrt(distance / norm), farthest / largest};
 }
-template double relative_distance(const problem&, const float*, const float*);
-template double relative_distance(const problem&, const float*, const double*);
-template double relative_distance(const problem&, const double*, const double*);
+template distances relative_distances(const problem&, const float*, const float*);
+template distances relative_distances(const problem&, const float*, const double*);
+template distances relative_distances(const problem&, const double*, const double*);
 
 namespace {
 
@@ -109,15 +124,52 @@ std::vector<clock_figures> time_by_turns(const std::vector<std::function<void()>
     return result;
 }
 
-[[gnu::noinline]] void execute_between_markers(library<float>& lib, void* plan, long count) {
+void execute_between_markers(library<float>& lib, void* plan, long count) {
     lib.execute(plan);  // the first execution resolves symbols and touches memory
-#ifdef __aarch64__
-    asm volatile("hint #42" ::: "memory");
-#endif
-    for (long i = 0; i < count; ++i) lib.execute(plan);
-#ifdef __aarch64__
-    asm volatile("hint #43" ::: "memory");
-#endif
+    act_between_markers([&] { lib.execute(plan); }, count);
+}
+
+namespace {
+
+void plan_and_destroy(const planning& act) { act.lib.destroy(act.lib.plan(act.p, act.in, act.out)); }
+
+}  // namespace
+
+void plan_between_markers(const planning& act) {
+    plan_and_destroy(act);
+    if (act.first) act.lib.forget();
+    act_between_markers([&] { plan_and_destroy(act); }, 1);
+}
+
+clock_figures time_plans(const planning& act, int runs) {
+    plan_and_destroy(act);
+    std::vector<double> times;
+    for (int run = 0; run < runs; ++run) {
+        if (act.first) act.lib.forget();
+        times.push_back(elapsed_ns([&] { plan_and_destroy(act); }, 1));
+    }
+    std::sort(times.begin(), times.end());
+    return {1, times[times.size() / 2], times.front(), times.back()};
+}
+
+double core_ghz() {
+    constexpr long turns = 1'000'000;
+    constexpr int chain = 16, tries = 20;  // the fastest of some: a core that slept takes a while to speed up
+    double best = 0;
+    for (int i = 0; i < tries; ++i) {
+        const double ns = elapsed_ns(
+            [] {
+                uint64_t sum = 0;
+                for (long turn = 0; turn < turns; ++turn)
+                    for (int link = 0; link < chain; ++link) {
+                        sum += 1;
+                        asm volatile("" : "+r"(sum));
+                    }
+            },
+            1);
+        best = std::max(best, turns * chain / ns);
+    }
+    return best;
 }
 
 bool emulated() {

@@ -10,6 +10,12 @@
 
 namespace bench {
 
+enum class input_kind {
+    uniform,  // in [-0.5, 0.5), from a fixed seed: fair to everybody
+    impulse,  // a single 1 at a third of each transform: the result is a row of twiddle factors
+    range     // of both signs and magnitudes from 2^-20 to 2^20, evenly by their logarithm
+};
+
 // The two arrays of a problem, page-aligned so that both libraries meet the same alignment; one array when in place.
 template <typename Real>
 class arrays {
@@ -19,9 +25,9 @@ public:
     Real* out() const { return out_ ? out_.get() : in_.get(); }
     size_t in_span() const { return in_span_; }
 
-    // Fair input: uniform in [-0.5, 0.5) from a fixed seed, single-precision values at any precision; for c2r the
-    // spectrum of such numbers, which `maker` computes. Gaps are zero.
-    void fill(const problem& p, library<Real>& maker);
+    // Single-precision values at any precision; for c2r the spectrum of such numbers, which `maker` computes. Gaps are
+    // zero.
+    void fill(const problem& p, library<Real>& maker, input_kind input = input_kind::uniform);
     void clear();
 
 private:
@@ -34,9 +40,13 @@ private:
     block in_, out_;
 };
 
-// Relative L2 distance of two results of one problem over the elements of its output.
+// The distance of a result from that of a reference, over the elements of the output of a problem.
+struct distances {
+    double l2;   // relative to the L2 norm of the reference
+    double max;  // the largest, of a real or imaginary part, relative to the largest part of the reference
+};
 template <typename Left, typename Right>
-double relative_distance(const problem& p, const Left* left, const Right* reference);
+distances relative_distances(const problem& p, const Left* left, const Right* reference);
 
 struct clock_figures {
     long executions;  // per run
@@ -47,6 +57,20 @@ std::vector<clock_figures> time_by_turns(const std::vector<std::function<void()>
 
 // Executes between the instructions `hint #42` and `hint #43`, which processors ignore and bench/model looks for.
 void execute_between_markers(library<float>& lib, void* plan, long count);
+
+// A plan and its destruction, after it was planned before; `first` lets the library forget what it remembers of that.
+struct planning {
+    library<float>& lib;
+    const problem& p;
+    float *in, *out;
+    bool first;
+};
+void plan_between_markers(const planning& act);
+// One plan for each run.
+clock_figures time_plans(const planning& act, int runs);
+
+// The core's frequency: a chain of additions, each of which waits one cycle for the one before.
+double core_ghz();
 
 // True under the user-mode emulator, where a clock measures the emulator.
 bool emulated();

@@ -6,7 +6,7 @@
 
 #include "dft/convolution.h"
 #include "dft/pointwise.h"
-#include "dft/twiddles.h"
+#include "dft/roots.h"
 #include "planner/solvers.h"
 
 #include <cstring>
@@ -59,10 +59,11 @@ void bluestein_stage(fft_plan* plan, const stage_record& stage, const float* in,
 void bluestein_tables_fill(float* chirp, float* kernel, uint64_t M, uint64_t p, int64_t sign) {
     const float scale = 1.0f / static_cast<float>(M);
     memset(kernel, 0, 8 * M);
+    const root_circle roots(2 * p, 1, sign);
     uint64_t square = 0;  // k^2 modulo 2p, from one k to the next by 2k + 1
     for (uint64_t k = 0; k < p; ++k) {
         float* c = chirp + 2 * k;
-        twiddle_unit(turn_of_sign(sign) * static_cast<int64_t>(square), static_cast<int64_t>(2 * p), c);
+        roots.take(square, c);
         float* mirrored = kernel + 2 * (k == 0 ? 0 : M - k);
         kernel[2 * k] = mirrored[0] = c[0] * scale;
         kernel[2 * k + 1] = mirrored[1] = -c[1] * scale;

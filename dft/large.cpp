@@ -3,8 +3,8 @@
 // first, the twiddles folded into their way out, then rows of m points (the six-step method without its transposes).
 // Both passes are batched subplans, so that blocking and threads are theirs. Shorter transforms run faster as one chain
 // of stages.
+#include "dft/roots.h"
 #include "dft/sizes.h"
-#include "dft/twiddles.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
 #include "record/problem.h"
@@ -30,14 +30,10 @@ int64_t column_length(int64_t n) {
 
 // exp(2 pi i sign i j / n) for column i and j < r. Four columns at a time stand together, as four lanes.
 void fill_large_twiddles(float* table, int64_t r, int64_t m, int64_t sign) {
-    const int64_t n = r * m, turn = turn_of_sign(sign);
+    const root_circle roots(r * m, 1, sign);
     int64_t i = 0;
-    for (; i + 4 <= m; i += 4)
-        for (int64_t j = 0; j < r; ++j)
-            for (int64_t lane = 0; lane < 4; ++lane)
-                twiddle_unit(turn * (i + lane) * j, n, table + 2 * (i * r + 4 * j + lane));
-    for (; i < m; ++i)
-        for (int64_t j = 0; j < r; ++j) twiddle_unit(turn * i * j, n, table + 2 * (i * r + j));
+    for (; i + 4 <= m; i += 4) roots.take_four_rows(i, 0, r, table + 2 * i * r);
+    for (; i < m; ++i) roots.take_row(i, 0, r, table + 2 * i * r, 1);
 }
 
 // Its kind leads to the one solver that knows the twiddles, which it borrows. It is never measured: the candidates of a

@@ -7,7 +7,7 @@
 #include "dft/convolution.h"
 #include "dft/modular.h"
 #include "dft/pointwise.h"
-#include "dft/twiddles.h"
+#include "dft/roots.h"
 #include "planner/solvers.h"
 
 namespace {
@@ -107,9 +107,10 @@ int solve(fft_plan* plan, apply_radices fill_stages, const char* contiguous, con
 void rader_tables_fill(float* kernel_table, uint64_t p, int64_t sign, uint64_t* perm_in, uint64_t* perm_out) {
     const uint64_t q = p - 1, g = smallest_primitive_root(p), h = pow_mod(g, p - 2, p);
     const float scale = 1.0f / static_cast<float>(q);
+    const root_circle roots(p, 1, sign);
     uint64_t a = 1, b = 1;  // powers of h and of g
     for (uint64_t i = 0; i < q; ++i) {
-        twiddle_unit(turn_of_sign(sign) * static_cast<int64_t>(a), p, kernel_table + 2 * i);
+        roots.take(a, kernel_table + 2 * i);
         kernel_table[2 * i] *= scale;
         kernel_table[2 * i + 1] *= scale;
         perm_out[i] = a;

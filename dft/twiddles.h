@@ -1,19 +1,14 @@
 // SPDX-License-Identifier: Apache-2.0
-// Roots of unity and the tables that stage kernels stream.
+// The tables of roots of unity that stage kernels stream.
 //
 // A stage of radix r with m rows (the product of the radices in front of it) and L columns (the product of those behind
 // it) multiplies element j of row i by w(i, j) = exp(2 pi i sign i j L / n), for i < m and 1 <= j < r. Every layout
 // takes (r - 1) m complex entries and holds the same values to the bit; a row outside the full groups stands at its
 // plain place. Nothing is written for a null table, for m of 0 or for r below 2.
 #pragma once
+#include "dft/roots.h"
+
 #include <cstdint>
-
-// The direction in which a table turns: a plan whose sign isn't -1 counts as backward.
-constexpr int64_t turn_of_sign(int64_t sign) { return sign == -1 ? -1 : 1; }
-
-// Stores exp(2 pi i k / n) as (real, imaginary). Angles are folded into the first octant, so that multiples of an
-// eighth of a turn are exact in their symmetry.
-void twiddle_unit(int64_t k, int64_t n, float* result);
 
 // plain rows: w(i, j) at entry i (r - 1) + (j - 1)
 void twiddle_fill_rows(float* table, uint64_t n, uint64_t r, uint64_t m, uint64_t L, int64_t sign);

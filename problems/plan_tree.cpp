@@ -135,16 +135,13 @@ std::string problem_text(const fft_plan& plan) {
     return text;
 }
 
-std::string plan_tree_line(const fft_plan& plan, tree_sizes sizes) {
+std::string plan_tree_line(const fft_plan& plan) {
     std::string text = solver_text(plan);
-    if (sizes == tree_sizes::shown && (plan.buffer || plan.aux))
-        text += " (" + std::to_string(plan.buffer ? plan.buffer_size : 0) + "+" +
-                std::to_string(plan.aux ? plan.aux_size : 0) + ")";
     if (plan.subplan_count == 0) return text;
     text += " {";
     for (int i = 0; i < plan.subplan_count; ++i) {
         const fft_plan& child = *plan.subplans[i];
-        text += (i ? "; " : "") + problem_text(child) + ": " + plan_tree_line(child, sizes);
+        text += (i ? "; " : "") + problem_text(child) + ": " + plan_tree_line(child);
     }
     return text + "}";
 }

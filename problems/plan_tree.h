@@ -13,10 +13,8 @@
 // place.
 std::string problem_text(const fft_plan& plan);
 
-// The whole tree in one line: solver > execute {subproblem: solver > execute; ...}. With sizes the bytes of the two
-// kinds of storage follow, where there are any: solver > execute (buffer+aux).
-enum class tree_sizes { hidden, shown };
-std::string plan_tree_line(const fft_plan& plan, tree_sizes sizes = tree_sizes::hidden);
+// The whole tree in one line: solver > execute {subproblem: solver > execute; ...}.
+std::string plan_tree_line(const fft_plan& plan);
 
 // Subplans with equal trees that follow each other, as the threads of a batch have them.
 struct equal_subplans {

@@ -74,7 +74,7 @@ void fft_plan_clear_subplans(fft_plan* plan) {
 
 void fft_plan_clear(fft_plan* plan) {
     if (!plan) return;
-    fft_plan_clear_subplans(plan);
+    if (plan->subplan_count || plan->subplans) fft_plan_clear_subplans(plan);  // mostly there is nothing to clear
     plan->lending = plan->scratch_lines = plan->brought_lines = 0;
     if (plan->buffer) {
         qsl_fftf_free(plan->buffer);

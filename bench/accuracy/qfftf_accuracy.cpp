@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Relative L2 errors of single-precision transforms of uniform numbers in [-0.5, 0.5), against a library in double
-// precision, in units of 2^-24 sqrt(log2 n): the growth that rounding at random would show.
+// Errors of single-precision transforms against a library in double precision, relative and in units of
+// 2^-24 sqrt(log2 n): the growth that rounding at random would show.
 #include "bench/accuracy/direct_sum.h"
 #include "bench/runner.h"
 
@@ -19,12 +19,23 @@ constexpr const char usage[] =
     "  --list FILE      problems from a file, one per line\n"
     "  --library FILE   a single-precision library, once for each; by default this library and libfftw3f.so.3\n"
     "  --reference FILE the double-precision library (default libfftw3.so.3)\n"
+    "  --input NAME     uniform (numbers in [-0.5, 0.5)), impulse (one 1 among zeros) or range (2^-20 to 2^20 and the\n"
+    "                   negative ones, evenly by logarithm), once for each; by default all\n"
     "  --check N        compare the reference with the defining sum for plain problems up to length N (default 32)\n"
-    "One CSV line per problem and library; error_units is what the limits are stated in.\n";
+    "One CSV line per problem, input and library: the L2 norm of the error over that of the result, the largest error\n"
+    "over the largest part of a result, and both in units, of which the first is what the limits are stated in.\n";
+
+struct named_input {
+    const char* name;
+    input_kind kind;
+};
+constexpr named_input named_inputs[] = {
+    {"uniform", input_kind::uniform}, {"impulse", input_kind::impulse}, {"range", input_kind::range}};
 
 struct options {
     std::vector<problem> problems;
     std::vector<std::string> libraries;
+    std::vector<named_input> inputs;
     std::string reference = "libfftw3.so.3";
     int check = 32;
 };
@@ -43,6 +54,12 @@ void add_problems(const std::string& text, std::vector<problem>& problems) {
     }
 }
 
+named_input parse_input(const std::string& name) {
+    for (const named_input& input : named_inputs)
+        if (name == input.name) return input;
+    throw std::invalid_argument(name + ": not an input");
+}
+
 options parse_options(int argc, char** argv) {
     options o;
     for (int i = 1; i < argc; ++i) {
@@ -57,6 +74,8 @@ options parse_options(int argc, char** argv) {
             o.libraries.push_back(value());
         else if (word == "--reference")
             o.reference = value();
+        else if (word == "--input")
+            o.inputs.push_back(parse_input(value()));
         else if (word == "--check")
             o.check = std::stoi(value());
         else if (word.starts_with("-"))
@@ -65,6 +84,7 @@ options parse_options(int argc, char** argv) {
             add_problems(word, o.problems);
     }
     if (o.problems.empty()) throw std::invalid_argument("no problem given");
+    if (o.inputs.empty()) o.inputs.assign(std::begin(named_inputs), std::end(named_inputs));
     if (o.libraries.empty()) o.libraries = {QFFTF_DEFAULT_LIBRARY, "libfftw3f.so.3"};
     return o;
 }
@@ -87,15 +107,15 @@ void check_reference(const problem& p, const arrays<double>& input, const double
     if (!plain || p.n[0] > longest) return;
     std::vector<double> sum(span_floats(p, p.out));
     direct_sum(p, input.in(), sum.data());
-    const double distance = relative_distance(p, result, sum.data());
+    const double distance = relative_distances(p, result, sum.data()).l2;
     if (!(distance < 1e-14))
         throw std::runtime_error(p.text + ": the reference is " + std::to_string(distance) + " from the defining sum");
 }
 
-void report(const options& o, const problem& p, const std::vector<std::unique_ptr<library<float>>>& libraries,
-            library<double>& reference) {
+void report(const options& o, const problem& p, const named_input& kind,
+            const std::vector<std::unique_ptr<library<float>>>& libraries, library<double>& reference) {
     arrays<double> input(p), exact(p);
-    input.fill(p, reference);
+    input.fill(p, reference, kind.kind);
     if (!transform(reference, p, input, exact)) throw std::runtime_error(reference.name() + " refuses " + p.text);
     check_reference(p, input, exact.out(), o.check);
     for (const auto& lib : libraries) {
@@ -104,9 +124,10 @@ void report(const options& o, const problem& p, const std::vector<std::unique_pt
             fprintf(stderr, "qfftf_accuracy: %s refuses %s\n", lib->name().c_str(), p.text.c_str());
             continue;
         }
-        const double n = p.points() / p.batch, error = relative_distance(p, data.out(), exact.out());
-        printf("%s,%s,%.0f,%.4g,%.4f\n", p.text.c_str(), lib->name().c_str(), n, error,
-               error / (0x1p-24 * std::sqrt(std::log2(std::max(n, 2.0)))));
+        const double n = p.points() / p.batch, unit = 0x1p-24 * std::sqrt(std::log2(std::max(n, 2.0)));
+        const distances error = relative_distances(p, data.out(), exact.out());
+        printf("%s,%s,%s,%.0f,%.4g,%.4g,%.4f,%.4f\n", p.text.c_str(), kind.name, lib->name().c_str(), n, error.l2,
+               error.max, error.l2 / unit, error.max / unit);
     }
     fflush(stdout);
 }
@@ -118,8 +139,9 @@ int main(int argc, char** argv) try {
     const auto reference = open_library<double>(o.reference);
     std::vector<std::unique_ptr<library<float>>> libraries;
     for (const std::string& file : o.libraries) libraries.push_back(open_library<float>(file));
-    puts("problem,library,n,relative_l2_error,error_units");
-    for (const problem& p : o.problems) report(o, p, libraries, *reference);
+    puts("problem,input,library,n,l2_error,max_error,l2_units,max_units");
+    for (const problem& p : o.problems)
+        for (const named_input& input : o.inputs) report(o, p, input, libraries, *reference);
 } catch (const std::exception& error) {
     fprintf(stderr, "qfftf_accuracy: %s\n%s", error.what(), usage);
     return 2;

@@ -3,6 +3,9 @@
 // runs. A program may have any number of such regions; each is counted by itself. Only the thread that passed the first
 // marker of a region is counted.
 //
+// The instruction `hint #44` is a clock: the number of instructions that all threads ran so far is written one page of 4096
+// bytes behind it, where the program keeps room for a 64-bit number.
+//
 // qemu-aarch64 -plugin block_counter.so,out=FILE[,trace=N] PROGRAM ...
 //
 // The file, one record per line, addresses in hexadecimal as the program sees them:
@@ -43,7 +46,7 @@ void qemu_plugin_register_atexit_cb(qemu_plugin_id_t, void (*)(qemu_plugin_id_t,
 #define EXPORTED __attribute__((visibility("default")))
 EXPORTED int qemu_plugin_version = COUNTER_API;
 
-enum { begin_marker = 0xd503255f, end_marker = 0xd503257f, buckets = 1 << 16, longest_piece = 4096 };
+enum { begin_marker = 0xd503255f, end_marker = 0xd503257f, clock_marker = 0xd503259f, page = 4096, buckets = 1 << 16, longest_piece = 4096 };
 
 struct piece {
     uint64_t address, count;
@@ -53,6 +56,7 @@ struct piece {
 
 static struct piece* table[buckets];
 static uint32_t pieces;
+static uint64_t executed;
 static bool inside, copies_data;
 static unsigned counted_cpu;  // the emulator's number of the thread
 static FILE* out;
@@ -83,9 +87,15 @@ static void on_end(unsigned cpu, void* data) {
     fprintf(out, "\n");
 }
 
+static void on_clock(unsigned cpu, void* data) {
+    (void)cpu;
+    *(uint64_t*)data = executed;
+}
+
 static void on_piece(unsigned cpu, void* data) {
-    if (!inside || cpu != counted_cpu) return;
     struct piece* p = data;
+    executed += p->length;
+    if (!inside || cpu != counted_cpu) return;
     ++p->count;
     if (trace_length < trace_limit) trace[trace_length] = p->number;
     ++trace_length;
@@ -130,6 +140,8 @@ static void on_translation(qemu_plugin_id_t id, struct qemu_plugin_tb* tb) {
             length = 0;
             continue;
         }
+        if (word == clock_marker)
+            qemu_plugin_register_vcpu_insn_exec_cb(insn, on_clock, 0, (char*)qemu_plugin_insn_haddr(insn) + page);
         if (length == 0) first = insn;
         if (length < longest_piece) words[length++] = word;
     }

@@ -11,6 +11,12 @@ typedef svfloat32_t complex4 __attribute__((arm_sve_vector_bits(256)));
 
 inline complex4 load4(const float* p) { return svld1_f32(svptrue_b32(), p); }
 inline void store4(float* p, complex4 v) { svst1_f32(svptrue_b32(), p, v); }
+// where four complex numbers stand, from one to the next `step` further on; such offsets can be added
+typedef svint64_t offsets4 __attribute__((arm_sve_vector_bits(256)));
+inline offsets4 offsets_of(int64_t first, int64_t step) { return svindex_s64(8 * first, 8 * step); }
+inline complex4 gather4(const float* p, offsets4 at) {
+    return svreinterpret_f32_s64(svld1_gather_s64offset_s64(svptrue_b64(), reinterpret_cast<const int64_t*>(p), at));
+}
 // fewer than eight floats
 inline void copy_part(const float* source, float* destination, int64_t n) {
     const svbool_t part = svwhilelt_b32(int64_t{0}, n);
@@ -75,6 +81,15 @@ inline complex4 load4(const float* p) {
     return v;
 }
 inline void store4(float* p, complex4 v) { memcpy(p, &v, sizeof v); }
+typedef int64_t offsets4 __attribute__((vector_size(32)));
+inline offsets4 offsets_of(int64_t first, int64_t step) {
+    return offsets4{first, first + step, first + 2 * step, first + 3 * step};
+}
+inline complex4 gather4(const float* p, offsets4 at) {
+    complex4 v;
+    for (int i = 0; i < 4; ++i) v[2 * i] = p[2 * at[i]], v[2 * i + 1] = p[2 * at[i] + 1];
+    return v;
+}
 inline void copy_part(const float* source, float* destination, int64_t n) {
     for (int64_t i = 0; i < n; ++i) destination[i] = source[i];
 }

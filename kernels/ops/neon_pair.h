@@ -17,7 +17,7 @@ OPS_INLINE void store(float* p, vec a) { vst1q_f32(p, a); }
 OPS_INLINE vec load(const float* p, int64_t distance) { return vcombine_f32(vld1_f32(p), vld1_f32(p + distance)); }
 OPS_INLINE void store(float* p, int64_t distance, vec a) {
     vst1_f32(p, vget_low_f32(a));
-    vst1_f32(p + distance, vget_high_f32(a));
+    vst1q_lane_f64(reinterpret_cast<double*>(p + distance), vreinterpretq_f64_f32(a), 1);
 }
 OPS_INLINE vec constant(const float* p) {
     const float32x2_t k = vld1_f32(p);

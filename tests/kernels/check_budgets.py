@@ -5,10 +5,10 @@ stack, of the whole function, its start and its tails included; the larger one o
 
   check_budgets.py [--update] --compiler NAME-MAJOR --version VERSION --bench BENCH BUDGETS LIBRARY
 
-BUDGETS is a text file: one line for each kernel, two columns for each compiler. Counts above it, kernels without a
-budget and budgets without a kernel are failures. With the very version that wrote the budgets nothing is let pass;
-another version of the same compiler has some slack, and compilers that have no columns aren't judged (exit 77).
---update (target update_kernel_budgets of the presets cross and cross-gcc) writes this compiler's columns anew and leaves
+BUDGETS is a text file: for each compiler the totals of each family, and under them what every kernel of the family may
+have. Counts above it, kernels without a budget and budgets without a kernel are failures, one by one: a total hides none. With the very version that wrote the budgets nothing is let pass;
+another version of the same compiler has some slack, and compilers that have no part aren't judged (exit 77).
+--update (target update_kernel_budgets of the presets cross and cross-gcc) writes this compiler's part anew and leaves
 the others: read the difference as you would read code.
 """
 import argparse
@@ -17,13 +17,17 @@ import importlib.util
 import pathlib
 import re
 import sys
+import textwrap
 
 KERNEL = re.compile(r"(\w+)_(?:fwd|bwd)_n(\d+)(?:\(.*\))?$")
 SKIPPED = 77
 MOST_PRINTED = 40
+WIDTH = 120
+WORST = 10
 HEAD = """\
-# Budgets of the kernels: instructions and spill stores (vector registers stored to the stack) of each function, the
-# larger one of both directions, for each compiler. Written by check_budgets.py --update; see its head.
+# Budgets of the kernels: instructions, and behind a slash spill stores (vector registers stored to the stack) if there
+# are any, of each function, the larger one of both directions; the family's totals ahead. Written by check_budgets.py
+# --update; see its head.
 """
 
 
@@ -55,29 +59,46 @@ def measured(counting, library: str) -> dict[str, tuple[int, int]]:
 
 
 class Budgets:
-    def __init__(self, path: pathlib.Path):
+    def __init__(self, text: str):
         self.versions: dict[str, str] = {}               # by compiler
         self.of: dict[str, dict[str, tuple[int, int]]] = {}  # by compiler and kernel
-        for line in path.read_text().splitlines() if path.exists() else []:
+        for line in text.splitlines():
             if line.startswith("compiler "):
-                _, name, version = line.split()
-                self.versions[name], self.of[name] = version, {}
+                _, compiler, version = line.split()
+                self.versions[compiler], self.of[compiler] = version, {}
+            elif line.startswith(" "):
+                for kernel in line.split(","):
+                    size, counts = kernel.split() if kernel.strip() else ("", "")
+                    instructions, _, spills = counts.partition("/")
+                    if size:
+                        self.of[compiler][f"{family} {size}"] = int(instructions), int(spills or 0)
             elif line and not line.startswith("#"):
-                family, size, *numbers = line.split()
-                for compiler, (instructions, spills) in zip(self.of, zip(numbers[::2], numbers[1::2])):
-                    if instructions != "-":
-                        self.of[compiler][f"{family} {size}"] = int(instructions), int(spills)
+                family = line.split()[0]
 
     def text(self) -> str:
-        lines = [HEAD.rstrip()]
-        compilers = sorted(self.of)
-        lines += [f"compiler {name} {self.versions[name]}" for name in compilers]
-        lines.append(f"{'# kernel':24} {'size':5}" + "".join(f"{name:>16}" + " " * 8 for name in compilers).rstrip())
-        for kernel in sorted({kernel for counts in self.of.values() for kernel in counts}):
+        return HEAD + "".join(self.part(compiler) for compiler in sorted(self.of))
+
+    def part(self, compiler: str) -> str:
+        families: dict[str, dict[str, tuple[int, int]]] = {}
+        for kernel, counts in sorted(self.of[compiler].items()):
             family, size = kernel.split()
-            columns = (self.of[name].get(kernel, ("-", "-")) for name in compilers)
-            lines.append(f"{family:24} {size:5}" + "".join(f"{a:>16}{b:>8}" for a, b in columns))
+            families.setdefault(family, {})[size] = counts
+        lines = ["", f"compiler {compiler} {self.versions[compiler]}", *self.worst(compiler)]
+        for family, kernels in families.items():
+            instructions, spills = map(sum, zip(*kernels.values()))
+            lines.append(f"{family:28} {instructions:6} instructions {spills:5} spill stores")
+            row = ", ".join(f"{size}\0{a}{f'/{b}' if b else ''}" for size, (a, b) in kernels.items())
+            wrapped = textwrap.wrap(row, WIDTH, initial_indent="    ", subsequent_indent="    ", break_on_hyphens=False)
+            lines += [line.replace("\0", " ") for line in wrapped]
         return "\n".join(lines) + "\n"
+
+    def worst(self, compiler: str) -> list[str]:
+        """The kernels that spill most for their size, as a comment."""
+        share = sorted((-spills / instructions, kernel) for kernel, (instructions, spills) in self.of[compiler].items())
+        told = ", ".join(f"{kernel} {-100 * part:.0f} %".replace(" ", "\0") for part, kernel in share[:WORST] if part)
+        lines = textwrap.wrap(f"spill stores among the instructions, at the worst: {told}", WIDTH,
+                              initial_indent="# ", subsequent_indent="# ", break_on_hyphens=False)
+        return [line.replace("\0", " ") for line in lines]
 
 
 def complaints(counts: dict[str, tuple[int, int]], budgets: dict[str, tuple[int, int]], exact: bool) -> list[str]:
@@ -99,7 +120,8 @@ def main() -> int:
     parser.add_argument("budgets", type=pathlib.Path)
     parser.add_argument("library")
     options = parser.parse_args()
-    budgets = Budgets(options.budgets)
+    text = options.budgets.read_text() if options.budgets.exists() else ""
+    budgets = Budgets(text)
     if options.compiler not in budgets.of and not options.update:
         print(f"{options.compiler} has no budgets")
         return SKIPPED
@@ -111,6 +133,8 @@ def main() -> int:
         return 0
     exact = budgets.versions[options.compiler] == options.version
     found = complaints(counts, budgets.of[options.compiler], exact)
+    if budgets.text() != text:
+        found.append(f"{options.budgets.name} is not as --update would write it")
     print("\n".join(found[:MOST_PRINTED]))
     below = sum(counts[k] < budgets.of[options.compiler][k] for k in counts.keys() & budgets.of[options.compiler].keys())
     print(f"{len(counts)} kernels, {len(found)} complaints, {below} below their budgets (--update takes that in)")

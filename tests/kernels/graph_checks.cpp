@@ -34,7 +34,24 @@ std::multiset<int> transposed_slots(int size) {
     return result;
 }
 
+// Likewise, but for the elements that come from both rows: 0 and, of even rows, the last. Twiddles begin at element 1.
+std::multiset<int> slots_with_rows_twiddles(int size, int first) {
+    std::multiset<int> result;
+    for (int column = 1; column + 2 <= size; column += 2)
+        for (int row = 0; row < 2; ++row) result.insert(transposed_slot{row, column}.pack());
+    if (first == 0) result.insert(transposed_slot{transposed_slot::both, 0}.pack());
+    if (size % 2 == 0) result.insert(transposed_slot{transposed_slot::both, size - 1}.pack());
+    return result;
+}
+
 }  // namespace
+
+bool is_transposed(const body& b) { return has(b, op::zip_lo) || has_rows_twiddles(b); }
+
+bool has_rows_twiddles(const body& b) {
+    const std::vector<int> loads = slots_of(b, op::load);
+    return std::count(loads.begin(), loads.end(), transposed_slot{transposed_slot::both, 0}.pack()) > 0;
+}
 
 bool has(const body& b, op what) {
     return std::any_of(b.order.begin(), b.order.end(), [&](int n) { return b.graph.nodes()[n].what == what; });
@@ -85,20 +102,30 @@ complaints order_complaints(const body& b) {
 
 complaints load_complaints(const body& b, int size) {
     complaints result;
-    if (slots(b, op::load) != (has(b, op::zip_lo) ? transposed_slots(size) : range(0, size)))
-        result.emplace_back("doesn't load each input once");
+    const bool rows_twiddles = has_rows_twiddles(b);
+    const auto wanted = rows_twiddles      ? slots_with_rows_twiddles(size, 0)
+                        : is_transposed(b) ? transposed_slots(size)
+                                           : range(0, size);
+    if (slots(b, op::load) != wanted) result.emplace_back("doesn't load each input once");
     const auto twiddles = slots(b, op::twiddle);
-    if (!twiddles.empty() && twiddles != range(1, size)) result.emplace_back("doesn't load each twiddle once");
+    if (!twiddles.empty() && twiddles != (rows_twiddles ? slots_with_rows_twiddles(size, 1) : range(1, size)))
+        result.emplace_back("doesn't load each twiddle once");
     return result;
 }
 
+// Rows of a body, by its highest slot.
 complaints row_complaints(const body& b, int size) {
-    std::multiset<int> vectors;
-    for (int row = 0; row < rows_of_body(size); ++row)
-        for (int i = 0; i < vectors_of_row(size); ++i) vectors.insert(row_slot{row, i}.pack());
     complaints result;
-    if (slots(b, op::load) != vectors) result.emplace_back("doesn't load each vector of its rows once");
-    if (slots(b, op::store) != vectors) result.emplace_back("doesn't store each vector of its rows once");
+    for (const op what : {op::load, op::store}) {
+        const std::multiset<int> used = slots(b, what);
+        std::multiset<int> wanted = range(0, size);
+        if (row_slot::is_one(*used.rbegin())) {
+            wanted.clear();
+            for (int row = 0; row <= row_slot::unpack(*used.rbegin()).row; ++row)
+                for (int i = 0; i < vectors_of_row(size); ++i) wanted.insert(row_slot{row, i}.pack());
+        }
+        if (used != wanted) result.emplace_back("doesn't move each vector of its rows once");
+    }
     return result;
 }
 

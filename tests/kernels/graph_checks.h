@@ -10,6 +10,10 @@
 #include "kernels/generator/passes/counts.h"
 
 bool has(const generator::body& b, generator::op what);
+// Whether the lanes are two rows that vectors are loaded along, and whether these are multiplied by the rows' own
+// twiddles before they are transposed.
+bool is_transposed(const generator::body& b);
+bool has_rows_twiddles(const generator::body& b);
 // The slots of all operations of a kind, in the printed order.
 std::vector<int> slots_of(const generator::body& b, generator::op what);
 

@@ -21,6 +21,8 @@ bool is_direct(const form& f) {
     return f.loop == shape::direct || f.loop == shape::many || f.loop == shape::assemble || f.loop == shape::rows;
 }
 
+bool may_have_rows(const form& f) { return f.loop == shape::rows || f.loop == shape::assemble; }
+
 std::string describe(const form& f, int size, int sign) {
     return std::string(f.name) + " n=" + std::to_string(size) + " sign=" + std::to_string(sign);
 }
@@ -61,13 +63,18 @@ struct impulses {
 };
 
 double error_of(const body& b, const impulses& x, int sign) {
-    const bool twiddled = has(b, op::twiddle), transposed = has(b, op::zip_lo);
-    const auto load = [&](int slot) -> graph_vector {
-        if (!transposed) return {x.in(slot, 0), x.in(slot, 1)};
+    const bool twiddled = has(b, op::twiddle);
+    // Of both rows, or of two columns of a row.
+    const auto lanes = [](bool transposed, int slot, const auto& number_at) -> graph_vector {
+        if (!transposed) return {number_at(slot, 0), number_at(slot, 1)};
         const transposed_slot s = transposed_slot::unpack(slot);
-        return {x.in(s.column, s.row), x.in(s.column + 1, s.row)};
+        if (s.row == transposed_slot::both) return {number_at(s.column, 0), number_at(s.column, 1)};
+        return {number_at(s.column, s.row), number_at(s.column + 1, s.row)};
     };
-    const auto twiddle = [&](int slot) -> graph_vector { return {twiddle_of(slot, 0), twiddle_of(slot, 1)}; };
+    const auto load = [&](int slot) {
+        return lanes(is_transposed(b), slot, [&](int j, int lane) { return x.in(j, lane); });
+    };
+    const auto twiddle = [&](int slot) { return lanes(has_rows_twiddles(b), slot, twiddle_of); };
     double error = 0;
     for (const auto& [k, result] : interpret(b, complex_lanes, load, twiddle))
         for (int c = 0; c < complex_lanes; ++c)
@@ -75,9 +82,11 @@ double error_of(const body& b, const impulses& x, int sign) {
     return error;
 }
 
-// Of rows, which have vectors of two adjacent numbers. The rows' impulses stand in different elements.
+// Of bodies with vectors of two adjacent numbers of a row, on either side. The rows' impulses stand in different
+// elements.
 double error_in_rows(const body& b, const impulses& x, int sign) {
     const auto vector = [&](int slot, const auto& number_of) -> graph_vector {
+        if (!row_slot::is_one(slot)) return {number_of(slot, 0), number_of(slot, 1)};
         const auto [row, i] = row_slot::unpack(slot);
         const int first = first_in_vector(i, x.size);
         return {number_of(first, row), number_of(first + 1, row)};
@@ -94,7 +103,7 @@ double error_in_rows(const body& b, const impulses& x, int sign) {
 
 // All operations are linear: a body that is right for an impulse in every element is right.
 TEST_P(graphs, compute_their_transforms) {
-    const auto error = family().loop == shape::rows ? error_in_rows : error_of;
+    const auto error = may_have_rows(family()) ? error_in_rows : error_of;
     for_each_body([&](const body& b, int size, int sign) {
         for (int j = 0; j < size; ++j) EXPECT_LT(error(b, {size, j}, sign), tolerance) << "impulse at " << j;
     });
@@ -104,7 +113,7 @@ TEST_P(graphs, keep_their_promises) {
     const bool in_place = is_direct(family()) || family().loop == shape::first;
     for_each_body([&](const body& b, int size, int) {
         EXPECT_EQ(order_complaints(b), complaints{});
-        if (family().loop == shape::rows) {
+        if (may_have_rows(family())) {
             EXPECT_EQ(row_complaints(b, size), complaints{});
         } else {
             EXPECT_EQ(load_complaints(b, size), complaints{});
@@ -128,13 +137,18 @@ TEST_P(graphs, have_the_bodies_of_their_shape) {
         const auto twiddled = std::count_if(all.begin(), all.end(), [](const auto& b) { return has(*b, op::twiddle); });
         const auto plain = int64_t(all.size()) - twiddled;
         const bool last = family().loop == shape::last, other = family().loop == shape::other;
-        const bool transposed = family().loop == shape::last && family().data == layout::contig;
-        EXPECT_EQ(plain, last ? 0 : 1);
+        const bool by_rows = last && family().data != layout::batch && family().in->lanes > 1;
+        const bool turns = family().loop == shape::assemble && has_turned_rows(size);
+        // Those of transforms apart turn rows into columns and back.
+        EXPECT_EQ(plain, last ? 0 : turns ? 3 : 1);
         // The vectors of two rows, or of four in an SVE register, have another body than a single row.
-        EXPECT_LE(twiddled, transposed ? 2 : 1);
+        EXPECT_LE(twiddled, by_rows ? 2 : 1);
         EXPECT_GE(twiddled, last || other ? 1 : 0);
-        EXPECT_EQ(std::any_of(all.begin(), all.end(), [](const auto& b) { return has(*b, op::zip_lo); }),
-                  (transposed && !family().in->gathers) || family().loop == shape::rows);
+        const auto any_body = [&](bool (*is_so)(const body&)) {
+            return std::any_of(all.begin(), all.end(), [&](const auto& b) { return is_so(*b); });
+        };
+        EXPECT_EQ(any_body(is_transposed), (by_rows && !family().in->gathers) || family().loop == shape::rows || turns);
+        EXPECT_EQ(any_body(has_rows_twiddles), by_rows && family().data == layout::strided);
     }
 }
 

@@ -43,12 +43,16 @@ protected:
         if (family().loop == shape::assemble) {
             p.idist = p.is * p.radix + 1;
             p.odist = p.os * p.radix + 2;
+            if (n % 6 == 4) p.is = 1, p.idist = p.radix + 1, p.os = 2 + n % 4, p.odist = 1;  // rows to columns
+            if (n % 6 == 5) p.is = 2 + n % 4, p.idist = 1, p.os = 1, p.odist = p.radix + 2;
         } else if (family().data == layout::batch) {
             p.is += lanes_of(family()) - 1;
             p.os += lanes_of(family()) - 1;
         }
         return p;
     }
+
+    bool tells_strides_apart() const { return family().data == layout::strided && !direct(); }
 
     // Row and column counts that the family's loops tell apart.
     int most_rows() const {
@@ -84,13 +88,14 @@ protected:
     }
 };
 
-// Every count on either side of a small one, the strides taking turns; all strides for a single butterfly.
+// Every count on either side of a small one, the strides taking turns; all strides for a single butterfly, and where
+// loops tell strides apart.
 TEST_P(kernels, compute_their_transforms) {
     for_each_kernel([&](kernel_problem p, const transform_grid& grid) {
         for (p.done = 1; p.done <= most_rows(); ++p.done) {
             const int last = p.done <= 2 ? most_columns() : std::min(most_columns(), 2);
             for (p.rest = 1; p.rest <= last; ++p.rest)
-                for (int n = 0; n < (p.done * p.rest == 1 ? 4 : 1); ++n)
+                for (int n = 0; n < (p.done * p.rest == 1 || tells_strides_apart() ? 4 : 1); ++n)
                     check_all(with_strides(p, n + p.done + 3 * p.rest), grid);
         }
     });
@@ -104,7 +109,8 @@ TEST_P(kernels, touch_nothing_outside_their_arrays) {
         for (p.where = placement::ends_at_page;; p.where = placement::starts_at_page) {
             for (p.done = 1; p.done <= std::min(most_rows(), count); ++p.done)
                 for (p.rest = 1; p.rest <= std::min(most_columns(), p.done <= 2 ? count : 1); ++p.rest)
-                    check_all(with_strides(p, p.done + 3 * p.rest), grid);
+                    for (int n = 0; n < (tells_strides_apart() ? 4 : 1); ++n)
+                        check_all(with_strides(p, n + p.done + 3 * p.rest), grid);
             if (p.where == placement::starts_at_page) return;
         }
     });

@@ -35,6 +35,7 @@ constexpr column columns[] = {
 };
 
 const char* body_name(const body& b) {
+    if (has_rows_twiddles(b)) return "multiplied";
     if (has(b, op::zip_lo)) return "transposed";
     return has(b, op::twiddle) ? "twiddled" : "plain";
 }

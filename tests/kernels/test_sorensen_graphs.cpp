@@ -134,7 +134,7 @@ std::vector<int> expected_stores(const body_use& use, int r) {
     }
     for (int row = 0; row < 2; ++row)
         for (int column = 0; column + 2 <= r; column += 2) slots.push_back(transposed_slot{row, column}.pack());
-    if (r % 2) slots.push_back(transposed_slot{2, r - 1}.pack());
+    if (r % 2) slots.push_back(transposed_slot{transposed_slot::both, r - 1}.pack());
     return slots;
 }
 

@@ -16,6 +16,7 @@
 namespace {
 
 const std::filesystem::path sources = SOURCE_FOLDER;
+const std::string last_resort = "solve_problem_compact_input";  // it stands behind the whole table
 
 // The groups of the expression in each line that it matches whole.
 std::vector<std::smatch> matching_lines(const std::vector<std::string>& lines, const char* expression) {
@@ -82,11 +83,12 @@ TEST(SolverTable, TellsTheFileThatDefinesEachSolver) {
 TEST(SolverTable, StandsInTheOrderOfTheDeclarations) {
     std::vector<std::string> rows;
     for (const written_row& row : written_rows()) rows.push_back(row.solver);
+    rows.push_back(last_resort);
     EXPECT_EQ(solvers_of(sources / "planner/solvers.h"), rows);
 }
 
 TEST(SolverTable, HoldsEverySolverButTheLastResort) {
-    std::set<std::string> expected = {"solve_problem_compact_input"}, found;  // it stands behind the whole table
+    std::set<std::string> expected = {last_resort}, found;
     for (const written_row& row : written_rows()) expected.insert(row.solver);
     for (const char* folder : {"batch", "dft", "real"})
         for (const auto& entry : std::filesystem::directory_iterator(sources / folder))

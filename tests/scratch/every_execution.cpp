@@ -89,7 +89,7 @@ planned_execution::planned_execution(const problem_case& problem, int row)
 planned_execution::~planned_execution() = default;
 
 std::string planned_execution::text() const {
-    return (row_ < 0 ? "by the rules: " : "by row " + std::to_string(row_) + ": ") + plan_tree_text(*plan_);
+    return (row_ < 0 ? "by the rules: " : std::string("by ") + solver_table[row_].name + " alone: ") + plan_tree_text(*plan_);
 }
 
 void planned_execution::execute(arrays& on) const {

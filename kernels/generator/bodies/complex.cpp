@@ -20,14 +20,39 @@ values transpose_two(dag& g, int r) {
     return x;
 }
 
+// Likewise, and times the rows' own twiddles, which element 0 has none of: it and, of an even row, the last one come
+// from both rows.
+values transpose_two_multiplied(dag& g, int r) {
+    const auto multiplied = [&](transposed_slot s) {
+        const int x = g.load(s.pack());
+        return s.column == 0 ? x : g.binary(op::mul, x, g.twiddle(s.pack()));
+    };
+    values x(r);
+    for (int c = 0; c < r; c += c % 2 ? 2 : 1) {
+        if (c == 0 || c + 1 == r) {
+            x[c] = {&g, multiplied({transposed_slot::both, c})};
+            continue;
+        }
+        const int a = multiplied({0, c}), b = multiplied({1, c});
+        x[c] = {&g, g.binary(op::zip_lo, a, b)};
+        x[c + 1] = {&g, g.binary(op::zip_hi, a, b)};
+    }
+    return x;
+}
+
+values inputs(dag& g, const complex_kind& kind) {
+    if (kind.rows_twiddles) return transpose_two_multiplied(g, kind.size);
+    values x = kind.transposed ? transpose_two(g, kind.size) : load_all(g, kind.size);
+    for (int j = 1; kind.twiddled && j < kind.size; ++j) x[j].n = g.binary(op::mul, x[j].n, g.twiddle(j));
+    return x;
+}
+
 }  // namespace
 
 body make_complex_body(const complex_kind& kind) {
     return record(constants_of(kind.size, kind.sign), kind.where, [&](body& b) {
         dag& g = b.graph;
-        values x = kind.transposed ? transpose_two(g, kind.size) : load_all(g, kind.size);
-        for (int j = 1; kind.twiddled && j < kind.size; ++j) x[j].n = g.binary(op::mul, x[j].n, g.twiddle(j));
-        const values y = ready(b, butterfly(x, kind.sign));
+        const values y = ready(b, butterfly(inputs(g, kind), kind.sign));
         for (int k = 0; k < kind.size; ++k) g.store(k, y[k].n);
     });
 }

@@ -7,14 +7,16 @@ namespace generator {
 
 struct complex_kind {
     int size, sign;
-    bool twiddled = false;    // elements 1 and up are multiplied by twiddles
-    bool transposed = false;  // the two lanes are rows: vectors are loaded along the rows and transposed
+    bool twiddled = false;       // elements 1 and up are multiplied by twiddles
+    bool transposed = false;     // the two lanes are rows: vectors are loaded along the rows and transposed
+    bool rows_twiddles = false;  // likewise, and multiplied before that, each row by twiddles of its own
     surroundings where{};
 };
 body make_complex_body(const complex_kind& kind);
 
-// Of vectors along two rows: two complex numbers at `column` of `row`.
+// Of vectors along two rows: two complex numbers at `column` of `row`, or one of each row.
 struct transposed_slot {
+    static constexpr int both = 2;
     int row, column;
     int pack() const { return row * 64 + column; }
     static transposed_slot unpack(int slot) { return {slot / 64, slot % 64}; }

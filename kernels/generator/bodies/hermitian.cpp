@@ -16,7 +16,7 @@ void store_transposed(dag& g, const values& y) {
         g.store(transposed_slot{0, c}.pack(), g.binary(op::zip_lo, y[c].n, y[c + 1].n));
         g.store(transposed_slot{1, c}.pack(), g.binary(op::zip_hi, y[c].n, y[c + 1].n));
     }
-    if (r % 2) g.store(transposed_slot{2, r - 1}.pack(), y[r - 1].n);
+    if (r % 2) g.store(transposed_slot{transposed_slot::both, r - 1}.pack(), y[r - 1].n);
 }
 
 value part(dag& g, int slot, bool one, op which) {

@@ -16,6 +16,16 @@ text lines_of(const form& f, int size, int sign) {
     return lines;
 }
 
+// First stages of strided data that have unit strides after all are those of the same vectors for contiguous data.
+std::string unit_strides_text(const form& f, int size, int sign) {
+    if (f.loop != shape::first || f.data != layout::strided) return {};
+    for (const form& twin : forms())
+        if (twin.loop == f.loop && twin.data == layout::contig && twin.in == f.in && has_size(twin, size))
+            return "    if (stage->is == 1 && stage->os == 1) return " + kernel_name(twin, size, sign) + "(" +
+                   signature_of(f).shared_arguments + ");\n";
+    return {};
+}
+
 // Where only the signs of the pool's sines differ, both directions share a function that takes the pool.
 void append_both_directions(text& out, const form& f, int size) {
     const signature& s = signature_of(f);
@@ -37,8 +47,9 @@ void append_both_directions(text& out, const form& f, int size) {
             out.append("static void " + run(sign) + "(" + s.parameters + ", [[maybe_unused]] const float* pool) {\n" +
                        (sign < 0 ? forward : backward) + "}\n\n");
     for (int sign : {-1, 1})
-        out.append("void " + kernel_name(f, size, sign) + kernel_parameters(f) + " {\n    " + run(sign) + "(" +
-                   s.shared_arguments + ", " + pool_of(sign) + ");\n}\n");
+        out.append("void " + kernel_name(f, size, sign) + kernel_parameters(f) + " {\n" +
+                   unit_strides_text(f, size, sign) + "    " + run(sign) + "(" + s.shared_arguments + ", " +
+                   pool_of(sign) + ");\n}\n");
 }
 
 }  // namespace

@@ -40,7 +40,7 @@ constexpr form table[] = {
     {"long_rows_neon",       &neon_pair,  rows,            contig,   long_sizes},
 
     {"first_contig_neon",    &neon_pair,  first,           contig,   kernel_sizes},
-    {"first_strided_neon",   &neon_one,   first,           strided,  kernel_sizes},
+    {"first_strided_neon",   &neon_pair,  first,           strided,  kernel_sizes},
     {"first_pair_neon",      &neon_pair,  first,           batch,    kernel_sizes},
     {"first_contig_sve",     &sve_quad,   first,           contig,   kernel_sizes},
     {"first_strided_sve",    &sve_one,    first,           strided,  kernel_sizes},
@@ -52,7 +52,7 @@ constexpr form table[] = {
     {"other_quad_sve",       &sve_quad,   other,           batch,    kernel_sizes},
 
     {"last_contig_neon",     &neon_pair,  last,            contig,   kernel_sizes},
-    {"last_strided_neon",    &neon_one,   last,            strided,  kernel_sizes},
+    {"last_strided_neon",    &neon_pair,  last,            strided,  kernel_sizes},
     {"last_pair_neon",       &neon_pair,  last,            batch,    kernel_sizes},
     {"last_contig_sve",      &sve_quad,   last,            contig,   kernel_sizes},
     {"last_strided_sve",     &sve_one,    last,            strided,  kernel_sizes},

@@ -33,7 +33,8 @@ enum class shape {
 // Where the elements lie and what the lanes of a vector are.
 enum class layout {
     contig,   // unit strides; in stages the lanes are adjacent columns (first, other) or rows (last)
-    strided,  // strides from the arguments or the record, one complex number per vector
+    strided,  // strides from the arguments or the record; one complex number per vector or, in NEON stages with a unit
+              // stride on their inner side, two columns or rows
     batch,    // the lanes are adjacent transforms: two in NEON, four in SVE
 
     offsets,  // real data: tables of offsets are passed

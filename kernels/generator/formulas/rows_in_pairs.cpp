@@ -58,22 +58,25 @@ values butterfly_of_row_in_pairs(const values& x, int sign) {
     return out;
 }
 
-two_rows butterfly_of_two_rows(const two_rows& x, int n, int sign) {
-    const int count = vectors_of_row(n);
+values rows_into_lanes(const two_rows& x, int n) {
     values columns(n, x.first[0]);
-    for (int i = 0; i < count; ++i) {
+    for (int i = 0; i < vectors_of_row(n); ++i) {
         const int c = first_in_vector(i, n);
         columns[c + 1] = exchanged(op::zip_hi, x.first[i], x.second[i]);
         if (c == 2 * i) columns[c] = exchanged(op::zip_lo, x.first[i], x.second[i]);
     }
-    const values y = butterfly(columns, sign);
-    two_rows out;
-    for (int i = 0; i < count; ++i) {
+    return columns;
+}
+
+two_rows rows_from_lanes(const values& y) {
+    const int n = int(y.size());
+    two_rows rows;
+    for (int i = 0; i < vectors_of_row(n); ++i) {
         const int k = first_in_vector(i, n);
-        out.second.push_back(exchanged(op::zip_hi, y[k], y[k + 1]));
-        out.first.push_back(exchanged(op::zip_lo, y[k], y[k + 1]));
+        rows.second.push_back(exchanged(op::zip_hi, y[k], y[k + 1]));
+        rows.first.push_back(exchanged(op::zip_lo, y[k], y[k + 1]));
     }
-    return out;
+    return rows;
 }
 
 }  // namespace generator

@@ -15,7 +15,8 @@ values butterfly_of_row_in_pairs(const values& x, int sign);
 struct two_rows {
     values first, second;
 };
-two_rows butterfly_of_two_rows(const two_rows& x, int n, int sign);
+values rows_into_lanes(const two_rows& x, int n);
+two_rows rows_from_lanes(const values& y);
 
 // The vectors of a row: whole ones, the last of an odd row overlapping the one before it. Where vector i begins.
 constexpr int vectors_of_row(int n) { return (n + 1) / 2; }

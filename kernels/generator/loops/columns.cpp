@@ -2,7 +2,7 @@
 // First and middle stages: along the columns l < L. Element j of a first stage's column stands at j L + l on both
 // sides; it may run in place. A middle stage has row 0 of the butterflies without twiddles, then rows 1 to m - 1, each
 // with its r - 1 twiddles: input element j of a row stands L behind element j - 1, output value k stands m L behind k
-// - 1.
+// - 1. The strided first stage takes two columns at a time where its outputs are adjacent.
 #include "kernels/generator/bodies/complex.h"
 #include "kernels/generator/loops/address.h"
 #include "kernels/generator/loops/loops.h"
@@ -50,13 +50,14 @@ void declare_steps(text& out, int size) {
     strided_address("b", "out_step", size).declare_steps(out);
 }
 
-// A column from a to b.
-void print_column(text& out, const body& b, int size, const std::string& mask) {
+// A column from a to b; `mask` is what loads and stores begin with. Of two columns each is loaded at its own place,
+// with `apart` behind the address, and they are stored side by side.
+void print_column(text& out, const body& b, int size, const std::string& mask, const std::string& apart) {
     const strided_address input("a", "in_step", size), output("b", "out_step", size);
     input.declare_bases(out);
     output.declare_bases(out);
     access a;
-    a.load = [&](int j) { return "load(" + mask + input.at(j) + ")"; };
+    a.load = [&](int j) { return "load(" + mask + input.at(j) + apart + ")"; };
     a.store = [&](int k, std::string v) { return "store(" + mask + output.at(k) + ", " + v + ")"; };
     take_row_twiddles(a);
     a.twiddles_held = are_twiddles_held(size);
@@ -70,15 +71,26 @@ void print_row(text& out, const form& f, const body& b, int size, const std::str
         return print_along(out, *f.in, "in_step", constants, [&](const std::string& mask) {
             out.line("const float* const a = base(", from, " + l);");
             out.line("float* const b = base(", to, " + l);");
-            print_column(out, b, size, mask);
+            print_column(out, b, size, mask, "");
         });
     }
-    out.line("using namespace ", f.in->vocabulary, ";");
-    constants();
     out.line("const float* a = ", from, ";");
     out.line("float* b = ", to, ";");
-    out.line("for (uint64_t l = 0; l < stage->rest; ++l, a += is, b += os) {");
-    print_column(out, b, size, "");
+    out.line("uint64_t l = 0;");
+    const bool by_twos = f.data == layout::strided && f.in->lanes == 2;
+    if (by_twos) {
+        out.line("if (os == 2) {");
+        out.line("using namespace ", f.in->vocabulary, ";");
+        constants();
+        out.line("for (; l + 2 <= stage->rest; l += 2, a += 2 * is, b += 4) {");
+        print_column(out, b, size, "", ", is");
+        out.line("}");
+        out.line("}");
+    }
+    out.line("using namespace ", by_twos ? f.in->single : f.in->vocabulary, ";");
+    constants();
+    out.line("for (; l < stage->rest; ++l, a += is, b += os) {");
+    print_column(out, b, size, "", "");
     out.line("}");
 }
 

@@ -53,7 +53,7 @@ access rows_in_lanes(const row_address& input, int size, int lanes, bool masked)
         if (lanes == 1) return to(slot) + v + ")";
         if (masked) return to(slot) + "rows, " + v + ")";
         const auto [row, column] = transposed_slot::unpack(slot);
-        if (row == 2) return to(column) + std::to_string(2 * size) + ", " + v + ")";
+        if (row == transposed_slot::both) return to(column) + std::to_string(2 * size) + ", " + v + ")";
         return to(row * size + column) + v + ")";
     };
     return a;

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // One row of a transform in every lane. Last stages: L is 1, so the loop runs over the rows, and every row has twiddles
 // of its own; the contiguous forms take two or four rows at a time, transposed in registers or gathered, with the
-// twiddles of the rows side by side in the table. Whole transforms of adjacent elements: one or two rows a turn, each
-// read whole before its first store.
+// twiddles of the rows side by side in the table. The strided form takes two rows whose elements are adjacent. Whole
+// transforms of adjacent elements: one or two rows a turn, each read whole before its first store.
 #include "kernels/generator/bodies/rows.h"
 #include "kernels/generator/bodies/complex.h"
 #include "kernels/generator/emit/names.h"
@@ -11,18 +11,18 @@
 
 namespace generator {
 
+std::string row_address(const std::string& base, int slot, int size) {
+    const auto [row, vector] = row_slot::unpack(slot);
+    return base + (row == 0 ? "" : "_second") + " + " + std::to_string(2 * first_in_vector(vector, size));
+}
+
 void print_rows(text& out, const form& f, int size, int sign) {
     const body b = make_rows_body(size, sign, *f.in);
     if (!b.graph.constants().lanes().empty())
         out.declare_pool({pool_name(f, size, direction(sign)), false, b.graph.constants()});
-    const auto at = [&](const char* base, int slot) {
-        const auto [row, vector] = row_slot::unpack(slot);
-        return std::string(row == 0 ? base : base + std::string("_second")) + " + " +
-               std::to_string(2 * first_in_vector(vector, size));
-    };
     access a;
-    a.load = [&](int slot) { return "load(" + at("in", slot) + ")"; };
-    a.store = [&](int slot, std::string v) { return "store(" + at("out", slot) + ", " + v + ")"; };
+    a.load = [&](int slot) { return "load(" + row_address("in", slot, size) + ")"; };
+    a.store = [&](int slot, std::string v) { return "store(" + row_address("out", slot, size) + ", " + v + ")"; };
     const int rows = rows_of_body(size);
     out.line("{");
     out.line("using namespace ", f.in->vocabulary, ";");
@@ -83,6 +83,31 @@ void print_groups(text& out, const vectors& v, const body& b, int size) {
     out.line("}");
 }
 
+// Two adjacent rows of adjacent elements with plain twiddles. Outputs stand side by side, or at any stride with `apart`
+// behind the address.
+void print_pairs_of_rows(text& out, const vectors& v, const body& b, int size, const std::string& apart) {
+    const strided_address output("b", "out_step", size);
+    const auto at = [](const char* base, int slot, int row_floats, int first) {
+        const auto [row, column] = transposed_slot::unpack(slot);
+        const int offset = 2 * (column - first) + (row == 1 ? row_floats : 0);
+        const std::string rows_apart = row == transposed_slot::both ? ", " + std::to_string(row_floats) : "";
+        return "load(" + std::string(base) + " + " + std::to_string(offset) + rows_apart + ")";
+    };
+    access a;
+    a.load = [&](int slot) { return at("a", slot, 2 * size, 0); };
+    a.twiddle = [&](int slot) { return at("w", slot, 2 * (size - 1), 1); };
+    a.store = [&](int k, std::string value) { return "store(" + output.at(k) + apart + ", " + value + ")"; };
+    out.line("using namespace ", v.vocabulary, ";");
+    print_constants(out, b);
+    out.line("const float* a = in;");
+    out.line("float* b = out;");
+    out.line("const float* w = stage->twiddles;");
+    out.line("for (; i + 2 <= stage->done; i += 2, a += ", 4 * size, ", b += 2 * os, w += ", 4 * (size - 1), ") {");
+    output.declare_bases(out);
+    print_operations(out, b, a);
+    out.line("}");
+}
+
 void print_contiguous_rows(text& out, const vectors& v, const complex_kind& kind) {
     complex_kind group = kind;
     group.transposed = !v.gathers;
@@ -113,7 +138,17 @@ void print_last_stage(text& out, const form& f, int size, int sign) {
         print_contiguous_rows(out, *f.in, kind);
     } else {
         kind.where.in = f.in;
-        out.line("using namespace ", f.in->vocabulary, ";");
+        const bool by_twos = f.data == layout::strided && f.in->lanes == 2;
+        if (by_twos) {
+            complex_kind pair = kind;
+            pair.rows_twiddles = true;
+            out.line("if (is == 2 && os == 2) {");
+            print_pairs_of_rows(out, *f.in, make_complex_body(pair), size, "");
+            out.line("} else if (is == 2) {");
+            print_pairs_of_rows(out, *f.in, make_complex_body(pair), size, ", os");
+            out.line("}");
+        }
+        out.line("using namespace ", by_twos ? f.in->single : f.in->vocabulary, ";");
         print_single_rows(out, make_complex_body(kind), size, "is", false);
     }
     out.line("}");

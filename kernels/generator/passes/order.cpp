@@ -78,7 +78,17 @@ private:
         order_.push_back(n);
         if (nodes_[n].what == op::load) --loads_left_;
         visit_finishers(n);
+        if (nodes_[n].what == op::zip_lo || nodes_[n].what == op::zip_hi) visit_other_half(n);
         if (store_of_[n] != none) put_store(store_of_[n]);
+    }
+
+    // Of two vectors that are zipped one waits, not both.
+    void visit_other_half(int n) {
+        const op other = nodes_[n].what == op::zip_lo ? op::zip_hi : op::zip_lo;
+        for (int user = nodes_[n].a + 1; user < int(nodes_.size()); ++user) {
+            const node& u = nodes_[user];
+            if (live_[user] && u.what == other && u.a == nodes_[n].a && u.b == nodes_[n].b) visit(user);
+        }
     }
 
     void put_store(int n) {
