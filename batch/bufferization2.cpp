@@ -22,7 +22,7 @@ bool is_faster_by_later_rows(int64_t n) { return n <= 1024 || n == 1458 || n == 
 bool accepts(const fft_plan& p) {
     const int64_t n = p.dims[0].n;
     return is_batch_of_columns(p) && n >= 256 && n <= 3072 && p.howmany[0].n > block &&
-           (p.flags == plan_flag_measured || !is_faster_by_later_rows(n));
+           (is_measured(p) || !is_faster_by_later_rows(n));
 }
 
 void make_block_subplan(fft_plan* s, int64_t count, float* buffer) {

@@ -26,7 +26,7 @@ bool accepts(const fft_plan& p) {
     if (is_half(p)) return n >= 576 && n <= 800;
     return p.dims[0].is == n && p.dims[0].os == n &&
            (!has_large_prime_factor(n) || n * p.howmany[0].n * 16 > 293601279) &&
-           (p.flags == plan_flag_measured || !is_slower_this_way(n));
+           (is_measured(p) || !is_slower_this_way(n));
 }
 
 int64_t block_of(const fft_plan& p) {

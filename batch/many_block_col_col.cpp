@@ -5,7 +5,8 @@
 // so those cases need both sides.)
 #include "batch/block_col_col_table.h"
 #include "batch/many_direct.h"
-#include "dft/multi_stage.h"
+#include "dft/four_lanes.h"
+#include "dft/two_stages_each.h"
 #include "kernels/move/move.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
@@ -60,10 +61,22 @@ void execute_groups_by_stages(fft_plan* plan, float* in, float* out) {
     execute_two_stages_each(group, in, out, batch.n / lanes, 2 * lanes * batch.is, 2 * lanes * batch.os);
 }
 
-execute_function loop_over_groups(const fft_plan& group) {
-    if (runs_adjacent_groups(group)) return execute_groups_by_kernel;
-    return runs_two_stages(group) ? execute_groups_by_stages : execute_c2c_many_block_col_col_parallel;
+int install_parallel(fft_plan* plan) {
+    constexpr const char* name = "execute_c2c_many_block_col_col_parallel";
+    const fft_plan& group = *plan->subplans[0];
+    if (group.runs == runs_kernel_of_four_lanes)
+        return install(plan, execute_groups_by_kernel, name, runs_groups_by_kernel);
+    if (!runs_by_two_stages(group)) return install(plan, execute_c2c_many_block_col_col_parallel, name, runs_groups);
+    const bool straight = has_straight_kernels_for(group, plan->howmany[0].n / group.howmany[0].n);
+    return install(plan, execute_groups_by_stages, name, straight ? runs_groups_by_straight : runs_groups_by_stages);
 }
+
+// A plan of the form above, which runs the plan of a group at one place after the other.
+bool runs_in_groups(const fft_plan& p) {
+    return p.runs == runs_groups || p.runs == runs_groups_by_kernel || p.runs == runs_groups_by_stages ||
+           p.runs == runs_groups_by_straight;
+}
+fft_plan* group_of(const fft_plan& columns) { return columns.subplans[0]; }
 
 void execute_c2c_many_block_col_col_copy(fft_plan* plan, float* in, float* out) {
     plan_scratch scratch(plan);
@@ -95,7 +108,7 @@ void execute_blocks_by_kernel(fft_plan* plan, float* in, float* out) {
 }
 
 void execute_blocks_by_stages(fft_plan* plan, float* in, float* out) {
-    const plan_scratch scratch(plan), working(plan->subplans[0]->subplans[0]);
+    const plan_scratch scratch(plan), working(group_of(*plan->subplans[0]));
     if (scratch && working) run_blocks(*plan, in, out, scratch.data(), working.data());
 }
 
@@ -105,16 +118,8 @@ constexpr int64_t cached_output_bytes = 1 << 19;
 
 bool ends_in_stages(const fft_plan& p) {
     const fft_plan& columns = *p.subplans[0];
-    return p.howmany[0].os == 1 && p.dims[0].n * p.dims[0].os * 8 <= cached_output_bytes &&
-           columns.subplan_count == 1 && columns.subplans[0]->howmany_rank == 1 &&
-           can_run_in_four_lanes(*columns.subplans[0]);
-}
-
-// The working memory of the stages is that of the group, if it has some: where the clock had the choice, the group may
-// be a plan of another kind.
-execute_function loop_over_blocks(const fft_plan& group) {
-    if (runs_by_straight_kernel(group)) return execute_blocks_by_kernel;
-    return group.buffer ? execute_blocks_by_stages : nullptr;
+    return p.howmany[0].os == 1 && p.dims[0].n * p.dims[0].os * 8 <= cached_output_bytes && runs_in_groups(columns) &&
+           can_run_in_four_lanes(*group_of(columns));
 }
 
 void execute_c2c_many_block_col_col_trans(fft_plan* plan, float* in, float* out) {
@@ -147,17 +152,20 @@ void set_block(fft_plan* sub, const block_choice& choice, float* buffer) {
 int install_copy(fft_plan* plan) {
     constexpr const char* name = "execute_c2c_many_block_col_col_copy";
     if (!ends_in_stages(*plan)) return install(plan, execute_c2c_many_block_col_col_copy, name);
-    const fft_plan &columns = *plan->subplans[0], &group = *columns.subplans[0];
-    const execute_function execute = loop_over_blocks(group);
-    if (!execute || !attach_aux(plan, four_lanes_list_bytes(group))) return refused;
+    const fft_plan &columns = *plan->subplans[0], &group = *group_of(columns);
+    // The working memory of the stages is that of the group, if it has some: where the clock had the choice, the group
+    // may be a plan of another kind.
+    const bool straight = runs_by_straight_kernel(group);
+    if ((!straight && !group.buffer) || !attach_aux(plan, four_lanes_list_bytes(group))) return refused;
     fill_four_lanes_list(group, plan->aux, columns.howmany[0].n, plan->dims[0].os);
-    return install(plan, execute, name);
+    return straight ? install(plan, execute_blocks_by_kernel, name, runs_blocks_by_kernel)
+                    : install(plan, execute_blocks_by_stages, name, runs_blocks_by_stages);
 }
 
 int install_variant(fft_plan* plan, uint64_t variant) {
     switch (variant) {
         case block_parallel:
-            return install(plan, loop_over_groups(*plan->subplans[0]), "execute_c2c_many_block_col_col_parallel");
+            return install_parallel(plan);
         case block_copy:
             return install_copy(plan);
         default:

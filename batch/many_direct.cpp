@@ -23,7 +23,7 @@ bool side_by_side(const fft_plan& p) { return p.howmany[0].is == 1 && p.howmany[
 
 bool accepts(const fft_plan& p, bool wants_side_by_side) {
     return p.split != split_arrays && p.kind == kind_c2c && p.rank == 1 && p.howmany_rank == 1 &&
-           (p.flags == plan_flag_measured || p.dims[0].n != 64)  // the clock decides on 64
+           (is_measured(p) || p.dims[0].n != 64)  // the clock decides on 64
            && side_by_side(p) == wants_side_by_side && may_run_in_pieces(p);
 }
 
@@ -96,15 +96,8 @@ struct many_direct_form {
     const char* name;
     execute_function execute_tail;
     const char* tail_name;
+    what_runs runs = runs_as_named;  // without a tail
 };
-
-// The kernel is all that aux holds.
-template <class Kernel>
-bool attach_kernel(fft_plan* plan, Kernel kernel) {
-    if (!kernel || !attach_aux(plan, sizeof kernel)) return false;
-    *static_cast<Kernel*>(plan->aux) = kernel;
-    return true;
-}
 
 template <class Kernel>
 int solve(fft_plan* plan, const many_direct_form& form, Kernel (*lookup)(const fft_plan*, uint64_t)) {
@@ -112,12 +105,15 @@ int solve(fft_plan* plan, const many_direct_form& form, Kernel (*lookup)(const f
     const Kernel kernel = lookup(plan, plan->dims[0].n);
     const bool tail = plan->howmany[0].n % 4 != 0;
     if (!kernel || (tail && !plan_tail(plan)) || !attach_kernel(plan, kernel)) return refused;
-    return tail ? install(plan, form.execute_tail, form.tail_name) : install(plan, form.execute, form.name);
+    return tail ? install(plan, form.execute_tail, form.tail_name) : install(plan, form.execute, form.name, form.runs);
 }
 
-constexpr many_direct_form sve_form = {true, execute_groups<many_kernel, 4>, "execute_c2c_many_direct_parallel_sve",
+constexpr many_direct_form sve_form = {true,
+                                       execute_groups<many_kernel, 4>,
+                                       "execute_c2c_many_direct_parallel_sve",
                                        execute_groups_tail<many_kernel, 4>,
-                                       "execute_c2c_many_direct_parallel_sve_tail"};
+                                       "execute_c2c_many_direct_parallel_sve_tail",
+                                       runs_kernel_of_four_lanes};
 constexpr many_direct_form neon_form = {true, execute_groups<many_kernel, 2>, "execute_c2c_many_direct_parallel_neon",
                                         execute_groups_tail<many_kernel, 2>,
                                         "execute_c2c_many_direct_parallel_neon_tail"};
@@ -126,8 +122,6 @@ constexpr many_direct_form assemble_form = {
     execute_groups_tail<many_assemble_kernel, 2>, "execute_c2c_many_direct_assemble_neon_tail"};
 
 }  // namespace
-
-bool runs_adjacent_groups(const fft_plan& plan) { return plan.execute == sve_form.execute; }
 
 void execute_adjacent_groups(const fft_plan& group, float* in, float* out, int64_t count) {
     execute_until<many_kernel, 4>(&group, in, out, count);
@@ -146,6 +140,6 @@ int solve_problem_c2c_many_direct_parallel_neon(fft_plan* plan) {
 
 int solve_problem_c2c_many_direct_assemble_neon(fft_plan* plan) {
     if (solve(plan, assemble_form, lookup_many_assemble_neon) != accepted) return refused;
-    if (has_unit_strides(*plan)) plan->execute = rows_function(*plan);
-    return accepted;
+    if (!has_unit_strides(*plan)) return accepted;
+    return install(plan, rows_function(*plan), assemble_form.name, runs_rows_kernel);
 }

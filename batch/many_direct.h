@@ -3,8 +3,6 @@
 #pragma once
 #include "record/fft_plan.h"
 
-// A plan for whole groups of four transforms side by side, each group one call of a four-lane kernel.
-bool runs_adjacent_groups(const fft_plan& plan);
-
-// Any number of such groups in a row, with the kernel and the strides of the plan of one.
+// Any number of groups of four transforms side by side, each one call of a kernel. `group` is the plan of one of them,
+// which says runs_kernel_of_four_lanes.
 void execute_adjacent_groups(const fft_plan& group, float* in, float* out, int64_t count);

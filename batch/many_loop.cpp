@@ -2,8 +2,9 @@
 // dft_many: any batch that no faster row took. The outermost batch dimension is peeled into a loop over one subplan.
 // It leaves four complex transforms side by side to the four-lane form of the multi-stage solver, one-dimensional real
 // batches of unit distances to the rows in front of it, and batches in place whose later inputs would be overwritten.
-#include "dft/multi_stage.h"
+#include "dft/four_lanes.h"
 #include "dft/sizes.h"
+#include "dft/two_stages_each.h"
 #include "kernels/lookup.h"
 #include "kernels/move/move.h"
 #include "planner/solver.h"
@@ -110,7 +111,7 @@ bool is_one_kernel(const fft_plan& item) {
 int install_short_rows_and_columns(fft_plan* plan) {
     const bool forward = plan->sign == sign_forward;
     return install(plan, forward ? execute_short_rows_and_columns<true> : execute_short_rows_and_columns<false>,
-                   "execute_many");
+                   "execute_many", runs_turned_by_kernel);
 }
 
 bool turns_in_four_lanes(const fft_plan& p) {
@@ -118,8 +119,12 @@ bool turns_in_four_lanes(const fft_plan& p) {
            (turns_rows_to_columns(p) || turns_columns_to_rows(p)) && can_run_in_four_lanes(*p.subplans[0]);
 }
 
-execute_function loop_over(const fft_plan& p) {
-    return p.howmany_rank == 1 && runs_two_stages(*p.subplans[0]) ? execute_two_stages_of_many : execute_many;
+int install_loop(fft_plan* plan) {
+    const fft_plan& item = *plan->subplans[0];
+    if (plan->howmany_rank != 1 || !runs_by_two_stages(item)) return install(plan, execute_many, "execute_many");
+    const bool straight = has_straight_kernels_for(item, plan->howmany[0].n);
+    return install(plan, execute_two_stages_of_many, "execute_many",
+                   straight ? runs_straight_each : runs_two_stages_each);
 }
 
 }  // namespace
@@ -131,11 +136,12 @@ int solve_problem_dft_many(fft_plan* plan) {
     drop_outer_batch(item, plan);
     if (plan_subplans(plan->subplans, 1) != accepted) return refused;
     item = plan->subplans[0];
-    if (!turns_in_four_lanes(*plan)) return install(plan, loop_over(*plan), "execute_many");
+    if (!turns_in_four_lanes(*plan)) return install_loop(plan);
     if (is_one_kernel(*item)) return install_short_rows_and_columns(plan);
     if (!attach_buffer(plan, 2 * 4 * 8 * plan->dims[0].n) || !attach_aux(plan, four_lanes_list_bytes(*item)))
         return refused;
     const bool to_columns = turns_rows_to_columns(*plan);
     fill_four_lanes_list(*item, plan->aux, to_columns ? 4 : plan->dims[0].is, to_columns ? plan->dims[0].os : 4);
-    return install(plan, execute_rows_and_columns, "execute_many");
+    return install(plan, execute_rows_and_columns, "execute_many",
+                   runs_by_straight_kernel(*item) ? runs_turned_by_kernel : runs_turned_by_stages);
 }

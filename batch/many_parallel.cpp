@@ -17,8 +17,7 @@ bool is_faster_uncut(const fft_plan& p) {
 bool accepts(const fft_plan& p) {
     return p.split != split_arrays && (p.kind == kind_c2c || p.kind == kind_c2c_large_piece) && p.rank == 1 &&
            p.howmany_rank == 1 && p.howmany[0].n >= 5 && p.howmany[0].n % 4 != 0 &&
-           !has_large_prime_factor(p.dims[0].n) && (p.flags == plan_flag_measured || !is_faster_uncut(p)) &&
-           may_run_in_pieces(p);
+           !has_large_prime_factor(p.dims[0].n) && (is_measured(p) || !is_faster_uncut(p)) && may_run_in_pieces(p);
 }
 
 int64_t whole_groups(int64_t count) { return count & ~int64_t{3}; }

@@ -6,7 +6,6 @@
 #include "planner/solver.h"
 #include "planner/solvers.h"
 #include "record/in_place.h"
-#include "record/problem.h"
 #include "record/subplans.h"
 
 namespace {

@@ -32,7 +32,7 @@ bool reaches_far(const fft_plan& p) {
 
 bool accepts_columns(const fft_plan& p) {
     return p.kind == kind_c2c && p.howmany_rank == 1 && p.howmany[0].n >= 5 && is_batch_of_columns(p) &&
-           !has_large_prime_factor(p.dims[0].n) && (p.flags == plan_flag_measured || reaches_far(p));
+           !has_large_prime_factor(p.dims[0].n) && (is_measured(p) || reaches_far(p));
 }
 
 bool accepts_piece(const fft_plan& p) {

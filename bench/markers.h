@@ -4,12 +4,13 @@
 
 namespace bench {
 
-template <typename Act>
-[[gnu::noinline]] void act_between_markers(Act act, long count) {
+inline void begin_counting() {
 #ifdef __aarch64__
     asm volatile("hint #42" ::: "memory");
 #endif
-    for (long i = 0; i < count; ++i) act();
+}
+
+inline void end_counting() {
 #ifdef __aarch64__
     asm volatile("hint #43" ::: "memory");
 #endif

@@ -6,7 +6,7 @@
 foreach(level IN LISTS qfftf_levels)
   add_library(qfftf_inner_${level} OBJECT)
   target_link_libraries(qfftf_inner_${level} PRIVATE qfftf_inner_sources PUBLIC qfftf_options_${level})
-  target_compile_options(qfftf_inner_${level} PRIVATE ${qfftf_library_options} ${level_sections_${level}})
+  target_compile_options(qfftf_inner_${level} PRIVATE ${qfftf_library_options} ${qfftf_fuzzed_options} ${level_sections_${level}})
   target_compile_definitions(qfftf_inner_${level} PRIVATE QFFTF_LEVEL=${level})
   target_include_directories(qfftf_inner_${level} PRIVATE ${generated_dir})  # tables.h
   add_dependencies(qfftf_inner_${level} kernel_texts)

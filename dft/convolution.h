@@ -8,7 +8,6 @@
 #pragma once
 #include "dft/stage_list.h"
 #include "planner/solver.h"
-#include "record/problem.h"
 
 // One complex transform with a radix that no kernel covers. Upsampling's private copies are left to others. Factors are
 // looked for only where there is memory for the tables, so that none is long to find.

@@ -6,7 +6,6 @@
 #include "kernels/lookup.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
-#include "record/problem.h"
 
 namespace {
 
@@ -21,13 +20,6 @@ bool accepts_contiguous(const fft_plan& p) {
            (p.dims[0].n != longest_kernel || is_measured(p));
 }
 
-template <class Kernel>
-bool keep_kernel(fft_plan* plan, Kernel kernel) {
-    if (!kernel || !attach_aux(plan, sizeof kernel)) return false;
-    *static_cast<Kernel*>(plan->aux) = kernel;
-    return true;
-}
-
 void execute_strided(fft_plan* plan, float* in, float* out) {
     const auto kernel = *static_cast<const direct_strided_kernel*>(plan->aux);
     kernel(out, in, plan->dims[0].is, plan->dims[0].os, plan->aux);
@@ -39,14 +31,14 @@ void execute_contiguous(fft_plan* plan, float* in, float* out) {
 }
 
 int solve_contiguous(fft_plan* plan, direct_contig_kernel (*lookup)(const fft_plan*, uint64_t), const char* name) {
-    if (!accepts_contiguous(*plan) || !keep_kernel(plan, lookup(plan, plan->dims[0].n))) return refused;
+    if (!accepts_contiguous(*plan) || !attach_kernel(plan, lookup(plan, plan->dims[0].n))) return refused;
     return install(plan, execute_contiguous, name);
 }
 
 }  // namespace
 
 int solve_problem_c2c_1d_direct_discrete_neon(fft_plan* plan) {
-    if (!accepts_strided(*plan) || !keep_kernel(plan, lookup_direct_discrete_neon(plan, plan->dims[0].n)))
+    if (!accepts_strided(*plan) || !attach_kernel(plan, lookup_direct_discrete_neon(plan, plan->dims[0].n)))
         return refused;
     return install(plan, execute_strided, "execute_c2c_1d_direct_discrete_neon");
 }

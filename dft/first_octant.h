@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // Cosines and sines of the first octant, four at a time.
 #pragma once
-#include <cstdint>
+#include "kernels/ops/inline.h"
 
 // Vectors of both compilers, in whatever registers there are.
 typedef double double4 __attribute__((vector_size(32)));
@@ -12,7 +12,7 @@ struct four_roots {
     double4 re, im;
 };
 
-inline float8 rounded(const four_roots& v) {
+OPS_INLINE float8 rounded(const four_roots& v) {
     const float4 re = __builtin_convertvector(v.re, float4), im = __builtin_convertvector(v.im, float4);
     return __builtin_shufflevector(re, im, 0, 4, 1, 5, 2, 6, 3, 7);
 }
@@ -26,7 +26,7 @@ constexpr double taylor(int degree) {
 
 // Cosine and sine of single-precision angles from 0 to pi / 4. Rounded to single precision they are the true values
 // rounded once, for every such angle, whether multiplications and additions are fused or not: a test tries all of them.
-inline four_roots first_octant(double4 x) {
+OPS_INLINE four_roots first_octant(double4 x) {
 #ifdef __clang__
 #pragma clang fp contract(on)
 #endif

@@ -7,7 +7,6 @@
 #include "dft/sizes.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
-#include "record/problem.h"
 
 #include <cmath>
 

@@ -2,14 +2,10 @@
 // c2c_1d_sve and c2c_1d_neon: one complex transform of a smooth length as a self-sorting chain of stages (Cooley-Tukey,
 // Stockham's order), or four (SVE) and two (NEON) at once whose elements stand side by side. The twins differ by that
 // count and by their kernels; of single transforms NEON gets only those for which the clock prefers it.
-#include "dft/multi_stage.h"
-
 #include "dft/stage_list.h"
-#include "dft/stage_lookup.h"
 #include "kernels/lookup.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
-#include "record/problem.h"
 
 namespace {
 
@@ -64,24 +60,17 @@ void execute_straight(fft_plan* plan, float* in, float* out) {
     straight_kernels_of(two_stages(plan->aux)[0]).quad(out, in, d.is, d.os);
 }
 
-int install_form(fft_plan* plan, const multi_stage_form& form, uint64_t stage_count) {
-    if (stage_count == 2) {
-        const bool straight = is_batch_of_lanes(*plan, 4) && lookup_straight_quad_sve(plan, plan->dims[0].n);
-        return install(plan, straight ? execute_straight : execute_two_stages, form.two_stages);
-    }
-    return install(plan, output_serves_as_array(*plan) ? execute_contiguous : execute_discrete,
-                   has_unit_strides(*plan) ? form.contiguous : form.discrete);
+int install_two_stages(fft_plan* plan, const char* name) {
+    if (is_batch_of_lanes(*plan, 4) && lookup_straight_quad_sve(plan, plan->dims[0].n))
+        return install(plan, execute_straight, name, runs_straight_kernel);
+    return install(plan, execute_two_stages, name, runs_two_stages);
 }
 
-// `count` executions by a straight kernel, if there is one: four lanes each, or all contiguous rows in one call.
-bool execute_straight_each(const fft_dim& d, const straight_kernels& kernels, const float* in, float* out,
-                           int64_t count, int64_t in_step, int64_t out_step) {
-    if (kernels.quad) {
-        for (int64_t i = 0; i < count; ++i) kernels.quad(out + i * out_step, in + i * in_step, d.is, d.os);
-        return true;
-    }
-    if (kernels.rows) kernels.rows(out, in, in_step / 2, out_step / 2, count);
-    return kernels.rows;
+int install_form(fft_plan* plan, const multi_stage_form& form, uint64_t stage_count) {
+    if (stage_count == 2) return install_two_stages(plan, form.two_stages);
+    const char* const name = has_unit_strides(*plan) ? form.contiguous : form.discrete;
+    return output_serves_as_array(*plan) ? install(plan, execute_contiguous, name, runs_stages)
+                                         : install(plan, execute_discrete, name, runs_stages_in_scratch);
 }
 
 int solve(fft_plan* plan, const multi_stage_form& form) {
@@ -95,77 +84,6 @@ int solve(fft_plan* plan, const multi_stage_form& form) {
 }
 
 }  // namespace
-
-bool runs_two_stages(const fft_plan& plan) {
-    return plan.execute == execute_two_stages || plan.execute == execute_straight;
-}
-
-void execute_two_stages_each(fft_plan* plan, float* in, float* out, int64_t count, int64_t in_step, int64_t out_step) {
-    const plan_scratch scratch(plan);
-    if (!scratch) return;
-    const stage_record* stages = two_stages(plan->aux);
-    if (execute_straight_each(plan->dims[0], straight_kernels_of(stages[0]), in, out, count, in_step, out_step)) return;
-    for (int64_t i = 0; i < count; ++i) {
-        stages[0].kernel(&stages[0], in + i * in_step, scratch.data());
-        stages[1].kernel(&stages[1], scratch.data(), out + i * out_step);
-    }
-}
-
-namespace {
-
-many_kernel straight_kernel(const fft_plan& plan) { return lookup_straight_quad_sve(&plan, plan.dims[0].n); }
-
-// A straight kernel has a record all the same, for its strides.
-uint64_t stages_in_four_lanes(const fft_plan& plan) {
-    if (straight_kernel(plan)) return 1;
-    return plan.execute == execute_two_stages ? 2 : stage_count_of(plan.aux);
-}
-
-void copy_into_four_lanes(const fft_plan& plan, stage_record* stages, uint64_t count) {
-    const stage_record* single = plan.execute == execute_two_stages ? two_stages(plan.aux) : counted_stages(plan.aux);
-    fft_plan four = plan;  // a problem for the look-ups alone
-    four.howmany_rank = 1;
-    four.howmany[0] = {4, 1, 1};
-    for (uint64_t q = 0; q < count; ++q) {
-        stages[q] = single[q];
-        stages[q].is = stages[q].os = 4;
-        (q == 0          ? stage_lookup_first_sve
-         : q + 1 < count ? stage_lookup_other_sve
-                         : stage_lookup_last_sve)(&stages[q], &four);
-    }
-}
-
-}  // namespace
-
-bool runs_by_straight_kernel(const fft_plan& plan) { return straight_kernel(plan); }
-
-// A straight kernel needs nothing of the plan. Contiguous plans have their last table in another order, that of rows
-// side by side.
-bool can_run_in_four_lanes(const fft_plan& plan) {
-    if ((plan.howmany_rank != 0 && !is_batch_of_lanes(plan, 4)) || has_unit_strides(plan)) return false;
-    return plan.execute == execute_two_stages || plan.execute == execute_discrete || straight_kernel(plan);
-}
-
-// The count of the stages, then their records.
-uint64_t four_lanes_list_bytes(const fft_plan& plan) { return 8 + stages_in_four_lanes(plan) * sizeof(stage_record); }
-
-void fill_four_lanes_list(const fft_plan& plan, void* list, int64_t is, int64_t os) {
-    const uint64_t count = stage_count_of(list) = stages_in_four_lanes(plan);
-    stage_record* const stages = counted_stages(list);
-    const many_kernel straight = straight_kernel(plan);
-    if (!straight) copy_into_four_lanes(plan, stages, count);
-    keep_straight_kernels(stages[0], {straight, nullptr});
-    stages[0].is = is;
-    stages[count - 1].os = os;
-}
-
-void execute_four_lanes(void* list, const float* in, float* out, float* working) {
-    const stage_record* stages = counted_stages(list);
-    if (const many_kernel straight = straight_kernels_of(stages[0]).quad)
-        return straight(out, in, stages->is, stages->os);
-    const uint64_t n = stages->radix * stages->rest;
-    run_stages(stages, stage_count_of(list), in, {working, working + 8 * n}, out);
-}
 
 int solve_problem_c2c_1d_sve(fft_plan* plan) {
     return solve(

@@ -28,7 +28,8 @@ public:
         to[0] = roots_[2 * k];
         to[1] = roots_[2 * k + 1];
     }
-    // The roots of i first, i (first + 1), ... below i `end`, each `distance` entries behind the one before.
+    // The roots of i first, i (first + 1), ... below i `end`, all on the circle, each `distance` entries behind the one
+    // before.
     void take_row(int64_t i, int64_t first, int64_t end, float* to, int64_t distance) const;
     // The same of i to i + 3, side by side.
     void take_four_rows(int64_t i, int64_t first, int64_t end, float* to) const;

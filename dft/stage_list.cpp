@@ -3,6 +3,7 @@
 
 #include "dft/stage_lookup.h"
 #include "dft/twiddles.h"
+#include "kernels/level.h"
 #include "kernels/lookup.h"
 #include "record/problem.h"
 
@@ -13,6 +14,7 @@ constinit const stage_isa stages_neon = {2,
                                          stage_lookup_other_plain_neon,
                                          stage_lookup_last_plain_neon,
                                          twiddle_fill_last_neon,
+                                         false,
                                          false};
 constinit const stage_isa stages_sve = {4,
                                         stage_lookup_first_sve,
@@ -21,7 +23,8 @@ constinit const stage_isa stages_sve = {4,
                                         stage_lookup_other_plain_sve,
                                         stage_lookup_last_plain_sve,
                                         twiddle_fill_last_sve,
-                                        true};
+                                        true,
+                                        has_registers_of_four};
 
 namespace {
 
@@ -66,6 +69,16 @@ void fill_later_stages(const fft_plan* plan, stage_isa::lookup other, stage_isa:
     }
 }
 
+// Where it can, the last stage gets its rows in blocks, which costs it half the shuffles of gathers. A stage without a
+// kernel is the solver's own and knows no blocks.
+void pass_rows_in_blocks(stage_record* stages, uint64_t count) {
+    if (count < 2) return;
+    stage_record &last = stages[count - 1], &before = stages[count - 2];
+    const bool whole_groups = (before.done == 1 ? before.radix : before.done) % 4 == 0;
+    if (before.kernel && whole_groups && reads_blocks(last.radix))
+        before.spare[word_of_blocks] = last.spare[word_of_blocks] = 1;
+}
+
 straight_kernels find_straight_kernels(const fft_plan& plan) {
     const uint64_t n = plan.dims[0].n;
     if (is_batch_of_lanes(plan, 4)) return {lookup_straight_quad_sve(&plan, n), nullptr};
@@ -83,9 +96,23 @@ void fill_stages(const fft_plan* plan, const stage_isa& isa, uint64_t count, con
     const bool across_rows = !batched && has_unit_strides(*plan);
     fill_later_stages(plan, isa.other, isa.last, across_rows ? isa.fill_last : twiddle_fill_rows, list.stages, count,
                       list.tables);
+    if (across_rows && isa.passes_blocks) pass_rows_in_blocks(list.stages, count);
 }
 
 }  // namespace
+
+std::span<stage_record> stages_of(const fft_plan& plan) {
+    switch (plan.runs) {
+        case runs_two_stages:
+        case runs_straight_kernel:  // in place of the stages, which serve transforms that are left over
+            return {two_stages(plan.aux), 2};
+        case runs_stages:
+        case runs_stages_in_scratch:
+            return {counted_stages(plan.aux), stage_count_of(plan.aux)};
+        default:
+            return {};
+    }
+}
 
 stage_list multi_stage_list(void* aux, uint64_t stage_count) {
     stage_record* stages = stage_count == 2 ? two_stages(aux) : counted_stages(aux);
@@ -123,4 +150,5 @@ void fill_convolution_stages(const fft_plan* plan, const stage_isa& isa, const s
     fill_records(plan, isa, list.stages, count, radices, 1);
     fill_later_stages(plan, isa.other_plain, isa.last_plain,
                       has_unit_strides(*plan) ? isa.fill_last : twiddle_fill_rows, list.stages, count, list.tables);
+    if (has_unit_strides(*plan) && isa.passes_blocks) pass_rows_in_blocks(list.stages, count);
 }

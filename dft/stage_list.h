@@ -7,6 +7,7 @@
 #include "planner/measured.h"
 
 #include <bit>
+#include <span>
 
 // What differs between the NEON chain and the SVE chain.
 struct stage_isa {
@@ -16,6 +17,7 @@ struct stage_isa {
     lookup other_plain, last_plain;  // without batched form, for the convolution solvers
     void (*fill_last)(float* table, uint64_t n, uint64_t r, uint64_t m, uint64_t L, int64_t sign);
     bool copies_switches;
+    bool passes_blocks;  // to a last stage: see word_of_blocks
 };
 extern const stage_isa stages_neon;
 extern const stage_isa stages_sve;
@@ -27,6 +29,9 @@ constexpr uint64_t stage_record_words = sizeof(stage_record) / 8;
 inline uint64_t& stage_count_of(void* aux) { return *static_cast<uint64_t*>(aux); }
 inline stage_record* counted_stages(void* aux) { return reinterpret_cast<stage_record*>(&stage_count_of(aux) + 1); }
 inline stage_record* two_stages(void* aux) { return static_cast<stage_record*>(aux); }
+
+// The stages of a plan of c2c_1d_sve or c2c_1d_neon, in order. A plan of any other solver has none.
+std::span<stage_record> stages_of(const fft_plan& plan);
 
 // Kernels that run whole transforms of a list's length, each null where there is none or it costs more than the stages.
 // They stand in spare words of the first record: execution looks nothing up.

@@ -41,3 +41,12 @@ struct stage_record {
     uint64_t spare[7];
 };
 static_assert(sizeof(stage_record) == 16 * 8);
+
+// A spare word that isn't 0 tells the last stage, and the one in front of it, that the rows between them lie in blocks:
+// of rows 4 a to 4 a + 3, the columns 4 b to 4 b + 3 stand together, row by row, and the blocks of these rows follow
+// one another. Four rows are then loaded and transposed by one instruction. For the contiguous SVE kernels, where rows
+// and columns are multiples of four.
+constexpr int word_of_blocks = 2;
+// Larger radices would have to put aside too much of what such loads bring.
+constexpr bool reads_blocks(uint64_t radix) { return radix % 4 == 0 && radix <= 20; }
+inline bool is_in_blocks(const stage_record* stage) { return stage->spare[word_of_blocks] != 0; }

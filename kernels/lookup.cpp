@@ -2,6 +2,7 @@
 #include "kernels/lookup.h"
 
 #include "kernels/level.h"
+#include "record/fft_plan.h"
 #include "tables.h"  // generated
 
 namespace {

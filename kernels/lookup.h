@@ -3,7 +3,8 @@
 // -1, else backward) and return null for a size that the family lacks.
 #pragma once
 #include "kernels/kernel_types.h"
-#include "record/fft_plan.h"
+
+struct fft_plan;
 
 direct_contig_kernel lookup_direct_neon(const fft_plan* plan, uint64_t size);
 direct_strided_kernel lookup_direct_discrete_neon(const fft_plan* plan, uint64_t size);

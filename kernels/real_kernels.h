@@ -3,7 +3,7 @@
 #pragma once
 #include <cstdint>
 
-#include "record/fft_plan.h"
+struct fft_plan;
 
 // One or more real transforms of one size. a0 and a1 are the real side at positions 0 and 1 (even- and odd-indexed
 // elements), b0 and b1 the spectrum side: real part and imaginary part of coefficient 0 (complex storage: b1 is b0 + 1;
@@ -20,6 +20,11 @@ using real_kernel = void (*)(float* a0, float* a1, float* b0, float* b1, const i
 // Rows of a type I cosine transform: element i at in_offsets[i], result k at out_offsets[k].
 using redft00_kernel = void (*)(const float* in, float* out, const int64_t* in_offsets, const int64_t* out_offsets,
                                 int64_t count, int64_t d0, int64_t d1);
+
+// Tables of which execute functions for one length know an entry themselves: that of length n at n - 1. Kernels of
+// contiguous rows in groups of four, which write whole spectra, with the imaginary parts that are zero, or read them
+// without using those. a0 and b0, count and distances are used; count % 4 rows are left undone.
+extern const real_kernel r2c_rows_fwd[128], c2r_rows_bwd[128];
 
 // Null for a size that the family lacks.
 real_kernel lookup_r2c_direct(const fft_plan* plan, uint64_t size);

@@ -2,6 +2,7 @@
 // Look-ups of kernels of real data. The short lists that solvers search are generated.
 #include "kernels/level.h"
 #include "kernels/real_kernels.h"
+#include "record/fft_plan.h"
 #include "tables.h"  // generated
 
 namespace {

@@ -33,10 +33,10 @@ int plan_callers_problem(fft_plan** slot) {
 }  // namespace
 
 #define QFFTF_NAME_OF(level) qfftf_inner_##level
-#define QFFTF_RECORD_OF(level)                                                                                    \
-    extern const inner_library QFFTF_NAME_OF(level);                                                              \
-    const inner_library QFFTF_NAME_OF(level) = {level.name, level.description, level.needs, plan_callers_problem, \
-                                                plan_finish};
+#define QFFTF_RECORD_OF(level)                                                                    \
+    extern const inner_library QFFTF_NAME_OF(level);                                              \
+    const inner_library QFFTF_NAME_OF(level) = {(level).name, (level).description, (level).needs, \
+                                                plan_callers_problem, plan_finish};
 extern "C" {
 QFFTF_RECORD_OF(QFFTF_LEVEL)
 }

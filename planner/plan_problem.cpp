@@ -4,7 +4,6 @@
 #include "planner/measured.h"
 #include "planner/solver.h"
 #include "planner/solver_table.h"
-#include "record/problem.h"
 #include "record/thread_state.h"
 
 #include <algorithm>
@@ -70,7 +69,7 @@ int plan_problem(fft_plan** slot) {
     if (!tables_fit_into_memory(*plan)) return refused;
     const clock_reading start = read_clock();
     const bool has_arrays = plan->in && plan->out && has_imaginary_arrays(*plan);  // nothing runs without
-    const bool measured = plan->flags == plan_flag_measured && has_arrays;
+    const bool measured = is_measured(*plan) && has_arrays;
     fft_plan* saved = measured ? fft_plan_clone(plan) : nullptr;
     if (plan->flags & plan_flag_measured) plan->flags = (plan->flags & ~plan_flag_measured) | plan_flag_fast_pass;
     const int by_rules = walk_by_rules(plan);

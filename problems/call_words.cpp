@@ -64,14 +64,15 @@ int narrowed(int64_t value) {
 
 std::vector<fft_iodim> narrowed(const std::vector<fft_iodim64>& dims) {
     std::vector<fft_iodim> result;
-    result.reserve(dims.size());
+    result.reserve(dims.capacity());
     for (const auto& d : dims) result.push_back({narrowed(d.n), narrowed(d.is), narrowed(d.os)});
     return result;
 }
 
+// A list that was given has memory, even if it is a list of none.
 template <class T>
 const T* pointer(const std::vector<T>& list) {
-    return list.empty() ? nullptr : list.data();
+    return list.capacity() == 0 ? nullptr : list.data();
 }
 
 uint32_t kind_named(const std::string& name) {
@@ -143,6 +144,9 @@ void call_words::take_flag(const std::string& word) {
 }
 
 void call_words::take_list(const std::string& key, const std::string& value) {
+    if (value.empty() && key == "dims") return dims_.reserve(1);
+    if (value.empty() && key == "batch") return batch_.reserve(1);
+    if (value.empty() && key == "kinds") return kinds_.reserve(1);
     if (key == "n") n_ = list(value, number<int>);
     if (key == "inembed") inembed_ = list(value, number<int>);
     if (key == "onembed") onembed_ = list(value, number<int>);

@@ -2,8 +2,9 @@
 // A planning call in words, with any numbers at all, so that refusals can be explained:
 //   many KIND n=4,5 [howmany=3 istride=1 idist=20 ostride=1 odist=20 inembed=4,5 onembed=4,5 sign=-1 kinds=5,5 inplace]
 //   guru KIND dims=4:1:1,5:4:4 [batch=3:20:20 sign=-1 kinds=redft10,dht split wide inplace]
-// KIND is c2c, r2c, c2r or r2r; a list that isn't given is a null pointer; `wide` means the 64-bit call. The split
-// complex call has no sign: for sign=1 real and imaginary parts are exchanged on both sides, as its callers do.
+// KIND is c2c, r2c, c2r or r2r; a list that isn't given is a null pointer, dims=, batch= and kinds= alone are lists of
+// none; `wide` means the 64-bit call. The split complex call has no sign: for sign=1 real and imaginary parts are
+// exchanged on both sides, as its callers do.
 #pragma once
 #include "interface/guru_arguments.h"
 #include "interface/many_arguments.h"

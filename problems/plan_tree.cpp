@@ -37,6 +37,7 @@ std::string solver_text(const fft_plan& plan) {
     const std::string execute = without_prefix(plan.execute_name, "execute_");
     std::string text = without_prefix(plan.solver_name, "solve_problem_") + " > " + execute;
     for (uint64_t radix : radices(plan, execute)) text += " " + std::to_string(radix);
+    if (const char* words = words_of(plan.runs)) text += std::string(" [") + words + "]";
     return text;
 }
 

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // A plan as text: which solver took the problem, what it runs, and into which subproblems it broke it. For tests and
 // tools; the library itself prints nothing. Names are shortened: "c2c_1d_sve > 1d_two_stages_sve" stands for
-// solve_problem_c2c_1d_sve and execute_1d_two_stages_sve.
+// solve_problem_c2c_1d_sve and execute_1d_two_stages_sve. Where the name of an execute function doesn't tell what it
+// does, plain words follow in brackets.
 #pragma once
 #include "record/fft_plan.h"
 

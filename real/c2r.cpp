@@ -69,5 +69,5 @@ constexpr half_length_forms forms = {{execute_1d_c2r, "execute_1d_c2r"},
 
 int solve_problem_c2r_1d(fft_plan* plan) {
     if (!accepts(*plan)) return refused;
-    return solve_half_length(plan, forms, !unit_strides(*plan));
+    return solve_half_length(plan, forms, !has_unit_strides(*plan));
 }

@@ -6,6 +6,7 @@
 #include "planner/solvers.h"
 #include "real/pair_passes.h"
 #include "real/pair_subplans.h"
+#include "real/rows_kernels.h"
 #include "record/in_place.h"
 
 namespace {
@@ -23,14 +24,14 @@ bool better_one_by_one(const fft_plan& p) {
 }
 
 bool accepts_bufferized(const fft_plan& p) {
-    return is_c2r_batch(p) && (p.in == p.out || p.flags == plan_flag_measured) &&
+    return is_c2r_batch(p) && (p.in == p.out || is_measured(p)) &&
            p.howmany[0].os != 2 * p.howmany[0].is &&  // rows in their own places need no buffer
            !better_one_by_one(p);
 }
 
 bool accepts_pairs(const fft_plan& p) {
     return is_c2r_batch(p) && p.howmany[0].n >= 2 && !(p.dims[0].n != 1 && interleaved_in_place(p)) &&
-           (p.flags == plan_flag_measured || !long_rows_apart(p)) &&
+           (is_measured(p) || !long_rows_apart(p)) &&
            may_run_in_pieces(p);  // a pair written before a later row is read would spoil that row
 }
 
@@ -53,6 +54,11 @@ void execute_c2r_many(fft_plan* plan, float* in, float* out) {
     if (i < rows.n) run(plan, single_row, in + 2 * i * rows.is, out + i * rows.os);
 }
 
+// The kernels of single rows need no scratch.
+void execute_c2r_many_singly(fft_plan* plan, float* in, float* out) {
+    run_singly(plan, in, out, 2 * plan->howmany[0].is, plan->howmany[0].os);
+}
+
 void execute_c2r_many_bufferized(fft_plan* plan, float* in, float* out) {
     const plan_scratch scratch(plan);
     if (!scratch) return;
@@ -72,6 +78,11 @@ void execute_c2r_many_bufferized(fft_plan* plan, float* in, float* out) {
     }
     for (int64_t p = 0; p < pairs; ++p) finish_pair(plan, scratch.data() + 2 * p * dim.n, out + 2 * p * rows.os);
     if (rows.n & 1) run(plan, single_row, rest, out + 2 * pairs * rows.os);
+}
+
+execute_function fastest_form(const fft_plan& p) {
+    if (has_rows_kernel(p)) return rows_function<kind_c2r, single_row>(p);
+    return singles_win(p) ? execute_c2r_many_singly : execute_c2r_many;
 }
 
 }  // namespace
@@ -96,5 +107,5 @@ int solve_problem_c2r_many(fft_plan* plan) {
     if (!attach_buffer(plan, 16 * plan->dims[0].n)) return refused;
     fft_plan** const subplans = make_pair_subplans(plan);
     if (!subplans || plan_subplans(subplans, 2) != accepted) return refused;
-    return install(plan, execute_c2r_many, "execute_c2r_many");
+    return install(plan, fastest_form(*plan), "execute_c2r_many");
 }

@@ -51,7 +51,7 @@ namespace {
 // May this transform run its pass on the team? Only with the pool, unit strides, and 16384 points or more. If so, the
 // workers are asked to stay close together when a thread's share is below 8192 points.
 bool prepare_threaded_pass(const fft_plan& plan) {
-    const bool threaded = thread_backend_type() == backend_pool && unit_strides(plan) && plan.nthreads >= 2 &&
+    const bool threaded = thread_backend_type() == backend_pool && has_unit_strides(plan) && plan.nthreads >= 2 &&
                           plan.dims[0].n >= shortest_threaded_length;
     if (!threaded) return false;
     const uint64_t team = thread_limit_nthreads(plan.nthreads);
@@ -78,10 +78,10 @@ int solve_even(fft_plan* plan, const half_length_forms& forms, bool wants_buffer
     fft_plan* const sub = make_complex_subplan(plan, m);
     if (!sub) return refused;
     // It runs in place on the buffer, and so it is measured: the caller's arrays are others' between the strides.
-    if (wants_buffer && plan->flags == plan_flag_measured) sub->in = sub->out = static_cast<float*>(plan->buffer);
+    if (wants_buffer && is_measured(*plan)) sub->in = sub->out = static_cast<float*>(plan->buffer);
     if (plan_subplans(plan->subplans, 1) != accepted || !attach_half_table(plan, m)) return refused;
     if (prepare_threaded_pass(*plan)) return install_form(plan, forms.threaded);
-    return install_form(plan, unit_strides(*plan) ? forms.contiguous : forms.discrete);
+    return install_form(plan, has_unit_strides(*plan) ? forms.contiguous : forms.discrete);
 }
 
 }  // namespace

@@ -22,8 +22,6 @@ struct half_length_forms {
 // where strides (or the caller) want one; an odd length by a complex subplan of its own length in the buffer.
 int solve_half_length(fft_plan* plan, const half_length_forms& forms, bool wants_buffer);
 
-inline bool unit_strides(const fft_plan& plan) { return plan.dims[0].is == 1 && plan.dims[0].os == 1; }
-
 // A pass over pairs (k, m - k), for k from `first` to `last`, inclusive.
 using half_length_range = void (*)(const float* from, float* to, const float* table, uint64_t m, int64_t stride,
                                    uint64_t first, uint64_t last);

@@ -2,9 +2,7 @@
 // hc2r_1d: one half-complex to real transform of any length, unnormalised: an even length by a complex transform of
 // half the length, an odd one by a complex transform of the whole Hermitian spectrum.
 #include "planner/solvers.h"
-#include "real/half_complex_passes.h"
-#include "real/half_length.h"
-#include "real/real_subplan.h"
+#include "real/packed_spectrum.h"
 
 namespace {
 
@@ -14,7 +12,7 @@ void execute_hc2r_1d(fft_plan* plan, float* in, float* out) {
     const fft_dim dim = plan->dims[0];
     float* const c = scratch.data();
     hc2r_pre_pass(c, in, static_cast<const float*>(plan->aux), dim.n / 2, dim.is);
-    if (unit_strides(*plan)) return run_subplan(plan, c, out);
+    if (has_unit_strides(*plan)) return run_subplan(plan, c, out);
     run_subplan(plan, c, c);
     scatter_reals(out, c, dim.n, dim.os);
 }
@@ -32,14 +30,7 @@ void execute_1d_hc2r_odd(fft_plan* plan, float* in, float* out) {
 }  // namespace
 
 int solve_problem_hc2r_1d(fft_plan* plan) {
-    if (!is_single_r2r(*plan, r2r_hc2r)) return refused;
-    const int64_t n = plan->dims[0].n;
-    if (n & 1) {
-        if (!attach_buffer(plan, 8 * n) || !plan_buffer_subplan(plan, kind_c2c, n, sign_backward)) return refused;
-        return install(plan, execute_1d_hc2r_odd, "execute_1d_hc2r_odd");
-    }
-    if (!attach_buffer(plan, 32 * (n + 2)) || !plan_buffer_subplan(plan, kind_c2c, n / 2, sign_backward) ||
-        !attach_half_table(plan, n / 2))
-        return refused;
+    if (!is_single_r2r(*plan, r2r_hc2r) || !attach_packed(plan, sign_backward)) return refused;
+    if (plan->dims[0].n & 1) return install(plan, execute_1d_hc2r_odd, "execute_1d_hc2r_odd");
     return install(plan, execute_hc2r_1d, "execute_hc2r_1d");
 }

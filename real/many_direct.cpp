@@ -4,6 +4,7 @@
 // a count that is no multiple of 4 runs singly. Of other lengths up to four rows are taken here, one after the other.
 #include "planner/solvers.h"
 #include "real/direct_tables.h"
+#include "real/rows_kernels.h"
 #include "record/in_place.h"
 #include "record/subplans.h"
 
@@ -70,15 +71,16 @@ void execute_rows(fft_plan* plan, float* in, float* out) {
 
 struct many_direct_form {
     execute_function groups, groups_tail;
+    execute_function (*contiguous)(const fft_plan&);
     const char *groups_name, *groups_tail_name, *rows_name;
 };
 
 constexpr many_direct_form r2c_form = {execute_groups<run_r2c_kernel>, execute_groups_tail<run_r2c_kernel>,
-                                       "execute_r2c_many_direct", "execute_r2c_many_direct_tail",
-                                       "execute_r2c_many_1d_direct"};
+                                       rows_function<kind_r2c, 0>,     "execute_r2c_many_direct",
+                                       "execute_r2c_many_direct_tail", "execute_r2c_many_1d_direct"};
 constexpr many_direct_form c2r_form = {execute_groups<run_c2r_kernel>, execute_groups_tail<run_c2r_kernel>,
-                                       "execute_c2r_many_direct", "execute_c2r_many_direct_tail",
-                                       "execute_c2r_many_1d_direct"};
+                                       rows_function<kind_c2r, 0>,     "execute_c2r_many_direct",
+                                       "execute_c2r_many_direct_tail", "execute_c2r_many_1d_direct"};
 
 bool plan_single_row(fft_plan* plan) {
     if (!make_subplans(plan, 1)) return false;
@@ -92,8 +94,9 @@ int solve(fft_plan* plan, const many_direct_form& form, real_kernel kernel, int6
     if (!kernel && count > most_rows_without_kernel) return refused;
     if (!plan_single_row(plan) || !attach_r2c_direct_aux(plan, kernel, real_stride, complex_stride)) return refused;
     if (!kernel) return install(plan, execute_rows, form.rows_name);
-    if (count % group) return install(plan, form.groups_tail, form.groups_tail_name);
-    return install(plan, form.groups, form.groups_name);
+    const execute_function contiguous = has_rows_kernel(*plan) ? form.contiguous(*plan) : nullptr;
+    if (count % group) return install(plan, contiguous ? contiguous : form.groups_tail, form.groups_tail_name);
+    return install(plan, contiguous ? contiguous : form.groups, form.groups_name);
 }
 
 }  // namespace

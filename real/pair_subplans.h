@@ -22,6 +22,19 @@ inline void run(fft_plan* plan, pair_subplan which, float* in, float* out) {
     plan->subplans[which]->execute(plan->subplans[which], in, out);
 }
 
+// Contiguous rows of which the kernel for a single row takes less time than half of a pair's transform and passes. That
+// of 32 points backward doesn't: it computes in double precision.
+inline bool singles_win(const fft_plan& p) {
+    const fft_dim d = p.dims[0];
+    return d.is == 1 && d.os == 1 && (d.n == 64 || (d.n == 32 && p.kind == kind_r2c));
+}
+
+// All rows as single ones. `in_step` and `out_step` in floats.
+inline void run_singly(fft_plan* plan, float* in, float* out, int64_t in_step, int64_t out_step) {
+    const int64_t count = plan->howmany[0].n;
+    for (int64_t i = 0; i < count; ++i) run(plan, single_row, in + i * in_step, out + i * out_step);
+}
+
 // Rows that are contiguous and far apart, and long enough that one half-length transform each is faster.
 inline bool long_rows_apart(const fft_plan& p) {
     return p.dims[0].n > 80 && p.dims[0].is == 1 && p.dims[0].is + p.dims[0].os < p.howmany[0].is + p.howmany[0].os;

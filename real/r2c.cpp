@@ -67,5 +67,5 @@ constexpr half_length_forms forms = {{execute_1d_r2c, "execute_1d_r2c"},
 
 int solve_problem_r2c_1d(fft_plan* plan) {
     if (!accepts(*plan)) return refused;
-    return solve_half_length(plan, forms, !unit_strides(*plan) || plan->double_os == 1);
+    return solve_half_length(plan, forms, !has_unit_strides(*plan) || plan->double_os == 1);
 }

@@ -6,6 +6,7 @@
 #include "planner/solvers.h"
 #include "real/pair_passes.h"
 #include "real/pair_subplans.h"
+#include "real/rows_kernels.h"
 #include "record/in_place.h"
 
 namespace {
@@ -20,13 +21,13 @@ bool is_r2c_batch(const fft_plan& p) {
 }
 
 bool accepts_bufferized(const fft_plan& p) {
-    return is_r2c_batch(p) && (p.in == p.out || p.flags == plan_flag_measured) &&
+    return is_r2c_batch(p) && (p.in == p.out || is_measured(p)) &&
            p.howmany[0].is != 2 * p.howmany[0].os;  // rows in their own places need no buffer
 }
 
 bool accepts_pairs(const fft_plan& p) {
     return is_r2c_batch(p) && !interleaved_in_place(p) &&
-           (p.flags == plan_flag_measured || !long_rows_apart(p) || p.dims[0].n == length_where_pairs_win) &&
+           (is_measured(p) || !long_rows_apart(p) || p.dims[0].n == length_where_pairs_win) &&
            may_run_in_pieces(p);  // a pair written before a later row is read would spoil that row
 }
 
@@ -49,6 +50,11 @@ void execute_r2c_many(fft_plan* plan, float* in, float* out) {
     if (i < rows.n) run(plan, single_row, in + i * rows.is, out + 2 * i * rows.os);
 }
 
+// The kernels of single rows need no scratch.
+void execute_r2c_many_singly(fft_plan* plan, float* in, float* out) {
+    run_singly(plan, in, out, plan->howmany[0].is, 2 * plan->howmany[0].os);
+}
+
 void execute_r2c_many_bufferized(fft_plan* plan, float* in, float* out) {
     const plan_scratch scratch(plan);
     if (!scratch) return;
@@ -63,6 +69,11 @@ void execute_r2c_many_bufferized(fft_plan* plan, float* in, float* out) {
         for (int64_t j = 0; j < dim.n; ++j) rest[j] = in[2 * pairs * rows.is + j * dim.is];
     for (int64_t p = 0; p < pairs; ++p) finish_pair(plan, scratch.data() + 2 * p * dim.n, out + 4 * p * rows.os);
     if (rows.n & 1) run(plan, single_row, rest, out + 4 * pairs * rows.os);
+}
+
+execute_function fastest_form(const fft_plan& p) {
+    if (has_rows_kernel(p)) return rows_function<kind_r2c, single_row>(p);
+    return singles_win(p) ? execute_r2c_many_singly : execute_r2c_many;
 }
 
 }  // namespace
@@ -83,5 +94,5 @@ int solve_problem_r2c_many(fft_plan* plan) {
     if (!attach_buffer(plan, 16 * plan->dims[0].n)) return refused;
     fft_plan** const subplans = make_pair_subplans(plan);
     if (!subplans || plan_subplans(subplans, 2) != accepted) return refused;
-    return install(plan, execute_r2c_many, "execute_r2c_many");
+    return install(plan, fastest_form(*plan), "execute_r2c_many");
 }

@@ -25,7 +25,7 @@ struct sorensen_form {
 bool accepts(const fft_plan& p) {
     return p.dims[0].n <= longest && p.dims[0].n > 1 && p.split != split_arrays && p.kind == kind_c2r &&
            p.sign == sign_backward  // the stages have kernels of this direction only
-           && p.nthreads < 2 && p.howmany_rank == 0 && p.rank == 1 && unit_strides(p) &&
+           && p.nthreads < 2 && p.howmany_rank == 0 && p.rank == 1 && has_unit_strides(p) &&
            factor_list_strip(p.dims[0].n, radix_order_sorensen, radix_order_sorensen_count) == 1;
 }
 

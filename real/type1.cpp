@@ -100,7 +100,8 @@ int solve_problem_redft00_1d(fft_plan* plan) {
     if (!attach_buffer(plan, 32 * m) || !plan_buffer_subplan(plan, kind_c2c, m, sign_forward) ||
         !attach_half_table(plan, m))
         return refused;
-    return install(plan, execute_redft00, unit_strides(*plan) ? "execute_redft00_1d" : "execute_redft00_1d_discrete");
+    return install(plan, execute_redft00,
+                   has_unit_strides(*plan) ? "execute_redft00_1d" : "execute_redft00_1d_discrete");
 }
 
 // The execute name is that of the table slot through which type I sine transforms were once reached.

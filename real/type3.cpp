@@ -36,8 +36,8 @@ void rotate_pairs8(float* z, const input_order<sine>& x, const rotation_tables& 
     for (int i = 0; i < 2; ++i) {
         const int64_t j = k + 4 * i;
         const mirror4_result c =
-            rotated_inverse_mirror4(front[i], back[i], load4(tables.quarter + 2 * j),
-                                    load4_down(tables.quarter + 2 * (m - j)), load4(tables.half + 2 * (j - 1)));
+            rotate_and_mirror4(front[i], back[i], load4(tables.quarter + 2 * j),
+                               load4_down(tables.quarter + 2 * (m - j)), load4(tables.half + 2 * (j - 1)));
         store4(z + 2 * j, c.front);
         store_back(z + 2 * (m - j), c.back);
     }

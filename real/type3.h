@@ -24,16 +24,15 @@ inline void rotate_forth(float* z, float a, float b, const float* w) {
 
 // Four elements (a, b) as complex numbers, their rotation, and the pre pass of c2r on the rotated: `front` and `back`
 // with the tables' entries for both, `w` of the half table. The rotation leaves its result conjugated.
-inline mirror4_result rotated_inverse_mirror4(complex4 front, complex4 back, complex4 q_front, complex4 q_back,
-                                              complex4 w) {
+inline mirror4_result rotate_and_mirror4(complex4 front, complex4 back, complex4 q_front, complex4 q_back, complex4 w) {
     const complex4 conjugate = pairs_of(1, -1), a = mul(front, q_front), b = mul(back, q_back);
     const complex4 s = fma_parts(b, a, conjugate), p = mul_conjugate_negated(w, fms_parts(b, a, conjugate));
     return {add_i(s, p), add_i(p, s)};
 }
 
 // The same for elements (b, a), the parts swapped.
-inline mirror4_result swapped_rotated_inverse_mirror4(complex4 front, complex4 back, complex4 q_front, complex4 q_back,
-                                                      complex4 w) {
+inline mirror4_result rotate_swapped_and_mirror4(complex4 front, complex4 back, complex4 q_front, complex4 q_back,
+                                                 complex4 w) {
     const complex4 conjugate = pairs_of(1, -1), a = mul_conjugate(front, q_front), b = mul_conjugate(back, q_back);
     const complex4 s = fms_from(b, a, conjugate), p = mul_conjugate(w, fma_parts(b, a, conjugate));
     return {sub_i(p, s), sub_i(s, p)};

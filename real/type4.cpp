@@ -69,11 +69,10 @@ void rotate_pairs4(float* a, float* b, const float* x, const rotation_tables& ta
     const auto back = neighbours<sine>::of(load4_down(x + h - 2 * k - 1), load4(x + h + 2 * k - 1));
     const complex4 q_front = load4(tables.quarter + 2 * k), q_back = load4_down(tables.quarter + 2 * (q - k));
     const complex4 w = load4(tables.half + 2 * (k - 1));
-    const mirror4_result of_a =
-        swapped_rotated_inverse_mirror4(front.differences, back.differences, q_front, q_back, w);
+    const mirror4_result of_a = rotate_swapped_and_mirror4(front.differences, back.differences, q_front, q_back, w);
     store4(a + 2 * k, of_a.front);
     store_back(a + 2 * (q - k), of_a.back);
-    const mirror4_result of_b = rotated_inverse_mirror4(front.sums, back.sums, q_front, q_back, w);
+    const mirror4_result of_b = rotate_and_mirror4(front.sums, back.sums, q_front, q_back, w);
     store4(b + 2 * k, of_b.front);
     store_back(b + 2 * (q - k), of_b.back);
 }

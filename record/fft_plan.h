@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The plan record: problem, finished plan and the caller's handle in one. A plan of any depth is a tree of these.
 #pragma once
+#include "record/what_runs.h"
+
 #include <cstdint>
 
 // One dimension of a transform or of a batch. Strides count elements of their side's own type: complex pairs on an
@@ -67,6 +69,7 @@ struct fft_plan {
     float* out;
     float* out_imag;
     uint32_t flags;  // plan_flag
+    what_runs runs;  // what `execute` does, in padding
     void* spare_buffer;
     int32_t blocked_is;  // this group is set only on the subplans of solve_bufferized_problem
     int32_t blocked_os;

@@ -31,6 +31,7 @@ std::string tree_json(const fft_plan& plan, int count) {
     std::string text = "{" + member("problem", quoted(problem_text(plan)));
     if (count > 1) text += ", " + member("count", std::to_string(count));
     text += ", " + member("solver", quoted(plan.solver_name)) + ", " + member("execute", quoted(plan.execute_name));
+    if (const char* words = words_of(plan.runs)) text += ", " + member("runs", quoted(words));
     text += ", \"radices\": [";
     const std::vector<uint64_t> radices = plan_radices(plan);
     for (size_t q = 0; q < radices.size(); ++q) text += (q ? ", " : "") + std::to_string(radices[q]);

@@ -17,7 +17,7 @@ which documented demand it fails.
 A problem is one argument, KIND SIZES [WORD ...]:
     'c2c 1024'   'r2c 64x100 inplace'   'redft10/dht 32x32'   'c2c 100 batch=8 interleaved backward'
     'c2c 360 measured'   'c2c 256 batch=1000 threads=4'   'c2c 16 istride=2 ostride=3'   'transpose 100x200'
-or a planning call with its arguments, whatever they are; lists that are not given are null pointers:
+or a planning call with its arguments, whatever they are; lists that are not given are null pointers, dims= is empty:
     'many r2c n=4,8 howmany=3 idist=40 odist=20 onembed=4,5 inplace'   'many r2r n=4,5 kinds=redft10,dht'
     'guru c2c dims=16:1:1 batch=10:16:16,2:160:160 sign=1 split wide'   'guru c2c batch=100:1:200,200:100:1'
     'guru c2c dims=16:1:1 batch=2:160:160,10:16:16 sign=1 split'
@@ -37,6 +37,7 @@ constexpr char plan_legend[] = R"(A tree shows a problem, and under it what take
         c2c_1d_sve > 1d_two_stages_sve 32 32  buffer 8192  aux 8520
         the solver > the function that it runs, the radices of its stages, and its storage in bytes:
         buffer  scratch of executions;  aux  tables and kernel pointers, or borrowed: another record's
+        [words]  what really runs, where several functions share the name
 
 Subproblems are indented below. owned: all that the plan holds until it is destroyed. per execution: what a thread that
 has never made a plan allocates while it executes one (a thread that has made one works in the plan's buffers).

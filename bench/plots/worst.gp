@@ -10,9 +10,9 @@ set boxwidth 0.9
 set yrange [0:*]
 set grid ytics
 set xtics rotate by -40
-set key top left noenhanced
+set key below noenhanced
 do for [first in "2 5"] {
-    set title (first == 2 ? "L2" : "largest")." error, the worst of all lengths, units of 2^{-24} sqrt(log_2 n)"
+    set title (first == 2 ? "L2" : "largest")." error, units of 2^{-24} sqrt(log_2 n)"
     plot ARG1 skip 1 using (column(int(first))):xtic(1) linecolor rgb "#1f6f8b" title "libqfftf", \
          "" skip 1 using (column(int(first) + 1)) linecolor rgb "#999999" title "libfftw3f", \
          "" skip 1 using (column(int(first) + 2)) linecolor rgb "#c98b2b" title "pocketfft (scipy)"

@@ -12,13 +12,18 @@ inline void store4(float* p, complex4 v) {
     vst1q_f32(p, v.lo);
     vst1q_f32(p + 4, v.hi);
 }
-typedef int64_t offsets4 __attribute__((vector_size(32)));
-inline offsets4 offsets_of(int64_t first, int64_t step) {
-    return offsets4{first, first + step, first + 2 * step, first + 3 * step};
-}
+// the offset of the first and the step from one to the next
+struct offsets4 {
+    int64_t first, step;
+};
+inline offsets4 offsets_of(int64_t first, int64_t step) { return {first, step}; }
+inline offsets4 operator+(offsets4 a, offsets4 b) { return {a.first + b.first, a.step + b.step}; }
+inline offsets4& operator+=(offsets4& a, offsets4 b) { return a = a + b; }
 inline complex4 gather4(const float* p, offsets4 at) {
-    return {vcombine_f32(vld1_f32(p + 2 * at[0]), vld1_f32(p + 2 * at[1])),
-            vcombine_f32(vld1_f32(p + 2 * at[2]), vld1_f32(p + 2 * at[3]))};
+    p += 2 * at.first;
+    const float* const third = p + 4 * at.step;
+    return {vcombine_f32(vld1_f32(p), vld1_f32(p + 2 * at.step)),
+            vcombine_f32(vld1_f32(third), vld1_f32(third + 2 * at.step))};
 }
 inline void copy_part(const float* source, float* destination, int64_t n) {
     for (int64_t i = 0; i < n; ++i) destination[i] = source[i];

@@ -7,6 +7,7 @@
 //   load(p, d), store(p, d, v)   one complex number at p, the other d floats further (pairs)
 //   lanes_apart(d), load(p, o)   offsets of lanes d floats apart, a load of lanes at such offsets (SVE)
 //   store(p, o, v)               a store of lanes at such offsets (SVE)
+//   load_transposed(p), part<J>(v)   four vectors from 16 numbers in a row, number 4 i + J in lane i of part J (SVE)
 //   load_backward(p)             the complex number at p and those in front of it, in descending order
 //   but_imaginary_of_first()     mask of all but the imaginary part of element 0; ..._of_last: when loaded backward
 //   conjugation()                1 and -1 in turn: fma_all and fms_all by it add and subtract a conjugate

@@ -123,6 +123,15 @@ OPS_INLINE vec fms(vec a, vec b, vec k) {
 OPS_INLINE vec twice_minus(vec a, vec b, vec) { return sub(add(a, a), b); }
 OPS_INLINE vec twice_minus_into_b(vec a, vec b, vec two) { return twice_minus(a, b, two); }
 
+struct four_vectors {
+    const float* p;
+};
+OPS_INLINE four_vectors load_transposed(const float* p) { return {p}; }
+template <int j>
+OPS_INLINE vec part(four_vectors v) {
+    return load(v.p + 2 * j, lane_offsets{8});
+}
+
 OPS_INLINE vec zip_lo(vec a, vec b) { return {neon_pair::zip_lo(a.lo, b.lo), neon_pair::zip_hi(a.lo, b.lo)}; }
 OPS_INLINE vec zip_hi(vec a, vec b) { return {neon_pair::zip_lo(a.hi, b.hi), neon_pair::zip_hi(a.hi, b.hi)}; }
 

@@ -19,6 +19,7 @@ OPS_INLINE vec load(const float* p0, const float* p1, const float* p2, const flo
     return vld1q_lane_f32(p3, vld1q_lane_f32(p2, vld1q_lane_f32(p1, vld1q_dup_f32(p0), 1), 2), 3);
 }
 OPS_INLINE vec load_three(const float* p) { return vcombine_f32(vld1_f32(p), vld1_dup_f32(p + 2)); }
+OPS_INLINE vec load_zeros() { return vdupq_n_f32(0); }
 OPS_INLINE vec load_same(const float* p) { return vld1q_dup_f32(p); }
 OPS_INLINE vec load_both(const float* p) {
     return vreinterpretq_f32_u64(vld1q_dup_u64(reinterpret_cast<const uint64_t*>(p)));
@@ -26,6 +27,7 @@ OPS_INLINE vec load_both(const float* p) {
 OPS_INLINE vec load_both(const float* re, const float* im) { return vzip1q_f32(vld1q_dup_f32(re), vld1q_dup_f32(im)); }
 OPS_INLINE void store(float* p, vec a) { vst1q_f32(p, a); }
 OPS_INLINE void store_low(float* p, vec a) { vst1_f32(p, vget_low_f32(a)); }
+OPS_INLINE void store_high(float* p, vec a) { vst1_f32(p, vget_high_f32(a)); }
 OPS_INLINE void store_lowest(float* p, vec a) { vst1q_lane_f32(p, a, 0); }
 template <int lane>
 OPS_INLINE void store_lane(float* p, vec a) {
@@ -85,11 +87,13 @@ OPS_INLINE vec load(const float* p0, const float* p1, const float* p2, const flo
     return vec{*p0, *p1, *p2, *p3};
 }
 OPS_INLINE vec load_three(const float* p) { return vec{p[0], p[1], p[2], p[2]}; }
+OPS_INLINE vec load_zeros() { return vec{}; }
 OPS_INLINE vec load_same(const float* p) { return vec{*p, *p, *p, *p}; }
 OPS_INLINE vec load_both(const float* re, const float* im) { return vec{*re, *im, *re, *im}; }
 OPS_INLINE vec load_both(const float* p) { return load_both(p, p + 1); }
 OPS_INLINE void store(float* p, vec a) { std::memcpy(p, &a, sizeof a); }
 OPS_INLINE void store_low(float* p, vec a) { p[0] = a[0], p[1] = a[1]; }
+OPS_INLINE void store_high(float* p, vec a) { p[0] = a[2], p[1] = a[3]; }
 OPS_INLINE void store_lowest(float* p, vec a) { *p = a[0]; }
 template <int lane>
 OPS_INLINE void store_lane(float* p, vec a) {
@@ -158,6 +162,11 @@ OPS_INLINE void store(float* p0, float* p1, float* p2, float* p3, vec a) {
 OPS_INLINE void store_low(float* p0, float* p1, vec a) {
     store_lowest(p0, a);
     store_lane<1>(p1, a);
+}
+// Two numbers of a row and two of the next.
+OPS_INLINE void store_two_rows(float* p, int64_t d, vec a) {
+    store_low(p, a);
+    store_high(p + d, a);
 }
 // Lanes at equal distances.
 OPS_INLINE vec load_apart(const float* p, int64_t d) { return load(p, p + d, p + 2 * d, p + 3 * d); }

@@ -44,6 +44,16 @@ OPS_INLINE svfloat64_t whole(vec a) { return svreinterpret_f64_f32(a); }
 OPS_INLINE vec zip_lo(vec a, vec b) { return svreinterpret_f32_f64(svzip1_f64(whole(a), whole(b))); }
 OPS_INLINE vec zip_hi(vec a, vec b) { return svreinterpret_f32_f64(svzip2_f64(whole(a), whole(b))); }
 
+// Four vectors from 16 complex numbers at p: number 4 i + j stands in lane i of part j.
+using four_vectors = svfloat64x4_t;
+OPS_INLINE four_vectors load_transposed(const float* p) {
+    return svld4_f64(svptrue_b64(), reinterpret_cast<const double*>(p));
+}
+template <int j>
+OPS_INLINE vec part(four_vectors v) {
+    return svreinterpret_f32_f64(svget4_f64(v, j));
+}
+
 }  // namespace sve_quad
 
 #elif defined(__aarch64__)
@@ -97,6 +107,14 @@ OPS_INLINE vec constant(const float* p) { return portable::constant<4>(p); }
 OPS_INLINE vec conjugation() { return portable::conjugation<4>(); }
 OPS_INLINE vec same(float k) { return portable::same<4>(k); }
 OPS_INLINE row_twiddle load_row(const float* p) { return constant(p); }
+struct four_vectors {
+    const float* p;
+};
+OPS_INLINE four_vectors load_transposed(const float* p) { return {p}; }
+template <int j>
+OPS_INLINE vec part(four_vectors v) {
+    return load(v.p + 2 * j, lane_offsets{8});
+}
 
 }  // namespace sve_quad
 

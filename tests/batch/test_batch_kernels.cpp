@@ -62,7 +62,7 @@ TEST(BatchKernels, ExecutionLooksNothingUp) {
 }
 
 // The kernel is called as any caller of c2c_many_direct_assemble_neon would: with the distances of both batches.
-TEST(BatchKernels, Row23KeepsTheKernelOfItsForm) {
+TEST(BatchKernels, OfTheAssembleFormStandInAux) {
     for (int64_t n = 2; n <= 64; ++n)
         for (const int64_t sign : {sign_forward, sign_backward})
             for (const int64_t count : {2, 4, 5, 8}) {

@@ -81,7 +81,7 @@ TEST(BatchLoop, SplitPlansNeverReachIt) {
     EXPECT_EQ(solve_problem_dft_many(p.get()), refused);
 }
 
-TEST(SplitLoop, ItemsShowTheirRealPartsAlone) {
+TEST(SplitLoop, ShowsItsItemsTheirRealPartsAlone) {
     static float in_imag[4096], out_imag[4096];  // apart, as far as the layout reaches
     plan_pointer p = problem{.dims = {{9, 1, 1}}, .batch = {{3, 100, 90}, {2, 9, 9}}}.record(in_array, out_array);
     p->split = split_arrays;
@@ -100,7 +100,7 @@ TEST(SplitLoop, ItemsShowTheirRealPartsAlone) {
     EXPECT_EQ(solve_problem_dft_many_split(p.get()), refused);
 }
 
-TEST(ManyDirect, FourLanesForNeighbours) {
+TEST(ManyDirect, TakesNeighboursFourAtATime) {
     const plan_pointer p = planned({.dims = {{16, 8, 8}}, .batch = {{8, 1, 1}}, .in_place = true});
     // Columns of more than four meet the tuned blocks first.
     ASSERT_EQ(top(p), "solve_problem_c2c_many_block_col_col: execute_c2c_many_block_col_col_parallel");
@@ -114,7 +114,7 @@ TEST(ManyDirect, FourLanesForNeighbours) {
     EXPECT_EQ(adjacent->aux_owned, 1u);
 }
 
-TEST(ManyDirect, TailsOfOneToThree) {
+TEST(ManyDirect, LeavesTailsOfOneToThreeToASubplan) {
     for (int64_t count : {1, 2, 3, 5, 6, 7, 9}) {
         const problem adjacent = {.dims = {{16, 10, 10}}, .batch = {{count, 1, 1}}};
         const problem apart = {.dims = {{16, 1, 1}}, .batch = {{count, 20, 20}}};
@@ -146,7 +146,7 @@ TEST(ManyDirect, EachRowHasItsDistances) {
     EXPECT_TRUE(taken_by(solve_problem_c2c_many_direct_assemble_neon, one_side));
 }
 
-TEST(ManyDirect, Length64OnlyWhenMeasured) {
+TEST(ManyDirect, TakesLength64OnlyWhenMeasured) {
     for (auto solver : {solve_problem_c2c_many_direct_parallel_sve, solve_problem_c2c_many_direct_parallel_neon}) {
         EXPECT_FALSE(taken_by(solver, {.dims = {{64, 4, 4}}, .batch = {{4, 1, 1}}}));
         EXPECT_TRUE(taken_by(solver, {.dims = {{64, 4, 4}}, .batch = {{4, 1, 1}}, .flags = plan_flag_measured}));
@@ -194,7 +194,7 @@ TEST(BatchInFours, TwoTunedShapesStayWholeUnlessMeasured) {
     EXPECT_TRUE(taken_by(solve_problem_c2c_many_parallel, {.dims = {{2048, 1025, 1025}}, .batch = {{1025, 1, 2}}}));
 }
 
-TEST(BlocksOfRows, SquaresOfPowersOfTwo) {
+TEST(BlocksOfRows, TakeSquaresOfPowersOfTwo) {
     const int64_t n = 2048;
     const plan_pointer p = planned({.dims = {{n, 1, 1}}, .batch = {{n, n + 3, n}}});
     ASSERT_EQ(top(p), "solve_problem_c2c_many_block_row_row: execute_c2c_many_block_row_row");
@@ -213,7 +213,7 @@ TEST(BlocksOfRows, SquaresOfPowersOfTwo) {
     EXPECT_FALSE(taken_by(solver, {.dims = {{2048, 1, 1}}, .batch = {{2048, 2049, 2048}}, .in_place = true}));
 }
 
-TEST(Dimensions, RowsFirstThenColumnsOnTheOutput) {
+TEST(Dimensions, RunAsRowsFirstThenAsColumnsOnTheOutput) {
     const plan_pointer p = planned({.dims = {{4, 700, 600}, {5, 70, 60}, {6, 7, 9}}, .batch = {}});
     ASSERT_EQ(top(p), "solve_problem_multidimension: execute_multidimension");
     const fft_plan &rows = *p->subplans[0], &columns = *p->subplans[1];
@@ -264,7 +264,7 @@ TEST(Dimensions, LeavesOneDimensionBatchesAndComplexToRealToOthers) {
               "solve_problem_dft_many: execute_many");
 }
 
-TEST(ComplexToRealDimensions, IntermediateInTheArrayOnlyInPlace) {
+TEST(ComplexToRealDimensions, HaveTheirIntermediateInTheArrayOnlyInPlace) {
     const std::vector<fft_dim> padded = {{4, 12, 24}, {3, 4, 8}, {7, 1, 1}};
     const plan_pointer p = planned({.kind = kind_c2r, .dims = padded, .batch = {}, .in_place = true});
     ASSERT_EQ(top(p), "solve_problem_c2r_multidimension: execute_c2r_multidimension");

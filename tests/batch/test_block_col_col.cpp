@@ -89,7 +89,7 @@ TEST(BlockColCol, OneSideOfColumnsTakesCopyingCasesOnly) {
     EXPECT_FALSE(taken({.dims = {{64, 2, 2}}, .batch = {{256, 128, 128}}})) << "neither side";
 }
 
-TEST(BlockColCol, Refusals) {
+TEST(BlockColCol, RefusesOtherShapes) {
     EXPECT_FALSE(taken({.dims = {{64, 1, 1}}, .batch = {{256, 1, 1}}})) << "rows";
     EXPECT_FALSE(taken(columns(64, 4, 4))) << "one group";
     EXPECT_FALSE(taken(columns(64, 258, 258))) << "no multiple of 4";
@@ -172,7 +172,7 @@ TEST(BlockColCol, FormsCompute) {
 }
 
 // One kernel call for each group, between columns of any distance on both sides.
-TEST(BlockColCol, StraightKernels) {
+TEST(BlockColCol, IsRightByStraightKernels) {
     for (const int64_t n : {64, 128})
         for (const int64_t sign : {-1, 1})
             for (const int64_t count : {8, 12, 132}) {

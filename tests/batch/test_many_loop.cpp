@@ -4,21 +4,21 @@
 #include "planner/solvers.h"
 #include "reshape_columns.h"
 
-TEST(ManyLoop, RowsToColumns) {
+TEST(ManyLoop, TurnsRowsIntoColumns) {
     for (const int64_t n : {22, 64, 100, 128, 216, 1000, 2048})  // straight, of two stages, three and four
         for (const int64_t count : {1, 3, 4, 5, 8, 11})
             check_both_directions(solve_problem_dft_many, batch_of({n, 1, count + 2}, {count, n + 3, 1}),
                                   "execute_many");
 }
 
-TEST(ManyLoop, ColumnsToRows) {
+TEST(ManyLoop, TurnsColumnsIntoRows) {
     for (const int64_t n : {7, 22, 64, 100, 128, 216, 1000, 2048})
         for (const int64_t count : {1, 3, 4, 5, 8, 11})
             check_both_directions(solve_problem_dft_many, batch_of({n, count + 2, 1}, {count, 1, n + 3}),
                                   "execute_many");
 }
 
-TEST(ManyLoop, TwoStagesEach) {
+TEST(ManyLoop, RunsTwoStagesForEachTransform) {
     for (const int64_t n : {22, 64, 100, 1024})
         for (const int64_t count : {1, 2, 7}) {
             check(solve_problem_dft_many, batch_of({n, 1, 1}, {count, n, n + 1}), "execute_many");
@@ -28,7 +28,7 @@ TEST(ManyLoop, TwoStagesEach) {
 }
 
 // Groups of four and what is left of them, both directions, several distances of the rows on both sides.
-TEST(ManyLoop, StraightKernelsFourAtATime) {
+TEST(ManyLoop, RunsStraightKernelsFourAtATime) {
     for (const int64_t n : {64, 128})
         for (int64_t count = 1; count <= 9; ++count) {
             for (const fft_dim rows : {fft_dim{count, n, n}, {count, n, n + 7}, {count, n + 36, n}})
@@ -40,7 +40,7 @@ TEST(ManyLoop, StraightKernelsFourAtATime) {
 }
 
 // Windows that overlap are read more than once.
-TEST(ManyLoop, StraightKernelsOnOverlappingRows) {
+TEST(ManyLoop, RunsStraightKernelsOnOverlappingRows) {
     for (const int64_t n : {64, 128}) {
         constexpr int64_t count = 10, step = 16;
         const complex_array signal = complex_noise(n + (count - 1) * step, 5);

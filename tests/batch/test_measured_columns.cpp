@@ -23,7 +23,7 @@ problem columns(int64_t n, int64_t count, int64_t width) {
 
 }  // namespace
 
-TEST(MeasuredColumns, GatheredBlocksTransformOverAnyGroup) {
+TEST(MeasuredColumns, AreRightInBlocksThatAreGatheredOverAnyGroup) {
     std::map<std::string, int> groups;
     for (int seed = 1; seed <= 30; ++seed) {
         const problem p = columns(64, 256, 256);

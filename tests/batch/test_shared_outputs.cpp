@@ -154,7 +154,7 @@ TEST(SharedOutputs, NothingElseIsWrittenByRules) { check_all(0); }
 TEST(SharedOutputs, NothingElseIsWrittenByMeasuredPlans) { check_all(plan_flag_measured); }
 
 // Transforms one element apart are what a forgotten distance gives.
-TEST(SharedOutputs, AForgottenDistance) {
+TEST(SharedOutputs, OfAForgottenDistanceAreAllThatIsWritten) {
     tally count;
     for (const uint32_t flags : {uint32_t{0}, uint32_t{plan_flag_measured}})
         for (const int64_t n : {210, 945, 1000, 4096})
@@ -164,7 +164,7 @@ TEST(SharedOutputs, AForgottenDistance) {
 }
 
 // Rows and columns of two dimensions, interleaved and on top of each other.
-TEST(SharedOutputs, TwoDimensions) {
+TEST(SharedOutputs, OfTwoDimensionsAreAllThatIsWritten) {
     tally count;
     uint64_t seed = 0;
     for (const kind_case& kind : kinds)

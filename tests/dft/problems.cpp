@@ -81,12 +81,19 @@ fft_plan record_of(const complex_problem& p) {
 }
 
 std::string description(const complex_problem& p, const fft_plan* plan) {
-    std::string text = "n " + std::to_string(p.n) + (p.sign == -1 ? " forward" : " backward") + " is " +
-                       std::to_string(p.is) + " os " + std::to_string(p.os);
-    if (p.in_place) text += " in place";
-    if (p.lanes) text += " lanes " + std::to_string(p.lanes);
-    if (p.flags) text += " flags " + std::to_string(p.flags);
-    if (p.nthreads > 1) text += " threads " + std::to_string(p.nthreads);
+    std::string text = "c2c " + std::to_string(p.n);
+    const auto given = [&](const char* word, int64_t value, int64_t usual) {
+        if (value != usual) text += word + std::to_string(value);
+    };
+    if (p.sign == sign_backward) text += " backward";
+    if (p.in_place) text += " inplace";
+    if (p.lanes) text += " batch=" + std::to_string(p.lanes) + " interleaved";
+    given(" istride=", p.is, count_of(p));
+    given(" ostride=", p.os, count_of(p));
+    if (p.flags == plan_flag_measured) text += " measured";
+    given(" threads=", p.nthreads, 1);
+    if (p.flags != plan_flag_measured) given(", flags ", p.flags, 0);
+    if (p.sign != sign_backward) given(", sign ", p.sign, sign_forward);
     if (!plan) return text + ": no plan";
     return text + " by " + (plan->solver_name ? plan->solver_name : "one solver") + ", " + plan->execute_name;
 }

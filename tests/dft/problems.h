@@ -23,7 +23,7 @@ struct complex_problem {
 // A record in the state that the planner receives, without arrays.
 fft_plan record_of(const complex_problem& p);
 
-// What a failing test prints.
+// What a failing test prints: the problem in the words that qfftf-plan reads, and what took it.
 std::string description(const complex_problem& p, const fft_plan* plan);
 
 // A planned record. With a solve function that one alone plans the top record; else solver_table does.

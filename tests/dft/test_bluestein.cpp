@@ -43,7 +43,7 @@ TEST(Bluestein, TakesEveryLengthWithALargePrimeFactor) {
         EXPECT_FALSE(bool(planned(others[i], solve_problem_c2c_1d_bluestein_sve))) << i;
 }
 
-TEST(Bluestein, StorageNamesAndSubplan) {
+TEST(Bluestein, HasItsToldStorageNamesAndSubplan) {
     for (const bluestein_case& c : cases)
         for (const complex_problem& p : layouts(c)) {
             const planned plan(record_of(p), solve_problem_c2c_1d_bluestein_sve);
@@ -60,7 +60,7 @@ TEST(Bluestein, StorageNamesAndSubplan) {
 }
 
 // The pieces of aux follow one another without gaps.
-TEST(Bluestein, AuxWordByWord) {
+TEST(Bluestein, LaysItsAuxOutWordByWord) {
     for (const bluestein_case& c : cases)
         for (const complex_problem& p : layouts(c)) {
             SCOPED_TRACE(description(p, nullptr));
@@ -92,7 +92,7 @@ TEST(Bluestein, AuxWordByWord) {
         }
 }
 
-TEST(Bluestein, TheKernelTableBeforeItsTransform) {
+TEST(Bluestein, FillsItsKernelTableWithTheScaledChirp) {
     for (int64_t sign : {-1, 0, 1}) {
         constexpr uint64_t p = 43, M = 96;
         float chirp[2 * p], kernel[2 * M];
@@ -130,7 +130,7 @@ TEST(Bluestein, MeasuredPlansCompute) {
         }
 }
 
-TEST(Bluestein, RoutesOfLengthsWithALargePrimeFactor) {
+TEST(Bluestein, TakesTheLargePrimeFactorsThatRaderLeaves) {
     const auto execution = [](int64_t n) { return planned(record_of({n})).execution(); };
     for (int64_t n : {41, 43, 53, 61, 67, 71, 73, 79, 82, 2 * 1009, 37 * 41})
         EXPECT_EQ(execution(n), "execute_1d_rader_sve") << n;

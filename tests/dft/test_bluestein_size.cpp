@@ -48,18 +48,18 @@ uint64_t expected_size(uint64_t p) {
 
 }  // namespace
 
-TEST(BluesteinSize, Examples) {
+TEST(BluesteinSize, IsThatOfTheKnownExamples) {
     const std::vector<std::pair<uint64_t, uint64_t>> examples = {
         {41, 96},   {47, 96},   {53, 120},  {61, 128},   {67, 144},    {83, 192},    {97, 196},   {101, 256},
         {127, 256}, {131, 280}, {251, 504}, {509, 1024}, {1009, 2048}, {1763, 3528}, {1949, 3920}};
     for (const auto& [p, size] : examples) EXPECT_EQ(bluestein_padded_size(p), size) << p;
 }
 
-TEST(BluesteinSize, EverySizeBelowTwentyThousand) {
+TEST(BluesteinSize, IsTheLeastAcceptedProductBelowTwentyThousand) {
     for (uint64_t p = 1; p < 20000; ++p) EXPECT_EQ(bluestein_padded_size(p), expected_size(p)) << p;
 }
 
-TEST(BluesteinSize, LongEnoughAndSmooth) {
+TEST(BluesteinSize, IsLongEnoughAndSmooth) {
     for (uint64_t p = 38; p < 200000; p += 7) {
         const uint64_t size = bluestein_padded_size(p);
         EXPECT_GE(size, 2 * p - 1) << p;
@@ -95,7 +95,7 @@ std::vector<uint64_t> accepted_sizes(uint64_t limit) {
 }  // namespace
 
 // Between two accepted sizes every p takes the larger one: both ends and the middle of each gap.
-TEST(BluesteinSize, TheNextAcceptedProductForLongLengths) {
+TEST(BluesteinSize, IsTheNextAcceptedProductForLongLengths) {
     const std::vector<uint64_t> sizes = accepted_sizes(uint64_t{1} << 52);
     ASSERT_GT(sizes.size(), 5000u);
     uint64_t compared = 0;

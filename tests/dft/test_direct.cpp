@@ -80,7 +80,7 @@ TEST(Direct, TheDirectionsHaveDifferentKernels) {
     EXPECT_EQ(lookup_direct_neon(&odd_sign, 5), lookup_direct_neon(&backward, 5));
 }
 
-TEST(Direct, Routes) {
+TEST(Direct, IsReachedByLengthsWithAKernelAndNoOthers) {
     EXPECT_EQ(planned(record_of({32})).solver(), "solve_problem_c2c_1d_direct_neon");
     EXPECT_EQ(planned(record_of({64, -1, 2, 1})).solver(), "solve_problem_c2c_1d_direct_discrete_neon");
     EXPECT_EQ(planned(record_of({64, -1, 1, 2})).solver(), "solve_problem_c2c_1d_direct_discrete_neon");

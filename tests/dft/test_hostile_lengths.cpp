@@ -89,7 +89,7 @@ bool has_kernel_factor(int64_t n) {
 
 }  // namespace
 
-TEST(HostileLengths, BeyondAnyMemory) {
+TEST(HostileLengths, BeyondAnyMemoryAreRefusedAtOnce) {
     const int64_t two_to_46 = int64_t{1} << 46;
     for (const int64_t n : {
              two_to_46,                                      // smooth
@@ -116,7 +116,7 @@ TEST(HostileLengths, SearchNothingSlowly) {
 }
 
 // Each table of such a transform would fit for itself.
-TEST(HostileLengths, TablesThatDoNotFitTogether) {
+TEST(HostileLengths, WhoseTablesDoNotFitTogetherAreRefused) {
     const auto bytes = static_cast<int64_t>(memory_bytes());
     int64_t no_kernel = bytes / 60, power = 1 << 20;
     while (has_kernel_factor(no_kernel)) ++no_kernel;

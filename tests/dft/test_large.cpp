@@ -19,7 +19,7 @@ bool is_large(const complex_problem& p) { return planned(record_of(p)).solver() 
 
 }  // namespace
 
-TEST(Large, Acceptance) {
+TEST(Large, TakesLongPowersOfTwoByThreadCount) {
     for (int64_t n : {4096, 8192, 16384, 32768, 65536, 1 << 17, 1 << 18})
         for (int64_t nthreads : {0, 1, 2, 4})
             EXPECT_EQ(is_large(with_threads(n, nthreads)), n > (nthreads <= 1 ? 32768 : 4096))
@@ -38,7 +38,7 @@ TEST(Large, Acceptance) {
     for (size_t i = 0; i < others.size(); ++i) EXPECT_FALSE(bool(planned(others[i], solve_problem_c2c_1d_large))) << i;
 }
 
-TEST(Large, StorageAndSubplans) {
+TEST(Large, HasItsToldStorageAndSubplans) {
     const struct {
         int64_t n, r, m, nthreads;
     } cases[] = {{65536, 256, 256, 1}, {1 << 17, 256, 512, 1}, {8192, 64, 128, 4}, {1 << 18, 512, 512, 2}};
@@ -75,7 +75,7 @@ TEST(Large, StorageAndSubplans) {
 }
 
 // Four columns at a time stand together; every product of a power of two has full groups only.
-TEST(Large, TwiddlesBitByBit) {
+TEST(Large, HasItsTwiddlesBitByBit) {
     for (int64_t sign : {-1, 1}) {
         complex_problem p = with_threads(8192, 2);
         p.sign = sign;
@@ -91,7 +91,7 @@ TEST(Large, TwiddlesBitByBit) {
     }
 }
 
-TEST(Large, Computes) {
+TEST(Large, IsRightInBothDirections) {
     for (int64_t n : {8192, 65536, 1 << 17}) {
         if (is_emulated && n > 65536) continue;
         const sample expected(n);
@@ -170,7 +170,7 @@ void there_and_back(int64_t n, int64_t threads_there, int64_t threads_back) {
 }  // namespace
 
 // With one thread and with several the rows that take a length differ.
-TEST(Large, PowersOfTwoThereAndBack) {
+TEST(Large, GivesTheInputAgainThereAndBack) {
     for (int64_t n = 4096; n <= (is_emulated ? 65536 : 1 << 24); n *= 2) {
         there_and_back(n, 1, 3);
         if (n <= (is_emulated ? 8192 : 1 << 20)) there_and_back(n, 3, 1);

@@ -24,13 +24,13 @@ void contiguous(int64_t first, int64_t last) {
 
 }  // namespace
 
-TEST(Lengths, Contiguous1To1024) { contiguous(1, 1024); }
+TEST(Lengths, From1To1024AreRight) { contiguous(1, 1024); }
 
-TEST(Lengths, Contiguous1025To1536) { contiguous(1025, 1536); }
+TEST(Lengths, From1025To1536AreRight) { contiguous(1025, 1536); }
 
-TEST(Lengths, Contiguous1537To2048) { contiguous(1537, 2048); }
+TEST(Lengths, From1537To2048AreRight) { contiguous(1537, 2048); }
 
-TEST(Lengths, InPlaceAndStrided1To512) {
+TEST(Lengths, From1To512AreRightInPlaceAndStrided) {
     for (int64_t n = 1; n <= 512; n += is_emulated && n > 64 ? 19 : 1) {
         const sample expected(n);
         const int64_t sign = n % 2 ? -1 : 1;
@@ -43,14 +43,14 @@ TEST(Lengths, InPlaceAndStrided1To512) {
     }
 }
 
-TEST(Lengths, OfTheTables) {
+TEST(Lengths, OfTheTablesAreRight) {
     std::set<uint64_t> sizes;
     for (const schedule_row& row : schedule_table_main)
         if (row.size > 2048 && row.size <= (is_emulated ? 2700 : 16384)) sizes.insert(row.size);
     for (uint64_t n : sizes) EXPECT_TRUE(computes({int64_t(n), n % 4 ? 1 : -1}));
 }
 
-TEST(Lengths, LargePrimesAndTheirProducts) {
+TEST(Lengths, OfLargePrimesAndTheirProductsAreRight) {
     for (int64_t n : {41 * 41, 41 * 43, 47 * 59, 2 * 1009}) both_directions(n);
     // the primes whose padded size has a rule of its own
     const std::vector<int64_t> exceptions = {1949, 2501, 2503, 3373, 3391, 3397, 4859, 5039, 6053, 6113,
@@ -69,7 +69,7 @@ TEST(Lengths, LargePrimesAndTheirProducts) {
         }
 }
 
-TEST(Lengths, LargePrimesInPlaceAndStrided) {
+TEST(Lengths, OfLargePrimesAreRightInPlaceAndStrided) {
     for (int64_t n : {41 * 41, 41 * 43, 47 * 59, 2 * 1009, 1949, 2501}) {
         if (is_emulated && n != 41 * 41 && n != 2 * 1009) continue;
         const sample expected(n);
@@ -79,7 +79,7 @@ TEST(Lengths, LargePrimesInPlaceAndStrided) {
     }
 }
 
-TEST(Lengths, LongOnes) {
+TEST(Lengths, ThatAreLongAreRight) {
     for (int64_t n : {8192, 16384, 32768, 65536, 3 * 32768, 1 << 17, 1 << 18, 1 << 19, 1 << 20})
         if (!is_emulated || n == 32768 || n == 65536) {
             EXPECT_TRUE(computes({n, -1}));

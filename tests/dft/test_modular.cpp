@@ -40,7 +40,7 @@ TEST(Modular, ProductsAgreeWithWideIntegers) {
     }
 }
 
-TEST(Modular, AllProductsOfASmallPrime) {
+TEST(Modular, ProductsOfASmallPrimeAreAllRight) {
     for (uint64_t a = 0; a < 257; ++a)
         for (uint64_t b = 0; b < 257; ++b) EXPECT_EQ(mul_mod(a, b, 257), a * b % 257);
 }
@@ -60,13 +60,13 @@ TEST(Modular, PowersAgreeWithWideIntegers) {
     }
 }
 
-TEST(Modular, KnownPrimitiveRoots) {
+TEST(Modular, PrimitiveRootsAreTheKnownOnes) {
     EXPECT_EQ(smallest_primitive_root(41), 6u);
     EXPECT_EQ(smallest_primitive_root(43), 3u);
     EXPECT_EQ(smallest_primitive_root(47), 5u);
 }
 
-TEST(Modular, SmallestPrimitiveRootOfEveryPrime) {
+TEST(Modular, RootIsTheSmallestPrimitiveOneOfEveryPrime) {
     for (uint64_t p = 3; p < 10000; p += 2) {
         if (!is_prime(p)) continue;
         uint64_t g = 2;

@@ -59,7 +59,7 @@ const int64_t chain_lengths[] = {2, 7, 22, 36, 64, 128, 210, 1000, 1024, 2048, 4
 
 }  // namespace
 
-TEST(MultiStage, Acceptance) {
+TEST(MultiStage, TakesSmoothLengthsSinglyAndFourSideBySide) {
     for (const chain_row& row : chain_rows) {
         const int64_t lanes = row.isa.lanes;
         for (int64_t n : {2, 22, 32, 64, 4096}) {
@@ -87,7 +87,7 @@ TEST(MultiStage, Acceptance) {
     }
 }
 
-TEST(MultiStage, StorageAndNames) {
+TEST(MultiStage, HasItsToldStorageAndNames) {
     for (const chain_row& row : chain_rows)
         for (int64_t n : chain_lengths)
             for (const complex_problem& p : layouts(n, row.isa.lanes)) {
@@ -114,7 +114,18 @@ TEST(MultiStage, SharedOutputsAreNoWorkingArray) {
         }
 }
 
-TEST(MultiStage, RecordsWordByWord) {
+// Registers of four lanes, a last radix of 4, 8, 12, 16 or 20, and rows of the stage in front of it that fill groups of
+// four.
+static bool passes_blocks(const stage_isa& isa, const std::vector<uint64_t>& radices) {
+    const size_t s = radices.size();
+    if (!isa.passes_blocks || s < 2) return false;
+    uint64_t done = 1;
+    for (size_t q = 0; q + 2 < s; ++q) done *= radices[q];
+    const uint64_t rows = s == 2 ? radices[0] : done, last = radices[s - 1];
+    return rows % 4 == 0 && (last == 4 || last == 8 || last == 12 || last == 16 || last == 20);
+}
+
+TEST(MultiStage, LaysItsRecordsOutWordByWord) {
     for (const chain_row& row : chain_rows)
         for (int64_t n : chain_lengths)
             for (const complex_problem& p : layouts(n, row.isa.lanes)) {
@@ -146,14 +157,16 @@ TEST(MultiStage, RecordsWordByWord) {
                     const bool four_lanes = q == 0 && p.lanes == 4, contiguous = p.lanes == 0 && p.is == 1 && p.os == 1;
                     EXPECT_EQ(kernels.quad, four_lanes ? lookup_straight_quad_sve(&record, n) : nullptr);
                     EXPECT_EQ(kernels.rows, q == 0 && contiguous ? lookup_straight_rows(&record, n) : nullptr);
-                    for (size_t i = 2; i < std::size(stage.spare); ++i) EXPECT_EQ(stage.spare[i], 0u);
+                    const bool in_blocks = contiguous && q + 2 >= s && passes_blocks(row.isa, radices);
+                    EXPECT_EQ(is_in_blocks(&stage), in_blocks) << q;
+                    for (size_t i = word_of_blocks + 1; i < std::size(stage.spare); ++i) EXPECT_EQ(stage.spare[i], 0u);
                 }
                 EXPECT_LE(tables, aux + plan->aux_size);
             }
 }
 
 // Other stages have plain rows. So has the last one, unless its kernel runs across rows.
-TEST(MultiStage, TablesBitByBit) {
+TEST(MultiStage, HasItsTablesBitByBit) {
     for (const chain_row& row : chain_rows)
         for (int64_t n : chain_lengths)
             for (const complex_problem& p : layouts(n, row.isa.lanes)) {
@@ -200,7 +213,7 @@ TEST(MultiStage, EveryFormComputes) {
     }
 }
 
-TEST(MultiStage, Routes) {
+TEST(MultiStage, IsReachedInTheFormThatTheLayoutAsksFor) {
     const auto execution = [](const complex_problem& p) { return planned(record_of(p)).execution(); };
     EXPECT_EQ(execution({64}), "execute_1d_two_stages_sve");
     EXPECT_EQ(execution({22}), "execute_1d_two_stages_sve");

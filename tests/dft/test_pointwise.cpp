@@ -49,7 +49,7 @@ void check(const operation& op, uint64_t count, int64_t a_stride, int64_t b_stri
 
 }  // namespace
 
-TEST(Pointwise, EveryCountAndStride) {
+TEST(Pointwise, IsRightForEveryCountAndStride) {
     for (const operation& op : operations)
         for (uint64_t count = 0; count <= 21; ++count)
             for (int64_t a : {1, 3})

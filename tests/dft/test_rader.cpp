@@ -34,7 +34,7 @@ const rader_case cases[] = {
 
 }  // namespace
 
-TEST(Rader, Acceptance) {
+TEST(Rader, TakesPrimesWithASmoothPredecessorTimesASmoothNumber) {
     for (const rader_row& row : rader_rows) {
         for (int64_t n : {41, 43, 53, 61, 67, 2 * 41, 2 * 1009, 37 * 41, 64 * 97})
             EXPECT_TRUE(bool(planned(record_of({n}), row.solve))) << n << row.suffix;
@@ -56,7 +56,7 @@ TEST(Rader, RefusesWhatIsNotOneComplexTransform) {
         for (size_t i = 0; i < others.size(); ++i) EXPECT_FALSE(bool(planned(others[i], row.solve))) << i;
 }
 
-TEST(Rader, StorageNamesAndSubplan) {
+TEST(Rader, HasItsToldStorageNamesAndSubplan) {
     for (const rader_row& row : rader_rows)
         for (const rader_case& c : cases)
             for (const complex_problem& p : convolution_layouts(c.n)) {
@@ -74,7 +74,7 @@ TEST(Rader, StorageNamesAndSubplan) {
 }
 
 // The pieces of aux follow one another without gaps.
-TEST(Rader, AuxWordByWord) {
+TEST(Rader, LaysItsAuxOutWordByWord) {
     for (const rader_row& row : rader_rows)
         for (const rader_case& c : cases)
             for (const complex_problem& p : convolution_layouts(c.n)) {
@@ -155,7 +155,7 @@ TEST(Rader, MeasuredPlansCompute) {
     EXPECT_EQ(stages[1].radix * stages[2].radix, 60u);
 }
 
-TEST(Rader, TablesForEverySign) {
+TEST(Rader, FillsItsTablesForEverySign) {
     for (int64_t sign : {-1, 0, 1, 2}) {
         float kernel[80], expected[2];
         uint64_t in[40], out[40];

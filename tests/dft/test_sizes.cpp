@@ -72,7 +72,7 @@ radices greedy(uint64_t n, const uint64_t* list = radix_order_main, int count = 
 
 }  // namespace
 
-TEST(Smoothness, EdgeCases) {
+TEST(Smoothness, IsToldAtTheEdges) {
     for (uint64_t n : {0, 1, 37, 2 * 37, 37 * 37}) EXPECT_EQ(has_large_prime_factor(n), 0) << n;
     for (uint64_t n : {41, 2 * 41}) EXPECT_EQ(has_large_prime_factor(n), 1) << n;
     EXPECT_EQ(has_large_prime_factor(uint64_t{1} << 63), 0);
@@ -86,18 +86,18 @@ TEST(Smoothness, AgreesWithTrialDivision) {
     for (uint64_t n = 2; n < 20000; ++n) EXPECT_EQ(has_large_prime_factor(n), prime_factors(n).back() > 37) << n;
 }
 
-TEST(Primes, EdgeCases) {
+TEST(Primes, AreToldAtTheEdges) {
     for (uint64_t n : {0, 1, 2, 3, 5}) EXPECT_EQ(is_prime(n), 1) << n;
     for (uint64_t n : {4, 9, 25, 1681, 1763}) EXPECT_EQ(is_prime(n), 0) << n;
 }
 
-TEST(Primes, AgreesWithFactors) {
+TEST(Primes, AgreeWithTheFactors) {
     for (uint64_t n = 2; n < 20000; ++n) EXPECT_EQ(is_prime(n), prime_factors(n).size() == 1) << n;
     for (uint64_t p : {46337, 65521, 99991})
         for (uint64_t q : {46337, 65521}) EXPECT_EQ(is_prime(p * q), 0) << p << " times " << q;
 }
 
-TEST(Primes, PowersOfTwo) {
+TEST(Primes, PowersOfTwoAreTold) {
     EXPECT_EQ(is_power_of_two(0), 1);
     for (int e = 0; e < 64; ++e) {
         EXPECT_EQ(is_power_of_two(uint64_t{1} << e), 1) << e;
@@ -107,7 +107,7 @@ TEST(Primes, PowersOfTwo) {
     }
 }
 
-TEST(FactorLists, ContainsAndStrip) {
+TEST(FactorLists, FindAndStripFactors) {
     EXPECT_EQ(factor_list_contains(37, radix_order_main, 0), 0);
     for (uint64_t n = 0; n < 100; ++n)
         EXPECT_EQ(factor_list_contains(n, radix_order_main, radix_order_main_count), int(kernel_sizes.count(n))) << n;
@@ -119,7 +119,7 @@ TEST(FactorLists, ContainsAndStrip) {
         EXPECT_EQ(factor_list_strip(n, radix_order_main, radix_order_main_count) == 1, !has_large_prime_factor(n)) << n;
 }
 
-TEST(Greedy, Examples) {
+TEST(Greedy, CutsTheKnownExamples) {
     EXPECT_EQ(greedy(0), radices());
     EXPECT_EQ(greedy(1), radices());
     EXPECT_EQ(greedy(1000), (radices{20, 10, 5}));
@@ -190,7 +190,7 @@ TEST(Tables, EveryRowIsACutIntoKernelSizes) {
     check_rows(schedule_table_sorensen, radix_order_sorensen, radix_order_sorensen_count);
 }
 
-TEST(Tables, OrderOfRows) {
+TEST(Tables, StandInTheirOrder) {
     std::vector<uint64_t> falls;
     std::map<uint64_t, int> rows_of_size;
     for (int i = 0; i < schedule_table_main_rows; ++i) {
@@ -203,7 +203,7 @@ TEST(Tables, OrderOfRows) {
         EXPECT_EQ(count, size == 24 || size == 36 || size == 112 || size == 336 ? 2 : 1) << size;
 }
 
-TEST(Schedule, EdgeCases) {
+TEST(Schedule, IsRightAtTheEdges) {
     EXPECT_EQ(schedule_of(1), radices());
     EXPECT_EQ(schedule_of(36), (radices{6, 6}));
     EXPECT_EQ(schedule_of(336), (radices{3, 14, 8}));
@@ -274,7 +274,7 @@ TEST(Schedule, SizesInNoTableAreCutGreedily) {
     }
 }
 
-TEST(Schedule, NullArgumentsAndSizeZeroWriteNothing) {
+TEST(Schedule, WritesNothingForNullArgumentsAndSizeZero) {
     const fft_plan plan = one_transform(64);
     uint64_t list[radix_list_words] = {99};
     radix_schedule_result result = {77, 88};

@@ -107,7 +107,7 @@ TEST(Unit, EveryRootAgreesWithTheOctantTable) {
             }
 }
 
-TEST(Unit, CloseToTheTrueRoot) {
+TEST(Unit, IsCloseToTheTrueRoot) {
     for (int64_t n : {3, 5, 7, 41, 360, 1009, 32768})
         for (int64_t k = 0; k < n; ++k) {
             const long double angle = 2 * 3.14159265358979323846264338327950288L * k / n;
@@ -173,19 +173,19 @@ void for_all_stages(void (*check)(const stage&)) {
 
 }  // namespace
 
-TEST(Layouts, PlainRows) {
+TEST(Layouts, OfPlainRowsHoldEveryTwiddle) {
     for_all_stages([](const stage& s) { check_layout(twiddle_fill_rows, plain_entry, s); });
 }
 
-TEST(Layouts, Pairs) {
+TEST(Layouts, OfPairsHoldEveryTwiddle) {
     for_all_stages([](const stage& s) { check_layout(twiddle_fill_lanes2, pairs_entry, s); });
 }
 
-TEST(Layouts, Fours) {
+TEST(Layouts, OfFoursHoldEveryTwiddle) {
     for_all_stages([](const stage& s) { check_layout(twiddle_fill_lanes4, fours_entry, s); });
 }
 
-TEST(Layouts, Row0ThenPairs) {
+TEST(Layouts, OfRow0ThenPairsHoldEveryTwiddle) {
     for_all_stages([](const stage& s) { check_layout(twiddle_fill_row0_pairs, row0_pairs_entry, s, 1); });
 }
 

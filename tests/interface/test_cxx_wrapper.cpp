@@ -29,7 +29,7 @@ void expect_near(complex a, complex b) { EXPECT_LT(std::abs(a - b), 1e-4f * (1 +
 
 }  // namespace
 
-TEST(CxxWrapper, ComplexForwardAndInPlaceBackward) {
+TEST(CxxWrapper, TransformsComplexForwardAndInPlaceBackward) {
     auto x = ramp(24);
     std::vector<complex> y(24);
     const auto forth = qfftf::plan_c2c({24}, std::span(x), std::span(y), qfftf::forward);
@@ -40,7 +40,7 @@ TEST(CxxWrapper, ComplexForwardAndInPlaceBackward) {
     for (int j = 0; j < 24; ++j) expect_near(y[j] / 24.0f, x[j]);
 }
 
-TEST(CxxWrapper, BatchesWithLayouts) {
+TEST(CxxWrapper, PlansBatchesWithLayouts) {
     auto x = ramp(40);
     std::vector<complex> y(40);
     const qfftf::batch columns = {5, {.stride = 5, .distance = 1}, {}};
@@ -52,7 +52,7 @@ TEST(CxxWrapper, BatchesWithLayouts) {
         for (int k = 0; k < 8; ++k) expect_near(y[8 * t + k], coefficient(&x[t], 8, 5, k, -1));
 }
 
-TEST(CxxWrapper, RealThereAndBackOnNewArrays) {
+TEST(CxxWrapper, TransformsRealThereAndBackOnNewArrays) {
     std::vector<float> x(60), z(60);
     std::vector<complex> y(6 * 6);
     for (size_t i = 0; i < x.size(); ++i) x[i] = float(i % 11) - 5;
@@ -78,13 +78,13 @@ TEST(CxxWrapper, RealInPlaceHasPaddedRows) {
     for (size_t i = 1; i < 20; ++i) expect_near(array[i], 0);
 }
 
-TEST(CxxWrapper, RealToReal) {
+TEST(CxxWrapper, TransformsRealToReal) {
     std::vector<float> x = {1, 2, 3, 4}, y(4);
     qfftf::plan_r2r({4}, std::span(x), std::span(y), {qfftf::r2r::dht})();
     EXPECT_NEAR(y[0], 10, 1e-5);
 }
 
-TEST(CxxWrapper, ConstInputs) {
+TEST(CxxWrapper, LeavesConstInputsAlone) {
     const auto x = ramp(24);
     std::vector<complex> y(24);
     for (const auto flags : {qfftf::rules, qfftf::measured}) {
@@ -119,7 +119,7 @@ std::span<complex> told_span(std::uintptr_t address, std::size_t length) {
 
 }  // namespace
 
-TEST(CxxWrapper, DefaultDistancesOfBatches) {
+TEST(CxxWrapper, HasDefaultDistancesForBatches) {
     const auto lengths = [](const qfftf::sizes& n, const qfftf::batch& b) {
         const std::size_t much = std::size_t{1} << 40;
         const auto plan = qfftf::plan_c2c(n, told_span(std::uintptr_t{1} << 50, much),
@@ -172,7 +172,7 @@ TEST(CxxWrapper, PlansMoveAndDoNotCopy) {
     expect_near(y[0], coefficient(x.data(), 8, 1, 0, -1));
 }
 
-TEST(CxxWrapper, OnePlanPerThread) {
+TEST(CxxWrapper, LetsEveryThreadHaveAPlan) {
     auto x = ramp(360);
     qfftf::per_thread<qfftf::c2c_plan> plans([&] {
         static thread_local std::vector<complex> out(360);

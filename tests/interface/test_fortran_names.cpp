@@ -121,7 +121,7 @@ TWIN(qsl_fftf_init_threads)
 TWIN(qsl_fftf_cleanup_threads)
 TWIN(qsl_fftf_plan_with_nthreads)
 
-TEST(FortranNames, BasicPlans) {
+TEST(FortranNames, MakeBasicPlans) {
     SAME_PLAN(qsl_fftf_plan_dft_1d, 8, ca, cb, -1, 32u);
     SAME_PLAN(qsl_fftf_plan_dft_2d, 8, 9, ca, cb, 1, 0u);
     SAME_PLAN(qsl_fftf_plan_dft_3d, 8, 9, 10, ca, cb, -1, 0u);
@@ -140,14 +140,14 @@ TEST(FortranNames, BasicPlans) {
     SAME_PLAN(qsl_fftf_plan_r2r, 3, n, a, b, kinds, 0u);
 }
 
-TEST(FortranNames, ManyPlans) {
+TEST(FortranNames, MakeManyPlans) {
     SAME_PLAN(qsl_fftf_plan_many_dft, 3, n, 6, ca, embed, 2, 1000, cb, nullptr, 3, 1100, 1, 32u);
     SAME_PLAN(qsl_fftf_plan_many_dft_r2c, 3, n, 6, a, nullptr, 2, 1000, cb, embed, 3, 1100, 32u);
     SAME_PLAN(qsl_fftf_plan_many_dft_c2r, 3, n, 6, ca, embed, 2, 1000, b, nullptr, 3, 1100, 32u);
     SAME_PLAN(qsl_fftf_plan_many_r2r, 3, n, 6, a, embed, 2, 1000, b, nullptr, 3, 1100, kinds, 32u);
 }
 
-TEST(FortranNames, GuruPlans) {
+TEST(FortranNames, MakeGuruPlans) {
     SAME_PLAN(qsl_fftf_plan_guru_dft, 2, dims, 1, batch, ca, cb, 7, 32u);
     SAME_PLAN(qsl_fftf_plan_guru_dft_r2c, 2, dims, 1, batch, a, cb, 32u);
     SAME_PLAN(qsl_fftf_plan_guru_dft_c2r, 2, dims, 1, batch, ca, b, 32u);
@@ -164,7 +164,7 @@ TEST(FortranNames, GuruPlans) {
     SAME_PLAN(qsl_fftf_plan_guru64_split_dft_c2r, 2, dims64, 1, batch64, a, b, c, 32u);
 }
 
-TEST(FortranNames, Execution) {
+TEST(FortranNames, ExecutePlans) {
     fft_plan plan = {};
     plan.in = a;
     plan.out = b;
@@ -180,7 +180,7 @@ TEST(FortranNames, Execution) {
     SAME_RUN(qsl_fftf_execute_split_dft_c2r, &plan, a, b, d);
 }
 
-TEST(FortranNames, Housekeeping) {
+TEST(FortranNames, DoTheHousekeeping) {
     const qsl_fftf_plan none = nullptr;
     qsl_fftf_destroy_plan_(&none);
     fake::clear();

@@ -68,7 +68,7 @@ bool takes_rank_0(const family& f) { return f.split == -1 && (f.kind == kind_c2c
 
 }  // namespace
 
-TEST(GuruArguments, ValidOnesPass) {
+TEST(GuruArguments, PassIfTheyAreValid) {
     for_all_calls([](const family& f, width w) {
         for (int rank = takes_rank_0(f) ? 0 : 1; rank <= 4; ++rank)
             for (int howmany_rank = 0; howmany_rank <= 4; ++howmany_rank)
@@ -252,7 +252,7 @@ int expect_shape_rule(int rank, const fft_iodim* d, int howmany_rank, const fft_
 
 }  // namespace
 
-TEST(ShapeTest, EdgeOfTwoDimensions) {
+TEST(ShapeTest, IsExactAtTheEdgeOfTwoDimensions) {
     const fft_iodim none[1] = {};
     const fft_iodim refused[] = {{2, 3, 100}, {4, 2, 1}};  // 2 is below 3, and 3 is at most 6
     EXPECT_FALSE(guru_shape_test(2, refused, 0, none));
@@ -262,7 +262,7 @@ TEST(ShapeTest, EdgeOfTwoDimensions) {
     EXPECT_TRUE(guru_shape_test(2, exchanged, 0, none));
 }
 
-TEST(ShapeTest, OverSmallNumbers) {
+TEST(ShapeTest, AgreesWithItsRuleOverSmallNumbers) {
     int counts[2] = {};
     const fft_iodim batches[][3] = {{{2, 1, 1}, {2, 1, 1}, {2, 1, 1}},
                                     {{2, 6, 6}, {3, 2, 2}, {2, 1, 1}},

@@ -11,11 +11,11 @@
 extern "C" int plan_with_pairs_of_floats(void);
 extern "C" int plan_with_complex_numbers(void);
 
-TEST(Header, C99) { EXPECT_EQ(plan_with_pairs_of_floats(), 0); }
+TEST(Header, IsC99) { EXPECT_EQ(plan_with_pairs_of_floats(), 0); }
 
-TEST(Header, C99BehindComplexH) { EXPECT_EQ(plan_with_complex_numbers(), 0); }
+TEST(Header, IsC99BehindComplexH) { EXPECT_EQ(plan_with_complex_numbers(), 0); }
 
-TEST(Header, CxxWithStdComplex) {
+TEST(Header, FitsStdComplex) {
     std::complex<float> x[4];
     static_assert(sizeof(qsl_fftf_complex) == sizeof x[0]);
     auto* array = reinterpret_cast<qsl_fftf_complex*>(x);
@@ -33,7 +33,7 @@ TEST(Header, ConstantsHaveTheirDocumentedValues) {
     for (unsigned i = 0; i < 11; ++i) EXPECT_EQ(kinds[i], i);
 }
 
-TEST(Header, GoodLengths) {
+TEST(Header, TellsTheNextGoodLength) {
     const auto is_good = [](int n) {
         for (int factor : {2, 3, 5, 7})
             while (n % factor == 0) n /= factor;

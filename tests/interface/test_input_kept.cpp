@@ -74,7 +74,7 @@ void expect_input_kept(const transform& t) {
 
 }  // namespace
 
-TEST(InputKept, OutOfPlaceByEveryTransform) {
+TEST(InputKept, IsTrueOutOfPlaceOfEveryTransform) {
     const std::vector<std::vector<int>> sizes = {
         {1},      {2},      {7},       {16},      {24},      {41},       {64},        {101},        {120},
         {1024},   {2048},   {2, 3},    {4, 8},    {5, 7},    {7, 6},     {16, 16},    {24, 41},     {64, 20},

@@ -55,7 +55,7 @@ constexpr uint32_t all_kinds[] = {kind_c2c, kind_r2c, kind_c2r, kind_r2r};
 
 }  // namespace
 
-TEST(ManyArguments, ValidOnesPass) {
+TEST(ManyArguments, PassIfTheyAreValid) {
     for (uint32_t kind : all_kinds)
         for (int rank = 1; rank <= 4; ++rank) {
             problem p(kind, rank);
@@ -73,7 +73,7 @@ TEST(ManyArguments, SizesAreNeeded) {
     }
 }
 
-TEST(ManyArguments, SignOfTheComplexCallOnly) {
+TEST(ManyArguments, HaveASignOfOneInTheComplexCall) {
     for (int sign : {INT_MIN, -3, -2, -1, 0, 2, 3, 7, INT_MAX}) {
         problem p(kind_c2c, 1);
         p.a.sign = sign;
@@ -206,7 +206,7 @@ void expect_in_place_rule(const problem& p) {
 
 }  // namespace
 
-TEST(ManyArguments, InPlaceRuleOverSmallNumbers) {
+TEST(ManyArguments, AgreeWithTheInPlaceRuleOverSmallNumbers) {
     int refused = 0, passed = 0;
     const int sizes[][4] = {{1, 1, 1, 1}, {2, 3, 1, 2}, {4, 2, 2, 1}};
     for (int rank = 1; rank <= 4; ++rank)
@@ -249,7 +249,7 @@ TEST(ManyArguments, InPlaceRuleWrapsAt32Bits) {
                     }
 }
 
-TEST(ManyArguments, OnlyTheComplexCallTestsInPlace) {
+TEST(ManyArguments, AreTestedInPlaceByTheComplexCallAlone) {
     for (uint32_t kind : all_kinds) {
         problem p(kind, 1);
         p.a.out = p.a.in;
@@ -283,14 +283,14 @@ triples filled(uint32_t kind, bool in_place, std::vector<int> n, int istride, in
 
 }  // namespace
 
-TEST(FillDims, PaddedRowsInPlace) {
+TEST(FillDims, PadsRowsInPlace) {
     EXPECT_EQ(filled(kind_r2c, true, {5, 8}, 1, 1), (triples{{5, 10, 5}, {8, 1, 1}}));
     EXPECT_EQ(filled(kind_c2r, true, {5, 7}, 1, 1), (triples{{5, 4, 8}, {7, 1, 1}}));
     EXPECT_EQ(filled(kind_c2r, true, {5, 8}, 1, 1), (triples{{5, 5, 10}, {8, 1, 1}}));
     EXPECT_EQ(filled(kind_r2c, true, {5, 7}, 2, 3), (triples{{5, 16, 12}, {7, 2, 3}}));
 }
 
-TEST(FillDims, RowsOutOfPlace) {
+TEST(FillDims, PacksRowsOutOfPlace) {
     EXPECT_EQ(filled(kind_c2c, false, {5, 8}, 1, 1), (triples{{5, 8, 8}, {8, 1, 1}}));
     EXPECT_EQ(filled(kind_c2c, true, {5, 8}, 3, 2), (triples{{5, 24, 16}, {8, 3, 2}}));
     EXPECT_EQ(filled(kind_r2c, false, {5, 8}, 1, 1), (triples{{5, 8, 5}, {8, 1, 1}}));

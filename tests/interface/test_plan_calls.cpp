@@ -51,7 +51,7 @@ const int sizes[] = {2, 3, 4, 6};
 
 }  // namespace
 
-TEST(PlanCalls, BasicComplex) {
+TEST(PlanCalls, FillBasicComplexRecords) {
     expect_record([] { return qsl_fftf_plan_dft_1d(8, complex_a, complex_b, -1, 0); },
                   {kind_c2c, -1, complex_a, complex_b, {{8, 1, 1}}});
     expect_record([] { return qsl_fftf_plan_dft_2d(2, 3, complex_a, complex_b, 1, 0); },
@@ -62,7 +62,7 @@ TEST(PlanCalls, BasicComplex) {
                   {kind_c2c, -1, complex_a, complex_b, {{2, 72, 72}, {3, 24, 24}, {4, 6, 6}, {6, 1, 1}}});
 }
 
-TEST(PlanCalls, BasicRealToComplex) {
+TEST(PlanCalls, FillBasicRealToComplexRecords) {
     expect_record([] { return qsl_fftf_plan_dft_r2c_1d(8, float_a, complex_b, 0); },
                   {kind_r2c, -1, float_a, complex_b, {{8, 1, 1}}});
     expect_record([] { return qsl_fftf_plan_dft_r2c_2d(5, 8, float_a, complex_b, 0); },
@@ -74,7 +74,7 @@ TEST(PlanCalls, BasicRealToComplex) {
                   {kind_r2c, -1, float_a, complex_b, {{2, 3, 2}, {3, 1, 1}}});
 }
 
-TEST(PlanCalls, BasicComplexToReal) {
+TEST(PlanCalls, FillBasicComplexToRealRecords) {
     expect_record([] { return qsl_fftf_plan_dft_c2r_1d(8, complex_a, float_b, 0); },
                   {kind_c2r, 1, complex_a, float_b, {{8, 1, 1}}});
     expect_record([] { return qsl_fftf_plan_dft_c2r_2d(5, 8, complex_a, float_b, 0); },
@@ -85,7 +85,7 @@ TEST(PlanCalls, BasicComplexToReal) {
                   {kind_c2r, 1, complex_a, float_b, {{2, 2, 3}, {3, 1, 1}}});
 }
 
-TEST(PlanCalls, BasicRealToReal) {
+TEST(PlanCalls, FillBasicRealToRealRecords) {
     expect_record([] { return qsl_fftf_plan_r2r_1d(8, float_a, float_b, 7, 0); },
                   expected(kind_r2r, 0, float_a, float_b, {{8, 1, 1}}).r2r({7}));
     expect_record([] { return qsl_fftf_plan_r2r_2d(2, 3, float_a, float_b, 4, 5, 0); },
@@ -97,7 +97,7 @@ TEST(PlanCalls, BasicRealToReal) {
                   expected(kind_r2r, 0, float_a, float_b, {{2, 3, 3}, {3, 1, 1}}).r2r({1, 2}));
 }
 
-TEST(PlanCalls, Many) {
+TEST(PlanCalls, FillManyRecords) {
     const int embed[] = {0, 9, 0, 0};
     expect_record(
         [&] {
@@ -126,7 +126,7 @@ TEST(PlanCalls, ABatchOfOneKeepsNoDistances) {
         {kind_c2c, 1, complex_a, complex_b, {{2, 1, 1}}});
 }
 
-TEST(PlanCalls, Upsampling) {
+TEST(PlanCalls, FillUpsamplingRecords) {
     expected record(kind_upsampling_2d, 0, float_a, float_b, {{2, 0, 0}, {3, 0, 0}});
     record.batch({{4, 0, 0}, {6, 0, 0}});
     record.upsample_shift_x = 0.5f;
@@ -167,7 +167,7 @@ expected guru_record(uint32_t kind, int64_t sign, void* in, void* out) {
 
 }  // namespace
 
-TEST(PlanCalls, GuruInBothWidths) {
+TEST(PlanCalls, FillGuruRecordsInBothWidths) {
     expect_record([] { return qsl_fftf_plan_guru_dft(2, dims, 2, batch, complex_a, complex_b, 7, 0); },
                   guru_record(kind_c2c, 7, complex_a, complex_b));
     expect_record([] { return qsl_fftf_plan_guru64_dft(2, dims64, 2, batch64, complex_a, complex_b, -9, 0); },
@@ -187,7 +187,7 @@ TEST(PlanCalls, GuruInBothWidths) {
                   guru_record(kind_r2r, 0, float_a, float_b).r2r({3, 10}));
 }
 
-TEST(PlanCalls, GuruSplitInBothWidths) {
+TEST(PlanCalls, FillSplitGuruRecordsInBothWidths) {
     const expected complex_record = guru_record(kind_c2c, -1, float_a, float_c).split_parts(float_b, float_d);
     expect_record([] { return qsl_fftf_plan_guru_split_dft(2, dims, 2, batch, float_a, float_b, float_c, float_d, 0); },
                   complex_record);

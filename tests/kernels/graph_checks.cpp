@@ -24,6 +24,11 @@ std::multiset<int> range(int first, int end) {
     return result;
 }
 
+std::multiset<int> without_repetitions(const std::multiset<int>& numbers) {
+    const std::set<int> different(numbers.begin(), numbers.end());
+    return {different.begin(), different.end()};
+}
+
 // Elements of two rows that vectors of two columns cover. The last vector of an odd row overlaps the one before it.
 std::multiset<int> transposed_slots(int size) {
     std::multiset<int> result;
@@ -106,7 +111,9 @@ complaints load_complaints(const body& b, int size) {
     const auto wanted = rows_twiddles      ? slots_with_rows_twiddles(size, 0)
                         : is_transposed(b) ? transposed_slots(size)
                                            : range(0, size);
-    if (slots(b, op::load) != wanted) result.emplace_back("doesn't load each input once");
+    const std::multiset<int> loaded = slots(b, op::load), different = without_repetitions(loaded);
+    if (different != wanted) result.emplace_back("doesn't load each input");
+    if (int(loaded.size() - different.size()) != b.did.loaded_again) result.emplace_back("loads an input again");
     const auto twiddles = slots(b, op::twiddle);
     if (!twiddles.empty() && twiddles != (rows_twiddles ? slots_with_rows_twiddles(size, 1) : range(1, size)))
         result.emplace_back("doesn't load each twiddle once");
@@ -160,7 +167,7 @@ complaints copy_complaints(const body& b) {
 }
 
 // Constants lie within the pool, in the forms that the vocabulary has: a lane of a pair for plain products, the odd
-// lane or a register that holds the number everywhere for rotated ones; doubled numbers for rotated ones only.
+// lane or a register that holds the number everywhere for rotated ones; doubled twice at most.
 // Real vectors also multiply by numbers that differ from lane to lane, and take any number everywhere.
 complaints constant_complaints(const body& b) {
     complaints result;
@@ -170,7 +177,7 @@ complaints constant_complaints(const body& b) {
         const bool takes = constants_of(v.what) != constant_from::nowhere;
         const bool turned = constants_of(v.what) == constant_from::odd_lane;
         if (takes != (v.k.entry != constant::none)) result.push_back("has or lacks a constant" + at(n, v));
-        if (!takes || v.k == two || v.k == conjugating) continue;
+        if (!takes || is_literal(v.k)) continue;
         if (is_lanes(v.k)) {
             if (v.k.entry - first_lanes_entry >= int(b.graph.constants().lanes().size()))
                 result.push_back("reads outside the pool" + at(n, v));
@@ -179,9 +186,9 @@ complaints constant_complaints(const body& b) {
         if (v.k.entry < 0 || v.k.entry >= pairs || v.k.lane < 0 || v.k.lane > 1)
             result.push_back("reads outside the pool" + at(n, v));
         if (turned && !v.k.everywhere && v.k.lane != 1) result.push_back("turns by an even lane" + at(n, v));
+        if (v.k.doublings < 0 || v.k.doublings > 2) result.push_back("doubles a number too often" + at(n, v));
         if (v.k.everywhere && v.what == op::scale && !b.graph.constants().grows())
             result.push_back("scales by what is everywhere" + at(n, v));
-        if (v.k.twice && !turned && !v.k.everywhere) result.push_back("doubles a lane of a plain product" + at(n, v));
     }
     return result;
 }

@@ -68,7 +68,14 @@ void call(const kernel_problem& p, const cfloat* in_data, cfloat* out_data, cflo
     record.radix = p.radix;
     record.sign = p.sign;
     record.twiddles = reinterpret_cast<float*>(table);
+    record.spare[word_of_blocks] = p.in_blocks;
     reinterpret_cast<stage_kernel>(p.kernel)(&record, in, out);
+}
+
+// Where a column of a row stands: in a plain array, or in blocks of four rows and four columns.
+size_t place_of(size_t row, size_t column, size_t columns, bool in_blocks) {
+    if (!in_blocks) return row * columns + column;
+    return row / 4 * 4 * columns + column / 4 * 16 + row % 4 * 4 + column % 4;
 }
 
 std::string compare(const std::vector<cfloat>& got, const std::vector<cfloat>& before,
@@ -99,7 +106,7 @@ std::string describe(const kernel_problem& p) {
     std::ostringstream s;
     s << p.form->name << " n=" << p.radix << " sign=" << p.sign << " m=" << p.done << " L=" << p.rest << " is=" << p.is
       << " os=" << p.os << " idist=" << p.idist << " odist=" << p.odist << " count=" << p.count
-      << (p.in_place ? " in place, " : " ") << name_of(p.where);
+      << (p.in_place ? " in place," : "") << (p.in_blocks ? " in blocks, " : " ") << name_of(p.where);
     return s.str();
 }
 
@@ -116,7 +123,9 @@ std::string check(const kernel_problem& p, const transform_grid& grid) {
         for (int l = 0; l < columns; ++l)
             for (int j = 0; j < r; ++j)
                 for (int c = 0; c < lanes; ++c) {
-                    const size_t from = (size_t(i) * r + j) * columns + l, to = (size_t(j) * m + i) * columns + l;
+                    const bool is_last = p.form->loop == shape::last;
+                    const size_t from = is_last ? place_of(i, j, r, p.in_blocks) : (size_t(i) * r + j) * columns + l;
+                    const size_t to = place_of(size_t(j) * m + i, l, columns, p.in_blocks && !is_last);
                     in[from * p.is + c * p.idist] = turned(grid.in(i, j, l), c);
                     want[target.front() + to * p.os + c * p.odist] = turned(grid.out(i, j, l), c);
                 }

@@ -17,6 +17,7 @@ struct kernel_problem {
     int idist = 1, odist = 1;  // between lanes or transforms; other than 1 in the forms assemble and rows only
     int count = 1;             // of transforms; other than 1 in the form rows only
     bool in_place = false;
+    bool in_blocks = false;  // what a last stage reads, or what another one writes for it
     placement where = placement::between_guards;
 };
 

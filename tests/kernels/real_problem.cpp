@@ -23,11 +23,12 @@ std::vector<int> sequence_slots(int n) {
     return slots;
 }
 
-std::vector<int> spectrum_slots(int n) {
+// `whole`: with the imaginary parts that are zero.
+std::vector<int> spectrum_slots(int n, bool whole) {
     std::vector<int> slots;
     for (int k = 0; 2 * k <= n; ++k) {
         slots.push_back(2 * k);
-        if (k > 0 && 2 * k < n) slots.push_back(2 * k + 1);
+        if (whole || (k > 0 && 2 * k < n)) slots.push_back(2 * k + 1);
     }
     return slots;
 }
@@ -68,7 +69,7 @@ int64_t distance(const real_problem& p, bool spectrum) {
 int64_t extent(const real_problem& p, bool spectrum, const std::vector<int>& slots) {
     int64_t last = 0;
     for (int slot : slots) last = std::max(last, position(p, spectrum, slot));
-    if (spectrum && p.spectrum == storage::complex_numbers && p.n % 2 == 0) ++last;
+    if (spectrum && p.spectrum == storage::complex_numbers && p.n % 2 == 0) last = last / 2 * 2 + 1;
     return last + 1 + int64_t(std::max(p.count, 1) - 1) * distance(p, spectrum);
 }
 
@@ -122,8 +123,9 @@ std::string compare(const real_problem& p, const std::vector<float>& got, const 
 
 real_rows::real_rows(const form& f, int n) {
     const bool cosine = f.loop == shape::cosine_rows, forward = is_forward(f);
-    in_slots = cosine || forward ? sequence_slots(n) : spectrum_slots(n);
-    out_slots = cosine || !forward ? sequence_slots(n) : spectrum_slots(n);
+    const bool whole = f.loop == shape::whole_rows;
+    in_slots = cosine || forward ? sequence_slots(n) : spectrum_slots(n, false);
+    out_slots = cosine || !forward ? sequence_slots(n) : spectrum_slots(n, whole);
     const auto weight = cosine ? cosine_weight : forward ? forward_weight : backward_weight;
     std::vector<double> weights;
     for (int to : out_slots)
@@ -142,7 +144,9 @@ real_rows::real_rows(const form& f, int n) {
 bool is_forward(const form& f) { return f.sign < 0; }
 
 int rows_done(const form& f, int count) {
-    return f.loop == shape::real_row ? 1 : f.loop == shape::real_groups ? count / 4 * 4 : count;
+    return f.loop == shape::real_row                                     ? 1
+           : f.loop == shape::real_groups || f.loop == shape::whole_rows ? count / 4 * 4
+                                                                         : count;
 }
 
 std::string describe(const real_problem& p) {

@@ -55,6 +55,13 @@ moved_numbers of_four_rows(lane_use use, int size, group_slot s) {
             return floats_of_spectrum(use, size, s, 3);
         case group_part::spectrum_one:
             return number_of_rows(number_at(use, size, s.first));
+        case group_part::one:
+            return number_of_rows(s.first);
+        case group_part::two:
+        case group_part::spectrum_two:
+            return {{{s.row, s.first}, {s.row, s.first + 1}, {s.row + 1, s.first}, {s.row + 1, s.first + 1}}};
+        case group_part::zeros:
+            return {};
     }
     return {};
 }
@@ -64,6 +71,9 @@ moved_numbers of_four_rows(lane_use use, int size, group_slot s) {
 lane_use lane_use_of(const form& f, int size, const body& b) {
     for (const bool everywhere : {false, true})
         if (same_graph(b, make_real_row_body(f, size, everywhere))) return lane_use::rows;
+    if (f.loop == shape::whole_rows)
+        return same_graph(b, make_group_body(f, size, real_layout::whole_rows)) ? lane_use::whole_rows
+                                                                                : lane_use::unknown;
     const bool one_row = f.loop == shape::real_row || f.loop == shape::real_rows;
     if (one_row && has_lanes_of_four(size) && same_graph(b, make_lanes_body(size, f.sign))) return lane_use::quarters;
     if (same_graph(b, make_group_body(f, size, real_layout::side_by_side))) return lane_use::side_by_side;

@@ -13,6 +13,7 @@ enum class lane_use {
     side_by_side,           // four adjacent rows, coefficients of two of them in a vector
     pairs_in_a_row,         // vectors along four rows, transposed
     half_complex_in_a_row,  // likewise, of the other storage
+    whole_rows,             // as pairs in a row, with the imaginary parts of real coefficients
     unknown,
 };
 lane_use lane_use_of(const generator::form& f, int size, const generator::body& b);

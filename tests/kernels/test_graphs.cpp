@@ -101,6 +101,9 @@ double error_in_rows(const body& b, const impulses& x, int sign) {
     return error;
 }
 
+// A first stage may have another body for arrays that don't overlap: see loops/columns.cpp.
+bool wants_arrays_apart(const body& b) { return !b.loads_first && b.did.loaded_again > 0; }
+
 // All operations are linear: a body that is right for an impulse in every element is right.
 TEST_P(graphs, compute_their_transforms) {
     const auto error = may_have_rows(family()) ? error_in_rows : error_of;
@@ -120,7 +123,7 @@ TEST_P(graphs, keep_their_promises) {
             EXPECT_EQ(store_complaints(b, size), complaints{});
         }
         EXPECT_EQ(constant_complaints(b), complaints{});
-        if (in_place) {
+        if (in_place && !wants_arrays_apart(b)) {
             EXPECT_EQ(in_place_complaints(b), complaints{});
         }
         if (b.graph.overwrites() && family().loop != shape::direct) {
@@ -139,8 +142,14 @@ TEST_P(graphs, have_the_bodies_of_their_shape) {
         const bool last = family().loop == shape::last, other = family().loop == shape::other;
         const bool by_rows = last && family().data != layout::batch && family().in->lanes > 1;
         const bool turns = family().loop == shape::assemble && has_turned_rows(size);
-        // Those of transforms apart turn rows into columns and back.
-        EXPECT_EQ(plain, last ? 0 : turns ? 3 : 1);
+        const auto overlapping = std::count_if(
+            all.begin(), all.end(), [](const auto& b) { return !has(*b, op::twiddle) && !wants_arrays_apart(*b); });
+        if (family().loop == shape::first) {
+            EXPECT_EQ(overlapping, 1);
+            EXPECT_LE(plain, 2);
+        } else {
+            EXPECT_EQ(plain, last ? 0 : turns ? 3 : 1);  // rows to columns and back
+        }
         // The vectors of two rows, or of four in an SVE register, have another body than a single row.
         EXPECT_LE(twiddled, by_rows ? 2 : 1);
         EXPECT_GE(twiddled, last || other ? 1 : 0);

@@ -9,6 +9,7 @@
 
 #include "families.h"
 #include "kernel_problem.h"
+#include "kernels/kernel_types.h"
 #include "tests/support/emulated.h"
 
 namespace {
@@ -113,6 +114,24 @@ TEST_P(kernels, touch_nothing_outside_their_arrays) {
                         check_all(with_strides(p, n + p.done + 3 * p.rest), grid);
             if (p.where == placement::starts_at_page) return;
         }
+    });
+}
+
+// Rows between the last two stages, on whole numbers of blocks.
+TEST_P(kernels, pass_rows_in_blocks) {
+    const shape loop = family().loop;
+    const bool is_stage = loop == shape::first || loop == shape::other || loop == shape::last;
+    if (!is_stage || !family().in->masked || family().data != layout::contig) return;
+    for_each_kernel([&](kernel_problem p, const transform_grid& grid) {
+        if (loop == shape::last ? !reads_blocks(p.radix) : loop == shape::first && p.radix % 4 != 0) return;
+        p.in_blocks = true;
+        for (const placement where : {placement::between_guards, placement::ends_at_page, placement::starts_at_page})
+            for (const int groups : {1, 2}) {
+                p.where = where;
+                p.done = loop == shape::first ? 1 : loop == shape::other ? 4 : 4 * groups;
+                p.rest = loop == shape::last ? 1 : 4 * groups;
+                EXPECT_EQ(check(p, grid), "") << describe(p);
+            }
     });
 }
 

@@ -58,7 +58,7 @@ void check_plan_lookup(const Lookup& lookup, const std::string& family) {
 
 }  // namespace
 
-TEST(Lookup, OfWholeTransforms) {
+TEST(Lookup, FindsTheWholeTransformsOfTheTable) {
     check_plan_lookup(lookup_direct_neon, "direct_contig_neon");
     check_plan_lookup(lookup_direct_discrete_neon, "direct_strided_neon");
     check_plan_lookup(lookup_direct_sve, "direct_contig_sve");
@@ -70,7 +70,7 @@ TEST(Lookup, OfWholeTransforms) {
 }
 
 // Size 64 from the families of all sizes, 128 from those of the long ones, no other.
-TEST(Lookup, OfStraightKernelsInLanes) {
+TEST(Lookup, FindsTheStraightKernelsInLanesOfTheTable) {
     for (const int64_t sign : signs)
         for (const uint64_t size : sizes()) {
             const fft_plan plan = plan_of(sign);
@@ -86,7 +86,7 @@ TEST(Lookup, OfStraightKernelsInLanes) {
 }
 
 // Real kernels have one direction each; the plan's sign isn't looked at.
-TEST(Lookup, OfRealData) {
+TEST(Lookup, FindsTheKernelsOfRealDataOfTheTable) {
     for (const int64_t sign : signs)
         for (const uint64_t size : sizes()) {
             const fft_plan plan = plan_of(sign);
@@ -97,7 +97,7 @@ TEST(Lookup, OfRealData) {
         }
 }
 
-TEST(Lookup, SizesThatStandOut) {
+TEST(Lookup, KnowsTheSizesThatStandOut) {
     const fft_plan forward = plan_of(-1), backward = plan_of(1);
     EXPECT_EQ(lookup_direct_neon(&forward, 22), nullptr);
     EXPECT_EQ(lookup_direct_neon(&forward, 65), nullptr);
@@ -182,7 +182,7 @@ void check_stage_lookup(stage_lookup lookup, const Family& family_of) {
 
 }  // namespace
 
-TEST(Lookup, OfNeonStages) {
+TEST(Lookup, FindsTheNeonStagesOfTheTable) {
     check_stage_lookup(stage_lookup_first_neon, [](const plan_form& f) {
         return f.pair ? "first_pair_neon" : f.unit ? "first_contig_neon" : "first_strided_neon";
     });
@@ -197,7 +197,7 @@ TEST(Lookup, OfNeonStages) {
 }
 
 // Strided outer stages are NEON kernels.
-TEST(Lookup, OfSveStages) {
+TEST(Lookup, FindsTheSveStagesOfTheTable) {
     check_stage_lookup(stage_lookup_first_sve, [](const plan_form& f) {
         return f.quad ? "first_quad_sve" : f.unit ? "first_contig_sve" : "first_strided_neon";
     });

@@ -88,7 +88,7 @@ TEST(Pools, HoldTheNearestFloats) {
     }
 }
 
-TEST(Pools, OfThree) {
+TEST(Pools, HoldTheTwoConstantsOfThree) {
     EXPECT_EQ(kernel_pools[0].size, 3);
     EXPECT_EQ(kernel_pools[0].floats[0][0], -0.5f);
     EXPECT_EQ(kernel_pools[0].floats[0][1], -0.8660254f);

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
+#include <limits>
 
 #include "families.h"
 #include "graph_checks.h"
@@ -50,6 +52,14 @@ size_t index_of(const std::vector<int>& slots, int number) {
     return std::find(slots.begin(), slots.end(), number) - slots.begin();
 }
 
+// What a row of the input holds: imaginary parts that don't exist are no numbers.
+double number_of(const real_rows& rows, int row, int number) {
+    const size_t i = index_of(rows.in_slots, number);
+    return i < rows.in_slots.size() ? rows.in[row][i] : std::numeric_limits<double>::quiet_NaN();
+}
+
+bool has_number(const std::vector<int>& slots, int number) { return index_of(slots, number) < slots.size(); }
+
 // The largest difference, with rows `first` and up of the reference in the place of rows 0 and up.
 double error_of(const body& b, lane_use use, int size, const real_rows& rows, int first) {
     const auto reference_row = [&](int row) { return (first + row) % real_rows::most; };
@@ -57,8 +67,7 @@ double error_of(const body& b, lane_use use, int size, const real_rows& rows, in
         graph_vector v{};
         const moved_numbers moved = loaded(use, size, slot);
         for (int c = 0; c < lanes; ++c)
-            if (moved[c].number >= 0)
-                v[c] = rows.in[reference_row(moved[c].row)].at(index_of(rows.in_slots, moved[c].number));
+            if (moved[c].number >= 0) v[c] = number_of(rows, reference_row(moved[c].row), moved[c].number);
         return v;
     };
     double error = 0;
@@ -67,7 +76,9 @@ double error_of(const body& b, lane_use use, int size, const real_rows& rows, in
         for (int c = 0; c < lanes; ++c) {
             if (moved[c].number < 0) continue;
             const double want = rows.out[reference_row(moved[c].row)].at(index_of(rows.out_slots, moved[c].number));
-            error = std::max(error, std::abs(result[c] - want));
+            const double difference = std::abs(result[c] - want);
+            if (std::isnan(difference)) return difference;
+            error = std::max(error, difference);
         }
     }
     return error;
@@ -81,13 +92,17 @@ TEST_P(real_graphs, compute_their_transforms) {
     });
 }
 
-// Imaginary parts that don't exist are neither read nor written. Vectors along a row may overlap where they load.
+// Imaginary parts that don't exist are neither read nor written, but by whole rows. Vectors along a row may overlap
+// where they load.
 TEST_P(real_graphs, keep_their_promises) {
     for_each_body([&](const body& b, lane_use use, int size, const real_rows& rows) {
         EXPECT_EQ(order_complaints(b), complaints{});
         EXPECT_EQ(constant_complaints(b), complaints{});
         EXPECT_EQ(in_place_complaints(b), complaints{});
-        const auto loads = moves(b, use, size, op::load), stores = moves(b, use, size, op::store);
+        auto loads = moves(b, use, size, op::load);
+        const auto stores = moves(b, use, size, op::store);
+        if (use == lane_use::whole_rows)
+            std::erase_if(loads, [&](const auto& move) { return !has_number(rows.in_slots, move.first.second); });
         const int moved_rows = loads.rbegin()->first.first + 1;
         EXPECT_EQ(loads.size(), moved_rows * rows.in_slots.size());
         EXPECT_EQ(stores.size(), moved_rows * rows.out_slots.size());

@@ -17,8 +17,10 @@ class real_kernels : public testing::TestWithParam<int> {
 protected:
     const form& family() const { return forms()[GetParam()]; }
     bool cosine() const { return family().loop == shape::cosine_rows; }
+    bool whole_rows() const { return family().loop == shape::whole_rows; }
     std::vector<storage> storages() const {
         if (cosine()) return {storage::plain};
+        if (whole_rows()) return {storage::complex_numbers};
         return {storage::complex_numbers, storage::half_complex};
     }
     std::vector<int> counts() const {
@@ -34,12 +36,14 @@ protected:
             {1, n, 1, spectrum},                  // rows one after the other
             {count, 1, count, 1},                 // side by side
             {count + 2, 1, count + 1, 1},         // side by side, with gaps
+            {1, n + 3, 1, spectrum + 2},          // with gaps
             {1, n + 3, count, 1},                 // one after the other on one side only
             {count, 1, 1, spectrum + 1},          //
             {3, 3 * n + 1, 2, 2 * spectrum + 1},  // apart
             {2 * count, 2, 3 * count, 3},         //
         };
         for (const auto& l : layouts) {
+            if (whole_rows() && (l[0] != 1 || l[2] != 1)) continue;
             p.stride = l[0], p.distance = l[1], p.spectrum_stride = l[2], p.spectrum_distance = l[3];
             EXPECT_EQ(check(p, rows), "") << describe(p);
         }

@@ -53,7 +53,7 @@ void check_copy(const char* name, int width, const copy_call& copy, const std::v
 
 }  // namespace
 
-TEST(Copies, OneRow) {
+TEST(Copies, AreRightForOneRow) {
     const copy_call cpx = [](const float* s, float* d, const auto& dims) {
         copy_cpx(s, d, dims[0].n, dims[0].is, dims[0].os);
     };
@@ -68,7 +68,7 @@ TEST(Copies, OneRow) {
             }
 }
 
-TEST(Copies, RowsOfContiguousElements) {
+TEST(Copies, AreRightForRowsOfContiguousElements) {
     const copy_call cpx = [](const float* s, float* d, const auto& m) {
         copy_rows_cpx(s, d, m[0].n, m[1].n, m[0].is, m[0].os);
     };
@@ -81,7 +81,7 @@ TEST(Copies, RowsOfContiguousElements) {
     });
 }
 
-TEST(Copies, RowsOfStridedElements) {
+TEST(Copies, AreRightForRowsOfStridedElements) {
     const copy_call cpx = [](const float* s, float* d, const auto& m) {
         copy_matrix_cpx(s, d, m[0].n, m[1].n, m[1].is, m[0].is, m[1].os, m[0].os);
     };
@@ -110,7 +110,7 @@ TEST(Copies, RowsOfStridedElements) {
     });
 }
 
-TEST(Copies, AnyRank) {
+TEST(Copies, AreRightForAnyRank) {
     const copy_call cpx = [](const float* s, float* d, const auto& m) {
         copy_nd_cpx(s, d, static_cast<int32_t>(m.size()), m.data());
     };
@@ -166,7 +166,7 @@ std::vector<fft_dim> pairs(const split_case& c, bool input, bool half) {
 
 }  // namespace
 
-TEST(SplitArrays, Pack) {
+TEST(SplitArrays, AreInterleaved) {
     for (uint32_t kind : {kind_c2c, kind_c2r, kind_r2c})
         for (const split_case& c : split_cases()) {
             const std::vector<fft_dim> dims = pairs(c, true, kind == kind_c2r);
@@ -184,7 +184,7 @@ TEST(SplitArrays, Pack) {
         }
 }
 
-TEST(SplitArrays, Unpack) {
+TEST(SplitArrays, AreSeparated) {
     for (uint32_t kind : {kind_c2c, kind_c2r, kind_r2c})
         for (const split_case& c : split_cases()) {
             const std::vector<fft_dim> dims = pairs(c, false, kind == kind_r2c);

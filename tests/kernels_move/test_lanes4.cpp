@@ -52,11 +52,11 @@ void expect_copy(const shape& s, bool pack) {
 
 }  // namespace
 
-TEST(Lanes4, Pack) {
+TEST(Lanes4, ArePacked) {
     for_each_shape([](const shape& s) { expect_copy(s, true); });
 }
 
-TEST(Lanes4, Unpack) {
+TEST(Lanes4, AreUnpacked) {
     for_each_shape([](const shape& s) { expect_copy(s, false); });
 }
 
@@ -71,7 +71,7 @@ TEST(Lanes4, FiveTransformsAreOneGroupAndOneRow) {
 }
 
 // Each part of a product is two fused multiply-adds that start from +0: equal in every bit on every machine.
-TEST(Lanes4, UnpackWithProduct) {
+TEST(Lanes4, AreUnpackedTimesTwiddles) {
     for_each_shape([](const shape& s) {
         std::vector<float> source(2 * s.grouped_span()), table(source.size());
         for (size_t i = 0; i < source.size(); ++i) {

@@ -37,7 +37,7 @@ class Transpose : public testing::TestWithParam<transpose_case> {};
 
 }  // namespace
 
-TEST_P(Transpose, AllSmallShapes) {
+TEST_P(Transpose, IsRightForAllSmallShapes) {
     for (int64_t rows = 0; rows <= 40; ++rows)
         for (int64_t columns = 0; columns <= 40; ++columns) {
             check_transpose(GetParam(), rows, columns, columns, rows);
@@ -45,7 +45,7 @@ TEST_P(Transpose, AllSmallShapes) {
         }
 }
 
-TEST_P(Transpose, BlockEdges) {
+TEST_P(Transpose, IsRightAtBlockEdges) {
     for (int64_t rows : block_edges)
         for (int64_t columns : block_edges) {
             check_transpose(GetParam(), rows, columns, columns, rows);
@@ -53,7 +53,7 @@ TEST_P(Transpose, BlockEdges) {
         }
 }
 
-TEST_P(Transpose, NarrowBesideBlockEdges) {
+TEST_P(Transpose, IsRightForNarrowShapesBesideBlockEdges) {
     for (int64_t narrow : {1, 2, 3, 4, 7, 8, 9, 15, 16, 17})
         for (int64_t wide : block_edges) {
             check_transpose(GetParam(), narrow, wide, wide + 2, narrow + 1);
@@ -86,7 +86,7 @@ void check_square(int64_t size, int64_t ld) {
 
 }  // namespace
 
-TEST(TransposeSquare, InPlace) {
+TEST(TransposeSquare, WorksInPlace) {
     for (int64_t size = 0; size <= 40; ++size)
         for (int64_t padding : {0, 1, 5}) check_square(size, size + padding);
     for (int64_t size : {63, 64, 65, 100})
@@ -114,7 +114,7 @@ TEST(Leaves, CutAtPowersStrictlyBelow) {
     EXPECT_EQ(power_below(33), 32);
 }
 
-TEST(Leaves, OrderOfKnownShapes) {
+TEST(Leaves, StandInTheKnownOrder) {
     EXPECT_EQ(leaves_of(16, 16), (std::vector<leaf>{{0, 0, 16, 16}}));
     EXPECT_EQ(leaves_of(17, 16), (std::vector<leaf>{{0, 0, 16, 16}, {16, 0, 1, 16}}));
     EXPECT_EQ(leaves_of(32, 32),

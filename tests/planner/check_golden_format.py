@@ -28,8 +28,9 @@ class Reading(unittest.TestCase):
                          [("c2c 22", "c2c- 22\n    a > b 11 2  buffer 24"), ("c2c 7", "c2c- 7\n    a > b 7  buffer 32")])
 
     def test_headings_may_be_several_broken_and_without_a_tree(self):
-        self.assertEqual(entries("c2c 2,3,\n    5:\nr2c 8:\nx\n\nc2c 9:"),
-                         [("c2c 2", "x"), ("c2c 3", "x"), ("c2c 5", "x"), ("r2c 8", "x"), ("c2c 9", "")])
+        self.assertEqual(entries("c2c 2,3,\n    5\n    backward:\nr2c 8:\nx\n\nc2c 9:"),
+                         [("c2c 2 backward", "x"), ("c2c 3 backward", "x"), ("c2c 5 backward", "x"), ("r2c 8", "x"),
+                          ("c2c 9", "")])
 
     def test_a_term_without_meaning_is_an_error(self):
         for term in ("8", "n+", "2z", "n/3", ""):

@@ -80,20 +80,17 @@ def term_for(numbers, members):
 def read_entries(text):
     """The pairs of problem and tree that a file holds; the tree is empty where it holds none yet."""
     for paragraph in re.split(r"\n\s*\n", text):
-        headings, tree, table = [""], [], ""
-        for line in paragraph.splitlines():
-            if line.startswith("#"):
-                continue
-            if line.startswith("| "):
-                table += line[2:] + " "
-            elif tree or headings[-1] == "" and len(headings) > 1 and not line.endswith((":", ",")):
-                tree.append(line)
-            else:
-                headings[-1] += line.strip()
-                if line.endswith(":"):
-                    headings.append("")
-        for heading in headings[:-1]:
-            yield from read_heading(heading[:-1], "\n".join(tree), table.strip())
+        lines = [line for line in paragraph.splitlines() if not line.startswith("#")]
+        headings, broken = [], ""
+        while lines and (broken or not headings or lines[0].endswith((":", ","))):
+            broken += (" " if broken and not broken.endswith(",") else "") + lines.pop(0).strip()
+            if broken.endswith(":"):
+                headings.append(broken[:-1])
+                broken = ""
+        tree = "\n".join(line for line in lines if not line.startswith("| "))
+        table = " ".join(line[2:] for line in lines if line.startswith("| "))
+        for heading in headings:
+            yield from read_heading(heading, tree, table)
 
 
 def read_heading(heading, tree, table):

@@ -267,7 +267,7 @@ drawn_problem draw_problem(std::mt19937& random) {
 
 }  // namespace
 
-TEST(ExplainedPlans, EveryProblemOfTheUsageText) {
+TEST(ExplainedPlans, ExistForEveryProblemOfTheUsageText) {
     const std::vector<std::string> problems = quoted_texts(plan_usage);
     EXPECT_GE(problems.size(), 12u);
     for (const std::string& words : problems) {
@@ -283,7 +283,7 @@ TEST(ExplainedPlans, TheLegendShowsATree) {
     EXPECT_NE(std::string(plan_legend).find("        " + solver), std::string::npos) << solver;
 }
 
-TEST(ExplainedPlans, RandomCallsBesideTheInterface) {
+TEST(ExplainedPlans, AgreeWithTheInterfaceForRandomCalls) {
     qsl_fftf_plan_with_nthreads(1);
     std::set<std::string> reasons;
     int planned = 0;
@@ -304,7 +304,7 @@ TEST(ExplainedPlans, RandomCallsBesideTheInterface) {
         for (const auto& reason : reasons) puts(reason.c_str());
 }
 
-TEST(ExplainedPlans, RandomProblemsBesideTheInterface) {
+TEST(ExplainedPlans, AgreeWithTheInterfaceForRandomProblems) {
     std::mt19937 random(7);
     std::set<std::string> reasons;
     int planned = 0;
@@ -376,7 +376,7 @@ TEST(ExplainedPlans, WhatNoCallCanBeToldIsNamed) {
         }
 }
 
-TEST(ExplainedPlans, MeasuredProblemsWithoutMemoryOrALayout) {
+TEST(ExplainedPlans, RefuseMeasuredProblemsWithoutMemoryOrALayout) {
     EXPECT_NE(explain("c2c 2147483647x2147483647x2147483647 measured").reason.find("(2^48)"), std::string::npos);
     EXPECT_TRUE(explain("c2c 60 measured inplace").plan);
 }

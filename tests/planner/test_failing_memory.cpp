@@ -76,7 +76,7 @@ const bool warmed_up = [] {
 
 }  // namespace
 
-TEST_P(FailingMemory, EveryAllocationInTurn) {
+TEST_P(FailingMemory, GivesARightPlanOrNullAtEveryAllocation) {
     const problems::problem p = problems::parse_problem(GetParam());
     arrays a(p);
     qsl_fftf_plan whole = plan_problem_text(p, a.in.data(), a.output(p));

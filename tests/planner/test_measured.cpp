@@ -48,7 +48,7 @@ struct Measured : testing::Test {
 
 }  // namespace
 
-TEST(Elapsed, OneFusedMultiplyAdd) {
+TEST(Elapsed, IsOneFusedMultiplyAdd) {
     EXPECT_EQ(elapsed_seconds(10, 999'999, 11, 0), __builtin_fma(-999'999.0, 1e-6, 1.0));
     EXPECT_EQ(elapsed_seconds(5, 7, 5, 10), 3 * 1e-6);
     EXPECT_EQ(elapsed_seconds(0, 0, 3, 500'000), 3.5);
@@ -295,7 +295,7 @@ TEST_F(Measured, SearchGoesThroughAllLists) {
     EXPECT_EQ(orders.size(), 8u);
 }
 
-TEST_F(Measured, SearchOfOneRadixAndOfNoList) {
+TEST_F(Measured, SearchesOneRadixAndNoList) {
     order_seconds.clear();
     EXPECT_EQ(search(plan, {{64}}), (list{64}));
     EXPECT_EQ(orders.size(), 2u);

@@ -29,7 +29,7 @@ TEST(CallWords, AreToldFromProblems) {
     EXPECT_FALSE(call_words::are_in("manyfold"));
 }
 
-TEST(CallWords, ManyCalls) {
+TEST(CallWords, TellManyCalls) {
     EXPECT_EQ(record_text("many c2c n=8"), "c2c- 8");
     EXPECT_EQ(record_text("many c2c n=4,6 howmany=3 istride=2 idist=50 odist=24 sign=1"), "c2c+ 4:12:6x6:2:1 *3:50:24");
     EXPECT_EQ(record_text("many r2c n=4,8 inplace"), "r2c 4:10:5x8:1:1 =");
@@ -37,14 +37,18 @@ TEST(CallWords, ManyCalls) {
     EXPECT_EQ(record_text("many r2r n=4,8 kinds=3,5"), "r2r redft00/redft10 4x8");
 }
 
-TEST(CallWords, GuruCalls) {
+TEST(CallWords, TellGuruCalls) {
     EXPECT_EQ(record_text("guru c2c dims=8:1:1 batch=3:8:9 sign=7"), "c2c+ 8 *3:8:9");
     EXPECT_EQ(record_text("guru r2c dims=8:2:1 split wide"), "r2c split 8:2:1");
     EXPECT_EQ(record_text("guru r2r dims=8:1:1 kinds=2 inplace"), "r2r dht 8 =");
     EXPECT_EQ(record_text("guru c2c batch=3:1:2"), "c2c- point *3:1:2");
+    EXPECT_EQ(record_text("guru c2c batch=3:1:2 wide"), "refused");
+    EXPECT_EQ(record_text("guru c2c dims= batch=3:1:2 wide"), "c2c- point *3:1:2");
+    EXPECT_EQ(record_text("guru r2r dims= batch=3:1:2 kinds= wide"), "r2r point *3:1:2");
+    EXPECT_EQ(record_text("guru c2c dims=8:1:1 batch= wide"), "c2c- 8");
 }
 
-TEST(CallWords, Refusals) {
+TEST(CallWords, ExplainRefusals) {
     EXPECT_EQ(refusal_text("many c2c"), "n is null");
     EXPECT_EQ(refusal_text("many c2c n=4,-5"), "n[1] = -5 is below 1");
     EXPECT_EQ(refusal_text("many c2c n=4 sign=0"), "sign = 0 is neither -1 nor +1");

@@ -42,7 +42,7 @@ void attach_stages(fft_plan& p, std::initializer_list<uint64_t> radices, bool co
 
 }  // namespace
 
-TEST(ProblemText, Kinds) {
+TEST(ProblemText, ShowsEveryKind) {
     EXPECT_EQ(problem_text(problem(kind_c2c, {{1024, 1, 1}})), "c2c- 1024");
     EXPECT_EQ(problem_text(problem(kind_c2c, {{4, 6, 6}, {6, 1, 1}})), "c2c- 4x6");
     EXPECT_EQ(problem_text(problem(kind_c2c, {{4, 12, 6}, {6, 2, 1}})), "c2c- 4:12:6x6:2:1");
@@ -58,7 +58,7 @@ TEST(ProblemText, Kinds) {
     EXPECT_EQ(problem_text(p), "r2r dht/99 3x4");
 }
 
-TEST(ProblemText, DirectionFormBatchAndPlace) {
+TEST(ProblemText, ShowsDirectionFormBatchAndPlace) {
     fft_plan p = problem(kind_c2c, {{8, 1, 1}});
     p.sign = 7;
     p.split = 1;
@@ -74,7 +74,7 @@ TEST(ProblemText, DirectionFormBatchAndPlace) {
     EXPECT_EQ(problem_text(u), "upsampling 3->6x4->9");
 }
 
-TEST(TreeLine, StagesOfChains) {
+TEST(TreeLine, ShowsTheStagesOfChains) {
     const struct {
         const char* execute;
         bool counted;
@@ -93,6 +93,16 @@ TEST(TreeLine, StagesOfChains) {
         EXPECT_EQ(plan_tree_line(p), form.text);
         fft_plan_clear(&p);
     }
+}
+
+TEST(TreeLine, WordsFollowANameThatDoesNotTellWhatRuns) {
+    fft_plan p = problem(kind_c2c, {{64, 1, 1}});
+    p.solver_name = "solve_problem_dft_many";
+    install(&p, run, "execute_many", runs_two_stages_each);
+    EXPECT_EQ(plan_tree_line(p), "dft_many > many [both stages of each in one loop]");
+    EXPECT_EQ(plan_tree_text(p), "c2c- 64\n    dft_many > many [both stages of each in one loop]\n");
+    install(&p, run, "execute_many");
+    EXPECT_EQ(plan_tree_line(p), "dft_many > many") << "the next solver's answer replaces it";
 }
 
 TEST(TreeLine, NestsSubproblems) {
@@ -143,4 +153,4 @@ TEST(TreeText, EqualSubproblemsThatFollowEachOtherAreShownOnce) {
     fft_plan_clear(&p);
 }
 
-TEST(TreeLine, OfARecordWithoutASolver) { EXPECT_EQ(plan_tree_line(problem(kind_c2c, {{8, 1, 1}})), "? > ?"); }
+TEST(TreeLine, ShowsARecordWithoutASolver) { EXPECT_EQ(plan_tree_line(problem(kind_c2c, {{8, 1, 1}})), "? > ?"); }

@@ -17,7 +17,7 @@ std::vector<size_t> offsets(const problem& p, const side& s) {
 
 }  // namespace
 
-TEST(ProblemLanguage, SimpleTransform) {
+TEST(ProblemLanguage, ReadsASimpleTransform) {
     const problem p = parse_problem("c2c 1024");
     EXPECT_EQ(p.kind, family::c2c);
     EXPECT_EQ(p.n, std::vector{1024});
@@ -47,7 +47,7 @@ TEST(ProblemLanguage, EveryWordInAnyOrderHasOneCanonicalForm) {
     EXPECT_EQ(p.out.dist, 7);
 }
 
-TEST(ProblemLanguage, NumbersOfTheRealKinds) {
+TEST(ProblemLanguage, NumbersTheRealKinds) {
     const char* names[] = {"r2hc",    "hc2r",    "dht",     "redft00", "redft01", "redft10",
                            "redft11", "rodft00", "rodft01", "rodft10", "rodft11"};
     for (int kind = 0; kind < 11; ++kind) {
@@ -100,7 +100,7 @@ TEST(ProblemLanguage, HugeLayoutsAreCountedInFull) {
     EXPECT_GE(span_floats(beyond, beyond.in), size_t{1} << 61);
 }
 
-TEST(ProblemLanguage, BatchOneAfterTheOther) {
+TEST(ProblemLanguage, PutsABatchOneAfterTheOther) {
     const problem p = parse_problem("c2c 3 batch=2");
     EXPECT_EQ(offsets(p, p.in), (std::vector<size_t>{0, 2, 4, 6, 8, 10}));
     const problem strided = parse_problem("dht 3 batch=2 istride=2 odist=5");
@@ -108,12 +108,12 @@ TEST(ProblemLanguage, BatchOneAfterTheOther) {
     EXPECT_EQ(offsets(strided, strided.out), (std::vector<size_t>{0, 1, 2, 5, 6, 7}));
 }
 
-TEST(ProblemLanguage, BatchSideBySide) {
+TEST(ProblemLanguage, PutsAnInterleavedBatchSideBySide) {
     const problem p = parse_problem("dht 3 batch=2 interleaved");
     EXPECT_EQ(offsets(p, p.in), (std::vector<size_t>{0, 2, 4, 1, 3, 5}));
 }
 
-TEST(ProblemLanguage, RowsOfRealTransforms) {
+TEST(ProblemLanguage, LaysOutRowsOfRealTransforms) {
     const problem out_of_place = parse_problem("r2c 2x4 batch=2");
     EXPECT_EQ(offsets(out_of_place, out_of_place.in).back(), 15u);
     EXPECT_EQ(out_of_place.out.extent, (std::vector{2, 3}));
@@ -125,14 +125,14 @@ TEST(ProblemLanguage, RowsOfRealTransforms) {
     EXPECT_EQ(parse_problem("r2c 5 inplace batch=3").out.dist, 3);
 }
 
-TEST(ProblemLanguage, Transpose) {
+TEST(ProblemLanguage, LaysOutATranspose) {
     const problem p = parse_problem("transpose 2x3");
     EXPECT_EQ(offsets(p, p.in), (std::vector<size_t>{0, 2, 4, 6, 8, 10}));
     EXPECT_EQ(offsets(p, p.out), (std::vector<size_t>{0, 4, 8, 2, 6, 10}));
     EXPECT_EQ(p.nominal_flops(), 0);
 }
 
-TEST(ProblemLanguage, InputThatSurvives) {
+TEST(ProblemLanguage, TellsWhichInputSurvives) {
     EXPECT_TRUE(parse_problem("c2c 8").keeps_input());
     EXPECT_TRUE(parse_problem("r2c 8").keeps_input());
     EXPECT_FALSE(parse_problem("c2r 8").keeps_input());

@@ -80,7 +80,7 @@ void check(const real_problem& p, solve_function solver, bool gate, bool in_grou
 
 }  // namespace
 
-TEST(AscendingRows, OnePoint) {
+TEST(AscendingRows, AreRightInPlaceForOnePoint) {
     tally r2c, c2r;
     for (int64_t is = 1; is <= 12; ++is)
         for (int64_t os = 1; os <= 12; ++os)
@@ -96,7 +96,7 @@ TEST(AscendingRows, OnePoint) {
     }
 }
 
-TEST(AscendingRows, ManyRows) {
+TEST(AscendingRows, AreRightInPlaceForManyRows) {
     tally t;
     for (const int64_t n : {2, 3, 4, 5, 8, 9, 16, 30, 60, 100, 270, 540})
         for (int64_t count = 2; count <= 9; ++count) {

@@ -76,7 +76,7 @@ TEST(MirrorTable, StandsBehindTheHalfTable) {
     }
 }
 
-TEST(R2cPostPass, ContiguousStridedAndInPlace) {
+TEST(R2cPostPass, IsRightContiguousStridedAndInPlace) {
     for (uint64_t m = 1; m <= most; ++m) {
         SCOPED_TRACE(m);
         const auto table = tables(m);
@@ -92,7 +92,7 @@ TEST(R2cPostPass, ContiguousStridedAndInPlace) {
     }
 }
 
-TEST(C2rPrePass, ContiguousStridedAndInPlace) {
+TEST(C2rPrePass, IsRightContiguousStridedAndInPlace) {
     for (uint64_t m = 1; m <= most; ++m) {
         SCOPED_TRACE(m);
         const auto table = tables(m);
@@ -110,7 +110,7 @@ TEST(C2rPrePass, ContiguousStridedAndInPlace) {
 }
 
 // The parts that threads take: pairs of one range touch nothing of another's, in place too.
-TEST(R2cPostPass, InRangesOfAnyWidth) {
+TEST(R2cPostPass, IsRightInRangesOfAnyWidth) {
     for (uint64_t m = 2; m <= most; m += 3)
         for (uint64_t width = 1; width <= m / 2; ++width) {
             SCOPED_TRACE(testing::Message() << m << " in ranges of " << width);
@@ -125,7 +125,7 @@ TEST(R2cPostPass, InRangesOfAnyWidth) {
         }
 }
 
-TEST(C2rPrePass, InRangesOfAnyWidth) {
+TEST(C2rPrePass, IsRightInRangesOfAnyWidth) {
     for (uint64_t m = 2; m <= most; m += 3)
         for (uint64_t width = 1; width <= m / 2; ++width) {
             SCOPED_TRACE(testing::Message() << m << " in ranges of " << width);

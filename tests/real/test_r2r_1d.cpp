@@ -81,12 +81,12 @@ class R2r : public testing::TestWithParam<uint32_t> {};
 
 int shortest(uint32_t kind) { return kind == r2r_redft00 ? 2 : 1; }
 
-TEST_P(R2r, EveryLengthContiguous) {
+TEST_P(R2r, IsRightForEveryLength) {
     for (int n = shortest(GetParam()); n <= 512 && !HasFatalFailure(); n = next_length(n))
         check({GetParam(), n, 1, 1, false});
 }
 
-TEST_P(R2r, EveryLengthStridedAndInPlace) {
+TEST_P(R2r, IsRightForEveryLengthStridedAndInPlace) {
     for (int n = shortest(GetParam()); n <= last_strided_length && !HasFatalFailure(); ++n) {
         check({GetParam(), n, 3, 1, false});
         check({GetParam(), n, 1, 2, false});
@@ -112,7 +112,7 @@ TEST_P(R2r, InverseGivesTheInputTimesItsFactor) {
     }
 }
 
-TEST_P(R2r, ScratchOfItsOwnOnAThreadThatNeverPlanned) {
+TEST_P(R2r, BringsScratchOnAThreadThatNeverPlanned) {
     for (int n : {12, 15, 22, 100}) {
         std::vector<float> x(n, 0.25f), y(n), z(n);
         x[1] = -1;
@@ -153,7 +153,7 @@ storage storage_of(uint32_t kind, int64_t n) {
 
 }  // namespace
 
-TEST(R2rStorage, OfEveryLength) {
+TEST(R2rStorage, IsAsToldForEveryLength) {
     for (const uint32_t kind :
          {r2r_redft00, r2r_redft01, r2r_redft10, r2r_redft11, r2r_rodft00, r2r_rodft01, r2r_rodft10, r2r_rodft11})
         for (int n = 1; n <= 200; ++n) {

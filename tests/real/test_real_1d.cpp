@@ -127,11 +127,11 @@ void check_c2r(const problem& p, float unread) {
     EXPECT_TRUE(input.zones_are_intact() && separate.zones_are_intact());
 }
 
-TEST(R2c, EveryLengthContiguous) {
+TEST(R2c, IsRightForEveryLength) {
     for (int n = 1; n <= 1024; n = next_length(n)) check_r2c({n, 1, 1, false});
 }
 
-TEST(R2c, EveryLengthStridedAndInPlace) {
+TEST(R2c, IsRightForEveryLengthStridedAndInPlace) {
     for (int n = 1; n <= last_strided_length; ++n) {
         check_r2c({n, 3, 1, false});
         check_r2c({n, 1, 2, false});
@@ -141,11 +141,11 @@ TEST(R2c, EveryLengthStridedAndInPlace) {
     }
 }
 
-TEST(C2r, EveryLengthContiguous) {
+TEST(C2r, IsRightForEveryLength) {
     for (int n = 1; n <= 1024; n = next_length(n)) check_c2r({n, 1, 1, false}, 0);
 }
 
-TEST(C2r, EveryLengthStridedAndInPlace) {
+TEST(C2r, IsRightForEveryLengthStridedAndInPlace) {
     for (int n = 1; n <= last_strided_length; ++n) {
         check_c2r({n, 3, 1, false}, 0);
         check_c2r({n, 1, 2, false}, 0);
@@ -162,7 +162,7 @@ TEST(C2r, ImaginaryPartsOfTheEndsHaveNoEffectForEvenLengths) {
     }
 }
 
-TEST(Real, LargeLengths) {
+TEST(Real, TransformsOfLargeLengthsAreRight) {
     for (int n : {1025, 2048, 4096, 6144, 10007, 16384, 30030, 32768, 65536, 100000}) {
         if (n > last_large_length) continue;
         check_r2c({n, 1, 1, false});

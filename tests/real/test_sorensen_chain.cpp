@@ -72,7 +72,7 @@ uint64_t entry_of(uint64_t k, uint64_t j, uint64_t r, uint64_t rows, int group, 
 
 }  // namespace
 
-TEST(SorensenChain, Acceptance) {
+TEST(SorensenChain, TakesSmoothContiguousLengths) {
     for (const chain_row& row : chain_rows) {
         for (int64_t n = 1; n <= 33000; ++n) {
             const bool taken = planned(record_of(n), row.solve) != nullptr;
@@ -100,7 +100,7 @@ TEST(SorensenChain, Acceptance) {
     }
 }
 
-TEST(SorensenChain, StorageAndNames) {
+TEST(SorensenChain, HasItsToldStorageAndNames) {
     for (const chain_row& row : chain_rows)
         for (int64_t n : {2, 12, 24, 60, 256, 320, 1024, 8192, 32768, 2401}) {
             const plan_handle plan = planned(record_of(n), row.solve);
@@ -115,7 +115,7 @@ TEST(SorensenChain, StorageAndNames) {
         }
 }
 
-TEST(SorensenChain, RecordsAndTablesWordByWord) {
+TEST(SorensenChain, LaysItsRecordsAndTablesOutWordByWord) {
     for (const chain_row& row : chain_rows)
         for (int64_t n : {12, 24, 45, 60, 96, 105, 256, 1024, 2401, 3072, 32768}) {
             SCOPED_TRACE(testing::Message() << n << " " << row.suffix);
@@ -159,7 +159,7 @@ TEST(SorensenChain, RecordsAndTablesWordByWord) {
 }
 
 // Any kernels fit the chain, such as these, which compute a stage by its formula.
-TEST(SorensenChain, ChainOfStagesByTheFormula) {
+TEST(SorensenChain, IsTheInverseByTheFormulaOfItsStages) {
     for (const chain_row& row : chain_rows)
         for (int64_t n = 2; n <= 32768; ++n) {
             if (!is_smooth(n) || (is_emulated && n > 100 && n % 2048)) continue;
@@ -171,7 +171,7 @@ TEST(SorensenChain, ChainOfStagesByTheFormula) {
         }
 }
 
-TEST(SorensenChain, KernelsOfThePlans) {
+TEST(SorensenChain, IsRightByItsKernels) {
     for (const chain_row& row : chain_rows)
         for (int64_t n = 2; n <= 32768; ++n) {
             if (!is_smooth(n) || (is_emulated && n > 128 && n % (n > 1024 ? 4096 : 48))) continue;

@@ -128,7 +128,7 @@ void check(const problem& p) {
     EXPECT_TRUE(in.zones_are_intact() && out.zones_are_intact());
 }
 
-TEST(Upsampling, SmallSizesOfEveryParity) {
+TEST(Upsampling, IsRightForSmallSizesOfEveryParity) {
     for (int n0 = 1; n0 <= 6; ++n0)
         for (int n1 = 1; n1 <= 6; ++n1)
             for (int m0 : {n0, n0 + 1, 2 * n0, 3 * n0 + 1})
@@ -138,7 +138,7 @@ TEST(Upsampling, SmallSizesOfEveryParity) {
                 }
 }
 
-TEST(Upsampling, LargerImages) {
+TEST(Upsampling, IsRightForLargerImages) {
     check({48, 64, 192, 256, 0.5f, 0.25f});
     check({30, 50, 60, 100, -0.5f, 0.75f});
     check({33, 21, 64, 64, 0, 0});

@@ -119,9 +119,10 @@ TEST(Record, FieldsStandInTheirOrderAtNaturalAlignment) {
     EXPECT_EQ(offsetof(fft_plan, sign), 8u);
     EXPECT_EQ(offsetof(fft_plan, split), 16u);
     EXPECT_EQ(offsetof(fft_plan, rank), 24u);
-    EXPECT_EQ(offsetof(fft_plan, scratch_lines), 28u);  // in the padding, like the next two
+    EXPECT_EQ(offsetof(fft_plan, scratch_lines), 28u);  // in the padding, like the next three
     EXPECT_EQ(offsetof(fft_plan, lending), 4u);
     EXPECT_EQ(offsetof(fft_plan, brought_lines), 148u);
+    EXPECT_EQ(offsetof(fft_plan, runs), 284u);
     EXPECT_EQ(offsetof(fft_plan, dims), 32u);
     EXPECT_EQ(offsetof(fft_plan, r2r_kind), 128u);
     EXPECT_EQ(offsetof(fft_plan, howmany_rank), 144u);
@@ -213,7 +214,7 @@ TEST(Subplans, CountsBelowOneGiveAnEmptyArray) {
 }
 
 // The sanitizers' build finds what is lost.
-TEST(Subplans, MadeAgainReleaseTheOlderOnes) {
+TEST(Subplans, ReleaseTheOlderOnesWhenMadeAgain) {
     fft_plan p = full_record();
     ASSERT_TRUE(make_subplans(&p, 3));
     ASSERT_TRUE(make_subplans(p.subplans[1], 2));
@@ -305,7 +306,7 @@ TEST(CopyDims, NullAndCountsBelowOneDoNothing) {
     EXPECT_EQ(b[1], 0u);
 }
 
-TEST(Elements, SizesByKind) {
+TEST(Elements, HaveTheirSizesByKind) {
     const struct {
         uint32_t kind;
         uint64_t in, out;
@@ -319,7 +320,7 @@ TEST(Elements, SizesByKind) {
     }
 }
 
-TEST(DoubledStride, OnlyForASwitchOfExactlyOne) {
+TEST(DoubledStride, NeedsASwitchOfExactlyOne) {
     EXPECT_EQ(doubled_stride(1, 21), 42);
     EXPECT_EQ(doubled_stride(0, 21), 21);
     EXPECT_EQ(doubled_stride(2, 21), 21);

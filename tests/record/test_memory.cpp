@@ -5,7 +5,7 @@
 
 #include <cstring>
 
-TEST(Memory, AlignedAndZeroed) {
+TEST(Memory, IsAlignedAndZeroed) {
     for (uint64_t size : {uint64_t{0}, uint64_t{1}, uint64_t{63}, uint64_t{64}, uint64_t{4096}}) {
         char* p = static_cast<char*>(qsl_fftf_malloc(size));
         ASSERT_NE(p, nullptr);

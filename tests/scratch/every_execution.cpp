@@ -32,10 +32,12 @@ struct array_pointers {
     float *in, *in_imag, *out, *out_imag;
 };
 
-array_pointers pointers_of(const problem_case& p, arrays& a) {
-    array_pointers at = {a.in.data(), nullptr, p.in_place ? a.in.data() : a.out.data(), nullptr};
-    if (p.split && p.kind != kind_r2c) at.in_imag = at.in + a.in.size() / 2;
-    if (p.split && p.kind != kind_c2r) at.out_imag = at.out + (p.in_place ? a.in.size() : a.out.size()) / 2;
+// The first floats of both arrays, as many as are `ahead`, don't belong to the problem.
+array_pointers pointers_of(const problem_case& p, arrays& a, size_t ahead = 0) {
+    const size_t in_size = a.in.size() - ahead, out_size = p.in_place ? in_size : a.out.size() - ahead;
+    array_pointers at = {a.in.data() + ahead, nullptr, (p.in_place ? a.in.data() : a.out.data()) + ahead, nullptr};
+    if (p.split && p.kind != kind_r2c) at.in_imag = at.in + in_size / 2;
+    if (p.split && p.kind != kind_c2r) at.out_imag = at.out + out_size / 2;
     return at;
 }
 
@@ -89,15 +91,29 @@ planned_execution::planned_execution(const problem_case& problem, int row)
 planned_execution::~planned_execution() = default;
 
 std::string planned_execution::text() const {
-    return (row_ < 0 ? "by the rules: " : std::string("by ") + solver_table[row_].name + " alone: ") + plan_tree_text(*plan_);
+    return (row_ < 0 ? "by the rules: " : std::string("by ") + solver_table[row_].name + " alone: ") +
+           plan_tree_text(*plan_);
 }
 
-void planned_execution::execute(arrays& on) const {
-    const array_pointers at = pointers_of(problem_, on);
+void planned_execution::execute(arrays& on) const { execute_behind(on, 0); }
+
+void planned_execution::execute_behind(arrays& on, size_t floats_ahead) const {
+    const array_pointers at = pointers_of(problem_, on, floats_ahead);
     if (problem_.split)
         plan_->execute_split(plan_.get(), at.in, at.in_imag, at.out, at.out_imag);
     else
         plan_->execute(plan_.get(), at.in, at.out);
+}
+
+arrays planned_execution::result_behind(size_t floats_ahead) const {
+    const auto ahead = static_cast<ptrdiff_t>(floats_ahead);
+    arrays on = before_;
+    on.in.insert(on.in.begin(), floats_ahead, 0.0f);
+    if (!problem_.in_place) on.out.insert(on.out.begin(), floats_ahead, 0.0f);
+    execute_behind(on, floats_ahead);
+    on.in.erase(on.in.begin(), on.in.begin() + ahead);
+    if (!problem_.in_place) on.out.erase(on.out.begin(), on.out.begin() + ahead);
+    return on;
 }
 
 void for_each_execution(const std::function<void(const planned_execution&)>& visit) {

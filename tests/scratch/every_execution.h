@@ -43,14 +43,19 @@ public:
 
     // Noise in the input, something else in the output.
     const arrays& before() const { return before_; }
+    // The arrays that were given to the planner, which began as those before.
+    const arrays& planned_on() const { return planned_on_; }
     void execute(arrays& on) const;
     arrays result() const {
         arrays on = before_;
         execute(on);
         return on;
     }
+    // The same on arrays that begin so many floats behind where the others do.
+    arrays result_behind(size_t floats_ahead) const;
 
 private:
+    void execute_behind(arrays& on, size_t floats_ahead) const;
     struct release {
         void operator()(fft_plan* p) const { fft_plan_free(p); }
     };

@@ -8,10 +8,10 @@
 #include <cstring>
 #include <thread>
 
-#include "include/qfftf.h"
 #include "planner/scratch.h"
 #include "tests/scratch/every_execution.h"
 #include "tests/scratch/program_contents.h"
+#include "tests/scratch/sleeping_workers.h"
 
 namespace {
 std::atomic<int> allocations{0};
@@ -64,14 +64,7 @@ arrays result_elsewhere(const planned_execution& e) {
     return on;
 }
 
-class Lending : public testing::Test {
-protected:
-    void SetUp() override {
-        setenv("QSL_FFT_AFFINITY", "NO", 1);
-        qsl_fftf_plan_with_nthreads(200);  // workers sleep between loops
-    }
-    void TearDown() override { qsl_fftf_cleanup_threads(); }
-};
+using Lending = sleeping_workers;
 
 // The buffers hold a pattern that no transform leaves: whoever writes into storage that isn't his is seen.
 void expect_left_alone(const planned_execution& e, const arrays& expected) {

@@ -9,6 +9,7 @@
 
 #include "include/qfftf.h"
 #include "tests/scratch/every_execution.h"
+#include "tests/scratch/sleeping_workers.h"
 
 namespace {
 
@@ -54,16 +55,9 @@ void expect_the_same_from_all(const std::vector<problem_case>& problems) {
     }
 }
 
-class Sharing : public testing::Test {
-protected:
-    void SetUp() override {
-        setenv("QSL_FFT_AFFINITY", "NO", 1);
-        qsl_fftf_plan_with_nthreads(200);  // workers sleep between loops
-    }
-    void TearDown() override { qsl_fftf_cleanup_threads(); }
-};
+using Sharing = sleeping_workers;
 
-TEST_F(Sharing, ComplexRealAndRealToReal) {
+TEST_F(Sharing, IsRightForComplexRealAndRealToReal) {
     expect_the_same_from_all({
         {.dims = {{1000, 1, 1}}},
         {.kind = kind_r2c, .dims = {{2002, 1, 1}}},
@@ -71,7 +65,7 @@ TEST_F(Sharing, ComplexRealAndRealToReal) {
     });
 }
 
-TEST_F(Sharing, BatchesAndSeveralDimensions) {
+TEST_F(Sharing, IsRightForBatchesAndSeveralDimensions) {
     expect_the_same_from_all({
         {.dims = {{94, 1, 1}}, .batch = {{7, 94, 94}}},
         {.dims = {{100, 16, 16}}, .batch = {{16, 1, 1}}, .in_place = true},
@@ -79,7 +73,7 @@ TEST_F(Sharing, BatchesAndSeveralDimensions) {
     });
 }
 
-TEST_F(Sharing, SplitArrays) {
+TEST_F(Sharing, IsRightForSplitArrays) {
     expect_the_same_from_all({
         {.dims = {{100, 1, 1}}, .split = true},
         {.dims = {{94, 2, 1}}, .batch = {{3, 188, 94}}, .split = true},
@@ -88,7 +82,7 @@ TEST_F(Sharing, SplitArrays) {
 }
 
 // Loops of several threads at once, on workers that they take from one pool.
-TEST_F(Sharing, PlansOfSeveralThreads) {
+TEST_F(Sharing, IsRightForPlansOfSeveralThreads) {
     expect_the_same_from_all({
         {.dims = {{1000, 1, 1}}, .batch = {{8, 1000, 1000}}, .nthreads = 2},
         {.dims = {{64, 60, 60}, {60, 1, 1}}, .in_place = true, .nthreads = 3},
@@ -98,7 +92,7 @@ TEST_F(Sharing, PlansOfSeveralThreads) {
 
 // The first execution in the plan's storage finds it zeroed, and so does each that brings its own: with all of the
 // source's frequencies in the target later ones on one thread are right too.
-TEST_F(Sharing, Upsampling) {
+TEST_F(Sharing, IsRightForUpsampling) {
     expect_the_same_from_all({
         {.kind = kind_upsampling_2d, .dims = {{6, 0, 0}, {10, 0, 0}}, .batch = {{6, 0, 0}, {13, 0, 0}}},
         {.kind = kind_upsampling_2d, .dims = {{7, 0, 0}, {5, 0, 0}}, .batch = {{7, 0, 0}, {5, 0, 0}}},

@@ -10,9 +10,9 @@
 #include <sstream>
 #include <thread>
 
-#include "include/qfftf.h"
 #include "tests/scratch/every_execution.h"
 #include "tests/scratch/program_contents.h"
+#include "tests/scratch/sleeping_workers.h"
 
 namespace {
 
@@ -91,14 +91,7 @@ std::string list_of_missing(const execute_parts& all, const execute_parts& found
     return missing.str() + list_of_missing_functions(all, found);
 }
 
-class ShortMemory : public testing::Test {
-protected:
-    void SetUp() override {
-        setenv("QSL_FFT_AFFINITY", "NO", 1);
-        qsl_fftf_plan_with_nthreads(200);  // workers sleep between loops
-    }
-    void TearDown() override { qsl_fftf_cleanup_threads(); }
-};
+using ShortMemory = sleeping_workers;
 
 TEST_F(ShortMemory, LeavesEveryExecutionCompleteOrUntouched) {
     execute_parts found;

@@ -150,7 +150,7 @@ TEST(ShimPlans, SplitCallsOf32BitsAgreeWithInterleavedOnes) {
 }
 
 // The two sides begin at different addresses then: to the library they would be two arrays that overlap.
-TEST(ShimPlans, InPlaceFromOtherEndsOfTwoLayouts) {
+TEST(ShimPlans, AreRightInPlaceFromOtherEndsOfTwoLayouts) {
     numbers apart(1300, 8), result(1300), in_place = apart;
     const fftwf_iodim line = {5, 1, 1}, rows = {60, -20, -10};
     const auto plan = [&](numbers& in, numbers& out) {

@@ -38,7 +38,7 @@ TEST(ReferenceDft, TheSumIsTheDefinition) {
         }
 }
 
-TEST(ReferenceDft, TheFastTransformEqualsTheSum) {
+TEST(ReferenceDft, EqualsTheSumWhereItIsFast) {
     for (size_t n = 1; n <= 150; ++n)
         for (int sign : {-1, 1})
             EXPECT_LT(distance(reference::dft_by_sum(noise(n), sign), reference::dft(noise(n), sign)), 4e-15) << n;
@@ -47,7 +47,7 @@ TEST(ReferenceDft, TheFastTransformEqualsTheSum) {
 }
 
 // Of longer transforms a few outputs: a sine wave has one line, an impulse a flat spectrum that turns.
-TEST(ReferenceDft, WavesAndImpulsesOfLongTransforms) {
+TEST(ReferenceDft, IsRightForWavesAndImpulsesOfLongTransforms) {
     for (size_t n : {4096, 67 * 71, 10007, 3 * 32768})
         for (size_t k : {size_t{1}, n / 3, n - 1}) {
             std::vector<complex> wave(n), line(n), impulse(n), turning(n);
@@ -70,7 +70,7 @@ TEST(ReferenceDft, ThereAndBackGivesTheInputTimesTheLength) {
     }
 }
 
-TEST(ReferenceDft, OtherDirection) {
+TEST(ReferenceDft, GivesTheOtherDirection) {
     for (size_t n = 1; n <= 70; ++n)
         EXPECT_LT(distance(reference::dft(noise(n), 1), reference::other_direction(reference::dft(noise(n), -1))),
                   1e-14)

@@ -42,7 +42,7 @@ void probe_on_tarn(const std::string& actions, const std::string& out) {
     expect_output("QSL_FFT_THREAD_TYPE=TARN", tree.ours() + " " + actions, out);
 }
 
-TEST(Choice, OfBackend) {
+TEST(Choice, IsThatOfTheEnvironment) {
     probe("-u QSL_FFT_THREAD_TYPE", "backend", "backend 0\n");
     for (const char* text : {"", "omp", "OMP ", "OpenMP", "tarn", "Tarn", "TARNX", "1"})
         probe(std::string("'QSL_FFT_THREAD_TYPE=") + text + "'", "backend", "backend 0\n");
@@ -61,14 +61,14 @@ TEST(Choice, TarnNeedsAllItsFunctions) {
     }
 }
 
-TEST(Choice, TarnOfAnotherFormat) {
+TEST(Choice, PassesOverATarnOfAnotherFormat) {
     const std::string text = testing::TempDir() + "not_a_library";
     std::ofstream(text) << "text";
     const installed_tree tree(PROBE, text);
     expect_output("QSL_FFT_THREAD_TYPE=TARN", tree.ours() + " backend", "backend 0\n", cannot_find_tarn);
 }
 
-TEST(Choice, LengthOfTheLibrarysPath) {
+TEST(Choice, NeedsALibraryPathBelow2048Characters) {
     const installed_tree tree(PROBE, standins().front());
     expect_output("QSL_FFT_THREAD_TYPE=TARN", tree.ours_by_a_name_of(2003) + " backend", "backend 2\n");
     expect_output("QSL_FFT_THREAD_TYPE=TARN", tree.ours_by_a_name_of(2004) + " backend",
@@ -112,7 +112,7 @@ INSTANTIATE_TEST_SUITE_P(All, Counts,
                                                     : p.index == 1 ? "OpenMP"
                                                                    : "Tarn"; });
 
-TEST(Affinity, OfTheEnvironment) {
+TEST(Affinity, IsThatOfTheEnvironment) {
     struct {
         const char* environment;
         const char* modes;  // after the count is set, after a plan asks for 1, after another asks for 2
@@ -164,7 +164,7 @@ TEST(Affinity, LocalCountsAddUp) {
 
 const std::string omp = "QSL_FFT_THREAD_TYPE=OMP ";
 
-TEST(OpenMP, OneThreadPerPartition) {
+TEST(OpenMP, HasOneThreadPerPartition) {
     probe(omp, "loop 3 8 1",
           "partition 0 chunk 1 thread 0 (caller)\npartition 1 chunk 1 thread 1\npartition 2 chunk 1 thread 2\n");
     probe(omp, "loop 100 2 16", "partition 0 chunk 64 thread 0 (caller)\npartition 1 chunk 64 thread 1\n");
@@ -209,7 +209,7 @@ TEST(Tarn, WithoutInitThereIsNoGroup) {
                       "loop flags 15 group 0 concurrency 2 reserved 0 range 1 0 2 1 0\n" + two_parts);
 }
 
-TEST(Tarn, NothingForNoItems) { probe_on_tarn("init loop 0 8 4", "init 1\n"); }
+TEST(Tarn, DoesNothingForNoItems) { probe_on_tarn("init loop 0 8 4", "init 1\n"); }
 
 // The stand-in takes every third partition on one thread; only the caller, who has planned, uses plan buffers.
 TEST(Tarn, UseOfPlanBuffersStaysWithTheCaller) {

@@ -177,7 +177,7 @@ TEST_F(Routes, PartsWorkOnTheirOwnItems) {
 }
 
 // The first plan that could use several threads decides for the process: close below 8192 elements per thread.
-TEST(PlannedMode, ByTheWorkPerThread) {
+TEST(PlannedMode, FollowsTheWorkPerThread) {
     struct {
         const char* threads_and_problems;
         const char* modes;

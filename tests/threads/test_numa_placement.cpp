@@ -43,7 +43,7 @@ std::vector<std::string> places(numa_tables& t, const thread_state& caller,
 
 using expected = std::vector<std::string>;
 
-TEST(Spread, OneNodeCallerOnFirstCpuOfItsCluster) {
+TEST(Spread, StartsBehindACallerOnTheFirstCpuOfItsCluster) {
     made_up_machine machine;
     machine.node(0, "ff\n", "10\n");
     const auto t = machine.read_with_all_cpus_allowed();
@@ -51,7 +51,7 @@ TEST(Spread, OneNodeCallerOnFirstCpuOfItsCluster) {
 }
 
 // The caller's cluster is spared in the first round; the second gives its first CPU back in place of the caller's.
-TEST(Spread, OneNodeCallerInsideItsCluster) {
+TEST(Spread, StartsInsideTheCallersCluster) {
     made_up_machine machine;
     machine.node(0, "ff\n", "10\n");
     auto t = machine.read_with_all_cpus_allowed();
@@ -60,7 +60,7 @@ TEST(Spread, OneNodeCallerInsideItsCluster) {
     EXPECT_EQ(places(*t, caller_at(*t, 6), spread), (expected{"0", "1 4 5", "1 4 5", "1 4 5", "2", "3 7", "3 7"}));
 }
 
-TEST(Spread, NearNodesFirstClusterByCluster) {
+TEST(Spread, TakesNearNodesClusterByCluster) {
     made_up_machine machine;
     machine.regular(2, 8, 20);  // near
     auto t = machine.read_with_all_cpus_allowed();
@@ -73,7 +73,7 @@ TEST(Spread, NearNodesFirstClusterByCluster) {
 }
 
 // With the other node far, near is 0 and both nodes are searched at once, class by class.
-TEST(Spread, FarNodes) {
+TEST(Spread, GoesByTurnsOverFarNodes) {
     made_up_machine machine;
     machine.regular(2, 4, 21);
     auto t = machine.read_with_all_cpus_allowed();
@@ -81,7 +81,7 @@ TEST(Spread, FarNodes) {
     EXPECT_EQ(places(*t, caller_at(*t, 0), spread), (expected{"4", "1", "5", "2", "6", "3", "7"}));
 }
 
-TEST(Spread, NearBeforeFar) {
+TEST(Spread, TakesNearNodesBeforeFarOnes) {
     made_up_machine machine;
     machine.node(0, "f\n", "10 12 30 30\n");
     machine.node(1, "f0\n", "12 10 30 30\n");
@@ -118,7 +118,7 @@ TEST(Spread, CountsBelowZeroPlaceNothing) {
     EXPECT_EQ(t->numa_class_free[0][1], ~uint32_t{0});
 }
 
-TEST(Spread, CallersWithoutNodePlaceNothing) {
+TEST(Spread, PlacesNothingForCallersWithoutNode) {
     made_up_machine machine;
     machine.regular(2, 8, 20);
     const auto t = machine.read_with_all_cpus_allowed();
@@ -128,14 +128,14 @@ TEST(Spread, CallersWithoutNodePlaceNothing) {
     EXPECT_EQ(numa_near_count(*t, -1), 0);
 }
 
-TEST(Spread, NoTopologyPlacesNothing) {
+TEST(Spread, PlacesNothingWithoutATopology) {
     auto t = std::make_unique<numa_tables>();
     EXPECT_EQ(places(*t, caller_at(*t, 0), spread), expected{});
     EXPECT_EQ(places(*t, caller_at(*t, 0), numa_close_place), expected{});
 }
 
 // Every sorted row is zero then, so every position names node 0.
-TEST(Spread, HalfReadTopologyUsesNode0) {
+TEST(Spread, UsesNode0OfAHalfReadTopology) {
     made_up_machine machine;
     machine.regular(3, 4, 20);
     machine.remove("node1/cpumap");
@@ -151,14 +151,14 @@ TEST(Close, FillsTheNearestNodeButOneCpu) {
               (expected{"3 4 5", "3 4 5", "0 1 2", "0 1 2", "0 1 2", "6 7 8", "6 7 8", "6 7 8"}));
 }
 
-TEST(Close, OneNode) {
+TEST(Close, GivesAllCpusOfOneNode) {
     made_up_machine machine;
     machine.node(0, "f\n", "10\n");
     const auto t = machine.read_with_all_cpus_allowed();
     EXPECT_EQ(places(*t, caller_at(*t, 2), numa_close_place), (expected{"0 1 2 3", "0 1 2 3", "0 1 2 3"}));
 }
 
-TEST(Near, ByDistanceAndCount) {
+TEST(Near, CountsNodesByDistance) {
     struct {
         int nodes;
         const char* distance;

@@ -24,7 +24,7 @@ cpus range(int first, int count) {
 
 cpus row(const int32_t (&values)[numa_node_cap]) { return cpus(values, values + numa_node_cap); }
 
-TEST(Topology, OneNode) {
+TEST(Topology, ReadsOneNode) {
     made_up_machine machine;
     machine.node(0, "ff\n", "10\n");
     const auto t = machine.read_with_all_cpus_allowed();
@@ -40,7 +40,7 @@ TEST(Topology, OneNode) {
     EXPECT_EQ(numa_cpu_limit(*t), -1);
 }
 
-TEST(Topology, TwoNodesOf48) {
+TEST(Topology, ReadsTwoNodesOf48) {
     made_up_machine machine;
     machine.regular(2, 48, 20);
     const auto t = machine.read_with_all_cpus_allowed();
@@ -55,7 +55,7 @@ TEST(Topology, TwoNodesOf48) {
     EXPECT_EQ(numa_cpu_limit(*t), 48);
 }
 
-TEST(Topology, EightNodesOfWhichFourAreUsed) {
+TEST(Topology, UsesFourOfEightNodes) {
     made_up_machine machine;
     machine.regular(8, 16, 12);
     const auto t = machine.read_with_all_cpus_allowed();
@@ -81,7 +81,7 @@ TEST(Topology, LimitNeedsEvenCounts) {
     EXPECT_EQ(numa_cpu_limit(*empty_first_half.read()), -1);
 }
 
-TEST(Topology, NothingWithoutAFolder) {
+TEST(Topology, ReadsNothingWithoutAFolder) {
     auto t = std::make_unique<numa_tables>();
     numa_read_topology(*t, "/nonexistent/node");
     EXPECT_EQ(numa_count_nodes(*t, "/nonexistent/node"), 0);
@@ -94,7 +94,7 @@ TEST(Topology, NothingWithoutAFolder) {
     EXPECT_EQ(numa_count_nodes(*t, machine.root().c_str()), 1);
 }
 
-TEST(Topology, FolderWithoutNodes) {
+TEST(Topology, HasNoNodesInAFolderWithoutThem) {
     made_up_machine machine;
     machine.write("online", "0\n");
     machine.write("node", "");
@@ -118,7 +118,7 @@ TEST(Topology, NodeCountIsCached) {
 }
 
 // The number behind "node" is read like a C constant, and anything may follow it.
-TEST(Topology, NodeNumbers) {
+TEST(Topology, CountsWhateverBeginsWithANodeNumber) {
     made_up_machine machine;
     machine.write("node0x2/cpumap", "");
     machine.write("node03.old/cpumap", "");
@@ -174,7 +174,7 @@ struct map_case {
     cpus expected;
 };
 
-TEST(Topology, CpuMaps) {
+TEST(Topology, ReadsCpuMaps) {
     const map_case cases[] = {
         {"ff,ffffffff\n", range(0, 40)},
         {"1\n", {0}},
@@ -210,7 +210,7 @@ TEST(Topology, CpusFrom160OnAreNotListed) {
     EXPECT_EQ(numa_cpu_limit(*t), 160);
 }
 
-TEST(Topology, LongMapsFitTheBuffer) {
+TEST(Topology, ReadsLongMaps) {
     made_up_machine machine;
     machine.node(0, made_up_machine::cpu_map(0, 2112), "10\n");  // 66 groups: 593 characters and a newline
     EXPECT_EQ(list_of(*machine.read(), 0), range(0, 160));
@@ -232,7 +232,7 @@ TEST(Topology, RowsAreSortedByDistance) {
 }
 
 // Equal distances end where the exchange leaves them: 1 and 0 swap, then 1 and 2.
-TEST(Topology, EqualDistances) {
+TEST(Topology, SortsEqualDistancesAsTold) {
     made_up_machine machine;
     machine.node(0, "f\n", "20 20 10\n");
     machine.node(1, "f0\n", "10 10 10\n");
@@ -243,7 +243,7 @@ TEST(Topology, EqualDistances) {
     EXPECT_EQ(row(t->numa_sorted_nodes[2]), (cpus{2, 1, 0, -1}));
 }
 
-TEST(Topology, UnreadableDistances) {
+TEST(Topology, StopsReadingAtUnreadableDistances) {
     struct {
         const char* node1;
         cpus distances_of_node1;
@@ -311,7 +311,7 @@ TEST(Topology, ReservedCpusLeaveTheClassMasks) {
 }
 
 // Only what must hold anywhere.
-TEST(Topology, ThisMachine) {
+TEST(Topology, IsConsistentOnThisMachine) {
     auto t = std::make_unique<numa_tables>();
     numa_read_topology(*t, numa_system_root);
     if (t->numa_topology_read != 1) {  // no readable folder of nodes here

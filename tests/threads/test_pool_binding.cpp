@@ -125,7 +125,7 @@ TEST_F(Binding, FailuresTakeNoPlace) {
     }
 }
 
-TEST_F(Binding, CpuThatNoListCanHold) {
+TEST_F(Binding, GivesNoNodeToACpuThatNoListCanHold) {
     start_on(members(everywhere).front(), "SPREAD");
     for (int cpu : {160, 161, 1023, 1024, 100000}) {
         cpu_told = cpu;
@@ -197,7 +197,7 @@ TEST_F(Binding, MasksStayWhenTheAllowedCpusAreUnknown) {
 
 // Last: a process that has seen a count of one thread stays in that mode. The thread's own CPU is nobody's then, and
 // what was placed stays counted when it moves.
-TEST_F(Binding, LocalCounts) {
+TEST_F(Binding, FollowsLocalCounts) {
     const int cpu = members(everywhere).front();
     setenv("QSL_FFT_AFFINITY", "SPREAD", 1);
     pin_to(everywhere);

@@ -31,8 +31,8 @@ protected:
     }
 };
 
-TEST_P(PoolFailures, ThreadsThatCannotBeStarted) { check(creates_left); }
-TEST_P(PoolFailures, RecordsThatCannotBeAllocated) { check(callocs_left); }
+TEST_P(PoolFailures, LeavePartitionsToTheCallerWithoutThreads) { check(creates_left); }
+TEST_P(PoolFailures, LeavePartitionsToTheCallerWithoutRecords) { check(callocs_left); }
 
 INSTANTIATE_TEST_SUITE_P(Modes, PoolFailures, testing::Values(8, 200),
                          [](const auto& mode) { return mode.param < 200 ? "Spinning" : "Waiting"; });

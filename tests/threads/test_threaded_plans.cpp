@@ -168,7 +168,7 @@ TEST_F(ThreadedPlans, MayBeMeasured) {
 }
 
 // Several threads that each plan and execute for themselves share the idle workers.
-TEST_F(ThreadedPlans, MadeAndRunBySeveralThreadsAtOnce) {
+TEST_F(ThreadedPlans, MayBeMadeAndRunBySeveralThreadsAtOnce) {
     const std::vector<threaded_problem> problems = threaded_problems();
     std::vector<floats> expected;
     for (const threaded_problem& problem : problems) expected.push_back(on_one_thread(problem));

@@ -16,6 +16,10 @@ enum class group_part {
     spectrum_block,  // of the spectrum
     spectrum_three,  // three floats
     spectrum_one,    // float `first` of all four rows
+    one,             // likewise, of the sequence
+    two,             // of the sequence: two floats of each of the rows `row` and `row` + 1
+    spectrum_two,    // of the spectrum
+    zeros,           // nothing: the numbers are zero
 };
 
 struct group_slot {
@@ -25,7 +29,7 @@ struct group_slot {
     static group_slot unpack(int slot) { return {group_part(slot / 1024), slot / 4 % 256, slot % 4}; }
 };
 
-// The layout is not `anywhere`; unless it is `side_by_side`, the size is a multiple of four.
+// The layout is not `anywhere`. As `pairs` and `half_complex` the size is a multiple of four.
 body make_group_body(const form& f, int size, real_layout layout);
 
 }  // namespace generator

@@ -9,11 +9,14 @@ namespace generator {
 
 body record(pool constants, const surroundings& where, const std::function<void(body&)>& formula) {
     const bool overwrites = where.in && where.in->overwrites;
-    body b{dag(std::move(constants), overwrites), {}, where.once && overwrites};
+    const order_wishes wishes = {where.loads_first, where.output_parts, where.input_blocks};
+    const bool sets_aside = overwrites && wishes.output_parts == 1 && wishes.input_blocks == 0;
+    body b{dag(std::move(constants), overwrites, sets_aside), {}, where.once && overwrites, where.loads_first};
     formula(b);
     b.did.recorded = b.graph.nodes();
-    b.order = print_order(b.graph, where.loads_first);
+    b.order = print_order(b.graph, wishes);
     b.did.into_second = choose_overwritten(b.graph, b.order);
+    if (where.loads_again) b.did.loaded_again = load_again(b.graph, b.order);
     if (!where.alone) b.did.reloaded = reload_overwritten(b.graph, b.order);
     return b;
 }

@@ -15,14 +15,16 @@ struct pass_history {
     std::vector<node> recorded;  // the graph before the passes
     int chained = 0;             // rotated pairs whose second was made from the first
     int into_second = 0;         // results that take the register of their second operand
+    int loaded_again = 0;        // inputs that are loaded more than once
     int reloaded = 0;            // operands that later users get from memory
     int joined = 0;              // stores that waited for their neighbours
 };
 
 struct body {
     dag graph;
-    std::vector<int> order;  // nodes to print, operands before their users
-    bool once = false;       // constants may as well be loaded where they are used
+    std::vector<int> order;    // nodes to print, operands before their users
+    bool once = false;         // constants may as well be loaded where they are used
+    bool loads_first = false;  // no load follows a store
     pass_history did{};
 };
 
@@ -31,7 +33,10 @@ struct surroundings {
     const vectors* in = nullptr;  // null: any that overwrite nothing
     bool loads_first = false;     // input and output may be one array: no load follows a store
     bool once = false;            // not the body of a loop
-    bool alone = false;           // nothing else runs at the time: results are waited for
+    bool loads_again = false;     // loads cost less than a copy or a place in memory
+    int output_parts = 1;         // see order_wishes
+    int input_blocks = 0;
+    bool alone = false;  // nothing else runs at the time: results are waited for
 };
 
 // `formula` loads, computes and stores.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "kernels/generator/emit/print.h"
 
+#include <algorithm>
 #include <map>
 #include <set>
 #include <utility>
@@ -51,35 +52,36 @@ public:
     void declare(text& out) const {
         for (const auto& [text_name, k] : used_) {
             if (!is_held(k)) continue;
-            const std::string number = is_held(once(k)) ? name(once(k)) : loaded(once(k));
-            const std::string made = k.twice ? "add(" + number + ", " + number + ")" : loaded(k);
+            const std::string number = is_held(halved(k)) ? name(halved(k)) : loaded(halved(k));
+            const std::string made = k.doublings > 0 ? "add(" + number + ", " + number + ")" : loaded(k);
             out.line("const ", in_quad(k) ? "quad " : "vec ", text_name, " = ", made, ";", meaning(k));
         }
     }
 
 private:
-    static constant once(constant k) {
-        k.twice = false;
+    static constant halved(constant k) {
+        k.doublings = std::max(k.doublings - 1, 0);
         return k;
     }
 
     std::string fresh_name(const std::string& name) const { return name + "_" + std::to_string(uses_.at(name).loads); }
 
-    static bool is_literal(constant k) { return k == two || k == conjugating; }
-
-    bool is_held(const constant& k) const { return is_literal(k) || k.twice || !body_.once; }
+    bool is_held(const constant& k) const { return is_literal(k) || k.doublings > 0 || !body_.once; }
 
     std::string name(const constant& k) const {
         if (k == two) return "two";
+        if (k == one_half) return "one_half";
         if (k == conjugating) return "signs";
-        if (in_quad(k)) return "q" + std::to_string(k.entry / 2);
+        const std::string times = k.doublings > 0 ? "_times" + std::to_string(1 << k.doublings) : "";
+        if (in_quad(k)) return "q" + std::to_string(k.entry / 2) + times;
         std::string s = (k.everywhere ? "u" : "k") + std::to_string(k.entry);
         if (k.everywhere) s += k.lane ? "s" : "c";
-        return k.twice ? s + "_twice" : s;
+        return s + times;
     }
 
     std::string loaded(const constant& k) const {
         if (k == two) return "same(2.0f)";
+        if (k == one_half) return "same(0.5f)";
         if (k == conjugating) return "conjugation()";
         if (k.everywhere) return "same(pool[" + std::to_string(2 * k.entry + k.lane) + "])";
         if (in_quad(k)) return "two_constants(pool + " + std::to_string(k.entry / 2 * 4) + ")";
@@ -87,7 +89,7 @@ private:
     }
 
     std::string meaning(const constant& k) const {
-        if (is_literal(k) || k.twice) return "";
+        if (is_literal(k) || k.doublings > 0) return "";
         if (in_quad(k)) return "  // " + meaning(k.entry / 2 * 2) + ", " + meaning(k.entry / 2 * 2 + 1);
         return "  // " + meaning(k.entry);
     }
@@ -99,8 +101,10 @@ private:
     void use(const node& v) {
         if (v.what == op::twice_minus) used_.emplace("two", two);
         if (v.k.entry == constant::none || is_lanes(v.k)) return;
-        used_.emplace(name(once(v.k)), once(v.k));
-        used_.emplace(name(v.k), v.k);
+        for (constant k = v.k;; k = halved(k)) {
+            used_.emplace(name(k), k);
+            if (k.doublings == 0) return;
+        }
     }
 
     const body& body_;

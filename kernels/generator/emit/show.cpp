@@ -51,8 +51,8 @@ void append_body(std::ostringstream& out, const body& b) {
     out << "\n";
     append_nodes(out, recorded);
     out << "  order: " << printed.size() << " operations, at most " << c.peak << " values alive; " << b.did.into_second
-        << " results take the register of their second operand, " << b.did.reloaded << " operands are loaded again, "
-        << b.did.joined << " stores wait for their neighbours\n";
+        << " results take the register of their second operand, " << b.did.loaded_again << " inputs and "
+        << b.did.reloaded << " operands are loaded again, " << b.did.joined << " stores wait for their neighbours\n";
     append_nodes(out, printed);
     out << "  counts: " << c.loads << " loads, " << c.stores << " stores, " << c.twiddles << " twiddles, " << c.adds
         << " additions and " << c.turned << " rotated, " << c.scales << " products, " << c.fused

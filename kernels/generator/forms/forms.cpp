@@ -13,6 +13,7 @@ constexpr int long_sizes[] = {128};  // in lanes only: no radix of stages, no di
 constexpr int scalar_sizes[] = {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 15, 16, 17, 21, 24};
 constexpr int real_direct_sizes[] = {2, 3, 4, 5, 7, 8, 16, 32, 64};
 constexpr int real_many_sizes[] = {2, 3, 4, 8, 16};
+constexpr int real_rows_sizes[] = {4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 32};
 constexpr int half_complex_sizes[] = {2, 4, 8, 16, 32};
 constexpr int groups_only_sizes[] = {32};  // half-complex and complex storage differ by offsets: others are r2c_many's
 constexpr int cosine_sizes[] = {2, 3, 4, 17};
@@ -62,6 +63,8 @@ constexpr form table[] = {
     {"c2r_direct",           &real_quad,  real_row,        offsets,  real_direct_sizes,  +1, exact_sizes},
     {"r2c_many",             &real_quad,  real_groups,     offsets,  real_many_sizes,    -1},
     {"c2r_many",             &real_quad,  real_groups,     offsets,  real_many_sizes,    +1},
+    {"r2c_rows",             &real_quad,  whole_rows,      contig,   real_rows_sizes,    -1},
+    {"c2r_rows",             &real_quad,  whole_rows,      contig,   real_rows_sizes,    +1},
     {"r2hc_quad",            &real_quad,  real_groups,     offsets,  groups_only_sizes,  -1, {}, true},
     {"r2hc_loop",            &real_quad,  real_rows,       offsets,  half_complex_sizes, -1},
     {"hc2r_loop",            &real_quad,  real_rows,       offsets,  half_complex_sizes, +1},

@@ -22,6 +22,7 @@ enum class shape {
 
     real_row,     // real data: one row
     real_groups,  // rows in groups of four, one row in every lane
+    whole_rows,   // likewise, of contiguous rows and spectra that are stored whole
     real_rows,    // any number of rows; adjacent rows in lanes
     cosine_rows,  // likewise, type I cosine transforms
 

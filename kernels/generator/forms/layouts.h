@@ -13,6 +13,7 @@ enum class real_layout {
     pairs,         // each row and each spectrum contiguous, coefficients as pairs
     half_complex,  // likewise, half-complex
     side_by_side,  // adjacent rows on both sides, coefficients as pairs
+    whole_rows,    // as `pairs`, and the imaginary parts of real coefficients are zeros that belong to the spectrum
 };
 
 // The condition, in the parameters of real kernels, that rows of this size lie so.

@@ -29,7 +29,7 @@ void chain_fused_pairs(values& y) {
             const node u = g.nodes()[y[i].n], v = g.nodes()[y[j].n];
             if (!opposite(u.what, v.what) || u.a != v.a || u.b != v.b || u.k != v.k) continue;
             constant k = u.k;
-            k.twice = true;
+            k.doublings = 1;
             if (constants_of(u.what) == constant_from::any_lane) k.everywhere = true;
             y[j].n = g.fused(v.what, y[i].n, u.b, k);
         }

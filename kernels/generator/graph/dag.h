@@ -19,16 +19,18 @@ struct node {
     constant k{};
     bool into_b = false;   // the result takes b's register, not a's
     bool at_once = false;  // printed as soon as its operands are there
-    auto key() const { return std::tuple(int(what), a, b, slot, k.entry, k.lane, k.everywhere, k.twice); }
+    auto key() const { return std::tuple(int(what), a, b, slot, k.entry, k.lane, k.everywhere, k.doublings); }
 };
 
 class dag {
 public:
     // On a machine that overwrites, multiply-adds and rotated additions have no free result register: see
-    // passes/overwrite.h.
-    dag(pool constants, bool overwrites) : pool_(std::move(constants)), overwrites_(overwrites) {}
+    // passes/overwrite.h. Values may be `set_aside` where the order of operations would keep too many alive.
+    dag(pool constants, bool overwrites, bool sets_aside = false)
+        : pool_(std::move(constants)), overwrites_(overwrites), sets_aside_(sets_aside) {}
 
     bool overwrites() const { return overwrites_; }
+    bool sets_aside() const { return sets_aside_; }
 
     int load(int slot) { return intern({op::load, none, none, slot}); }
     int twiddle(int slot) { return intern({op::twiddle, none, none, slot}); }
@@ -36,6 +38,7 @@ public:
     int binary(op what, int a, int b) { return intern({what, a, b}); }
     int scale(int a, constant k) { return intern({op::scale, a, none, none, k}); }
     int reload(int a) { return intern({op::reload, a, none, int(nodes_.size())}); }
+    int again(int n) { return nodes_.push_back(nodes_[n]), int(nodes_.size()) - 1; }  // the same, computed anew
     int fused(op what, int a, int b, constant k) { return intern({what, a, b, none, k}); }
 
     // What is recorded from here on is printed as soon as its operands are there, if nothing but stores is made of it.
@@ -53,9 +56,9 @@ private:
     int intern(const node& n);
 
     pool pool_;
-    bool overwrites_, at_once_ = false;
+    bool overwrites_, sets_aside_, at_once_ = false;
     std::vector<node> nodes_;
-    std::map<std::tuple<int, int, int, int, int, int, bool, bool>, int> known_;
+    std::map<std::tuple<int, int, int, int, int, int, bool, int>, int> known_;
 };
 
 }  // namespace generator

@@ -13,7 +13,8 @@ void pool::add(std::array<exact, 2> pair, std::string meaning) {
 
 exact pool::value(constant k) const {
     if (k.entry == constant::literal_two) return 2;
-    return (k.twice ? 2 : 1) * entries_[k.entry].value[k.lane];
+    if (k.entry == constant::literal_half) return half;
+    return (int64_t{1} << k.doublings) * entries_[k.entry].value[k.lane];
 }
 
 pool pool::growing(bool everywhere) {
@@ -55,7 +56,7 @@ found_constant pool::find(const exact& value) {
 found_constant pool::in_odd_lane(constant k) const {
     if (k.everywhere || is_lanes(k) || k.entry < 0) return {k, false};
     const exact &number = entries_[k.entry].value[k.lane], &odd = entries_[k.entry].value[1];
-    if (odd == number || odd == -number) return {{k.entry, 1, false, k.twice}, odd == -number};
+    if (odd == number || odd == -number) return {{k.entry, 1, false, k.doublings}, odd == -number};
     k.everywhere = true;
     return {k, false};
 }

@@ -12,17 +12,19 @@ namespace generator {
 
 // Where a kernel finds a real number: in one lane of a pair of the pool, or in a register that holds it everywhere.
 struct constant {
-    static constexpr int none = -1, literal_two = -2, literal_signs = -3;
+    static constexpr int none = -1, literal_two = -2, literal_signs = -3, literal_half = -4;
     int entry = none;
     int lane = 0;
     bool everywhere = false;
-    bool twice = false;  // the number is twice the pool's
+    int doublings = 0;  // the number is the pool's times two to this power
     bool operator==(const constant&) const = default;
 };
 constexpr constant two{constant::literal_two, 0, true};
+constexpr constant one_half{constant::literal_half, 0, true};
 constexpr constant conjugating{constant::literal_signs, 0, true};  // 1 and -1 in turn: the factor that conjugates
 // Four different numbers in the lanes of a real vector.
 constexpr int first_lanes_entry = 1000;
+inline bool is_literal(constant k) { return k.entry < constant::none; }
 inline bool is_lanes(constant k) { return k.entry >= first_lanes_entry; }
 
 struct pool_entry {

@@ -27,6 +27,7 @@ inline pair_of_split_values sum_and_difference(split_value a, split_value b) {
     const auto [im_sum, im_difference] = sum_and_difference(a.im, b.im);
     return {{re_sum, im_sum}, {re_difference, im_difference}};
 }
+inline pair_of_split_values with_factor_two(split_value a, split_value b) { return sum_and_difference(a, b); }
 inline pair_of_split_values sum_and_difference(split_value a, split_value p, split_value q) {
     return sum_and_difference(a, p + q);
 }

@@ -63,7 +63,11 @@ value operator*(const exact& factor, value a) {
         a.n = g.nodes()[a.n].a;
     }
     if (c == 1 || c == -1) return c == 1 ? a : -a;
-    const found_constant k = g.constants().find(c);
+    found_constant k = g.constants().find(c);
+    if (g.nodes()[a.n].what == op::scale && g.nodes()[a.n].k == two) {
+        ++k.where.doublings;
+        a.n = g.nodes()[a.n].a;
+    }
     const value scaled{&g, g.scale(a.n, k.where), a.quarters};
     return k.negative ? -scaled : scaled;
 }

@@ -42,6 +42,9 @@ struct pair_of_values {
 };
 // a + b and a - b, in the cheapest way to get both.
 pair_of_values sum_and_difference(value a, value b);
+// The same, where b is turned by a quarter: the difference may come with a factor of 2 that is still to be multiplied
+// by. a - i b = -2 i (b + i (a + i b) / 2) takes the register of b, and a + i b that of a.
+pair_of_values with_factor_two(value a, value b);
 // a + (p + q) and a - (p + q), where p and q are products.
 pair_of_values sum_and_difference(value a, value p, value q);
 

@@ -50,6 +50,25 @@ void declare_steps(text& out, int size) {
     strided_address("b", "out_step", size).declare_steps(out);
 }
 
+// Whether the next stage's rows may stand in blocks.
+bool knows_blocks(const form& f) { return f.in->masked && f.data == layout::contig; }
+
+// Of output that may be such rows: out_step leads from row to row of a block, `length` in every case to the row behind.
+void declare_steps_of_rows(text& out, int size) {
+    for (int j = 2; j < size && j <= 8; ++j)
+        out.line("const int64_t out_step", j, " = ",
+                 j < 4    ? std::to_string(j) + " * out_step"
+                 : j == 4 ? "4 * length"
+                 : j < 8  ? "out_step4 + out_step" + (j == 5 ? std::string() : std::to_string(j - 4))
+                          : "2 * out_step4",
+                 ";");
+}
+
+// Radices of which so many values don't fit the registers finish their outputs in two parts and load inputs for each.
+bool is_in_parts(const form& f, int size) { return f.in->masked && f.data == layout::contig && size == 32; }
+
+surroundings surroundings_in_parts(const form& f) { return {.in = f.in, .loads_again = true, .output_parts = 2}; }
+
 // A column from a to b; `mask` is what loads and stores begin with. Of two columns each is loaded at its own place,
 // with `apart` behind the address, and they are stored side by side.
 void print_column(text& out, const body& b, int size, const std::string& mask, const std::string& apart) {
@@ -68,9 +87,9 @@ void print_column(text& out, const body& b, int size, const std::string& mask, c
 void print_row(text& out, const form& f, const body& b, int size, const std::string& from, const std::string& to) {
     const auto constants = [&] { print_row_constants(out, b, size); };
     if (f.data == layout::contig) {
-        return print_along(out, *f.in, "in_step", constants, [&](const std::string& mask) {
+        return print_along(out, *f.in, "length", constants, [&](const std::string& mask) {
             out.line("const float* const a = base(", from, " + l);");
-            out.line("float* const b = base(", to, " + l);");
+            out.line("float* const b = base(", to, knows_blocks(f) ? " + l * columns_apart);" : " + l);");
             print_column(out, b, size, mask, "");
         });
     }
@@ -97,23 +116,34 @@ void print_row(text& out, const form& f, const body& b, int size, const std::str
 }  // namespace
 
 void print_first_stage(text& out, const form& f, int size, int sign) {
-    const surroundings where = {.in = f.in, .loads_first = true};
-    const body b = make_complex_body({.size = size, .sign = sign, .where = where});
     out.line("{");
-    if (f.data == layout::contig) {
-        out.line("const int64_t in_step = 2 * int64_t(stage->rest), out_step = in_step;");
-    } else {
+    if (f.data != layout::contig) {
         out.line("const int64_t is = 2 * stage->is, os = 2 * stage->os;");
         out.line("const int64_t in_step = int64_t(stage->rest) * is, out_step = int64_t(stage->rest) * os;");
+        declare_steps(out, size);
+    } else {
+        out.line("const int64_t length = 2 * int64_t(stage->rest), in_step = length;");
+        strided_address("a", "in_step", size).declare_steps(out);
+        out.line("const int64_t out_step = ", knows_blocks(f) ? "is_in_blocks(stage) ? 8 : length;" : "length;");
+        if (knows_blocks(f)) out.line("const int64_t columns_apart = is_in_blocks(stage) ? 4 : 1;");
+        declare_steps_of_rows(out, size);
     }
-    declare_steps(out, size);
-    print_row(out, f, b, size, "in", "out");
+    if (is_in_parts(f, size)) {
+        out.line("if (out + ", size, " * length <= in || in + ", size, " * length <= out) {");
+        print_row(out, f, make_complex_body({.size = size, .sign = sign, .where = surroundings_in_parts(f)}), size,
+                  "in", "out");
+        out.line("return;");
+        out.line("}");
+    }
+    const surroundings where = {.in = f.in, .loads_first = true};
+    print_row(out, f, make_complex_body({.size = size, .sign = sign, .where = where}), size, "in", "out");
     out.line("}");
 }
 
 void print_other_stage(text& out, const form& f, int size, int sign) {
-    const surroundings where = {.in = f.in};
-    const body first = make_complex_body({.size = size, .sign = sign, .where = where});
+    const surroundings where = {.in = f.in, .loads_again = true};
+    const surroundings row_zero = is_in_parts(f, size) ? surroundings_in_parts(f) : where;
+    const body first = make_complex_body({.size = size, .sign = sign, .where = row_zero});
     const body twiddled = make_complex_body({.size = size, .sign = sign, .twiddled = true, .where = where});
     out.line("{");
     if (f.data == layout::contig)
@@ -122,6 +152,11 @@ void print_other_stage(text& out, const form& f, int size, int sign) {
         out.line("const int64_t is = 2 * stage->is, os = 2 * stage->os;");
     out.line("const int64_t in_step = int64_t(stage->rest) * is, row_step = int64_t(stage->rest) * os;");
     out.line("const int64_t out_step = int64_t(stage->done) * row_step;");
+    if (f.data == layout::contig) out.line("const int64_t length = in_step;");
+    if (knows_blocks(f)) {
+        out.line("const int64_t columns_apart = is_in_blocks(stage) ? 4 : 1;");
+        out.line("const int64_t step_in_block = is_in_blocks(stage) ? 8 : row_step;");
+    }
     declare_steps(out, size);
     out.line("const float* row_in = in;");
     out.line("float* row_out = out;");
@@ -131,7 +166,10 @@ void print_other_stage(text& out, const form& f, int size, int sign) {
     out.line("const float* w = stage->twiddles;");
     out.line("for (uint64_t i = 1; i < stage->done; ++i) {");
     out.line("row_in += ", size, " * in_step;");
-    out.line("row_out += row_step;");
+    if (knows_blocks(f))
+        out.line("row_out = out + int64_t(i / 4 * 4) * row_step + int64_t(i % 4) * step_in_block;");
+    else
+        out.line("row_out += row_step;");
     out.line("w += ", 2 * (size - 1), ";");
     print_row(out, f, twiddled, size, "row_in", "row_out");
     out.line("}");

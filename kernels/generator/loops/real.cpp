@@ -23,6 +23,7 @@ public:
 
     void print() {
         if (f_.loop == shape::real_groups) return print_groups();
+        if (f_.loop == shape::whole_rows) return print_whole_rows();
         if (f_.loop != shape::real_row) return print_any_count();
         if (has_lanes_of_four(size_)) return print_contiguous_row_or_other();
         print_row_by_offsets();
@@ -124,6 +125,13 @@ private:
         out_.line("} else {");
         print_loop_over_groups(adjacent, at_offsets_apart(f_), "4 * d0", "4 * d1");
         out_.line("}");
+    }
+
+    void print_whole_rows() {
+        const body b = make_group_body(f_, size_, real_layout::whole_rows);
+        out_.line("using namespace ", in_.vocabulary, ";");
+        use_pool(b, "");
+        print_loop_over_groups(b, in_groups(f_), "4 * d0", "4 * d1");
     }
 
     // A loop over groups of four rows, if they lie so. Along a row, vectors take whole fours.

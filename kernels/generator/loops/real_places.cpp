@@ -23,6 +23,8 @@ int numbers_in(lanes_part part) {
     return part == lanes_part::two || part == lanes_part::two_reversed ? 2 : lanes;
 }
 
+bool is_two(group_part part) { return part == group_part::two || part == group_part::spectrum_two; }
+
 }  // namespace
 
 access at_offsets(const form& f) {
@@ -87,7 +89,7 @@ access in_lanes(real_layout layout, int size) {
 access in_groups(const form& f) {
     const std::string d[] = {f.sign < 0 ? "d0" : "d1", f.sign < 0 ? "d1" : "d0"};
     const auto place = [d](group_slot s) {
-        const bool spectrum = s.part != group_part::block;
+        const bool spectrum = s.part != group_part::block && s.part != group_part::two;
         switch (s.part) {
             case group_part::elements:
                 return element(s.first);
@@ -97,12 +99,20 @@ access in_groups(const form& f) {
                 return coefficient_part(2 * s.first) + ", 2";
             case group_part::spectrum_one:
                 return "b0 + " + number(s.first) + ", " + d[1];
+            case group_part::one:
+                return "a0 + " + number(s.first) + ", " + d[0];
+            case group_part::zeros:
+                return std::string();
             default:
-                return (spectrum ? "b0 + " : "a0 + ") + number(s.row) + " * " + d[spectrum] + " + " + number(s.first);
+                return (spectrum ? "b0 + " : "a0 + ") + number(s.row) + " * " + d[spectrum] + " + " + number(s.first) +
+                       (is_two(s.part) ? ", " + d[spectrum] : "");
         }
     };
     const auto word = [](group_part part) {
-        if (part == group_part::adjacent_reals || part == group_part::spectrum_one) return "_apart(";
+        if (part == group_part::adjacent_reals || part == group_part::spectrum_one || part == group_part::one)
+            return "_apart(";
+        if (part == group_part::zeros) return "_zeros(";
+        if (is_two(part)) return "_two_rows(";
         return part == group_part::spectrum_three ? "_three(" : "(";
     };
     access a;

@@ -3,11 +3,14 @@
 // of its own; the contiguous forms take two or four rows at a time, transposed in registers or gathered, with the
 // twiddles of the rows side by side in the table. The strided form takes two rows whose elements are adjacent. Whole
 // transforms of adjacent elements: one or two rows a turn, each read whole before its first store.
-#include "kernels/generator/bodies/rows.h"
+#include <set>
+
 #include "kernels/generator/bodies/complex.h"
+#include "kernels/generator/bodies/rows.h"
 #include "kernels/generator/emit/names.h"
 #include "kernels/generator/loops/address.h"
 #include "kernels/generator/loops/loops.h"
+#include "kernels/kernel_types.h"
 
 namespace generator {
 
@@ -58,21 +61,30 @@ void print_single_rows(text& out, const body& b, int size, const std::string& in
     out.line("}");
 }
 
+// Four rows whose columns stand in blocks: a load brings four columns of them.
+std::string column_of_block(text& out, std::set<int>& loaded, int column) {
+    const std::string block = "block" + std::to_string(column / 4);
+    if (loaded.insert(column / 4).second)
+        out.line("const four_vectors ", block, " = load_transposed(a + ", column / 4 * 32, ");");
+    return "part<" + std::to_string(column % 4) + ">(" + block + ")";
+}
+
 // A row in every lane.
-void print_groups(text& out, const vectors& v, const body& b, int size) {
+void print_groups(text& out, const vectors& v, const body& b, int size, bool in_blocks) {
     const int rows = v.lanes;
     const strided_address output("b", "out_step", size);
     access a;
+    std::set<int> blocks_loaded;
     a.twiddle = [&](int j) { return "load(w + " + std::to_string(2 * rows * (j - 1)) + ")"; };
     a.load = [&](int slot) {
+        if (in_blocks) return column_of_block(out, blocks_loaded, slot);
         if (v.gathers) return "load(a + " + std::to_string(2 * slot) + ", rows)";
         const auto [row, column] = transposed_slot::unpack(slot);
         return "load(a + " + std::to_string(2 * (row * size + column)) + ")";
     };
     a.store = [&](int k, std::string value) { return "store(" + output.at(k) + ", " + value + ")"; };
-    out.line("using namespace ", v.vocabulary, ";");
     print_constants(out, b);
-    if (v.gathers) out.line("const lane_offsets rows = lanes_apart<", 2 * size, ">();");
+    if (v.gathers && !in_blocks) out.line("const lane_offsets rows = lanes_apart<", 2 * size, ">();");
     out.line("const float* a = in;");
     out.line("float* b = out;");
     out.line("const float* w = stage->twiddles;");
@@ -81,6 +93,14 @@ void print_groups(text& out, const vectors& v, const body& b, int size) {
     output.declare_bases(out);
     print_operations(out, b, a);
     out.line("}");
+}
+
+// Radix 32 has too many values for the registers: it takes in four elements of each row after the other.
+body make_group_body(complex_kind kind, const vectors& v) {
+    kind.transposed = !v.gathers;
+    kind.where.in = &v;
+    if (v.gathers && kind.size == 32) kind.where.input_blocks = kind.size / 4;
+    return make_complex_body(kind);
 }
 
 // Two adjacent rows of adjacent elements with plain twiddles. Outputs stand side by side, or at any stride with `apart`
@@ -109,11 +129,16 @@ void print_pairs_of_rows(text& out, const vectors& v, const body& b, int size, c
 }
 
 void print_contiguous_rows(text& out, const vectors& v, const complex_kind& kind) {
-    complex_kind group = kind;
-    group.transposed = !v.gathers;
-    group.where.in = &v;
     out.line("{");
-    print_groups(out, v, make_complex_body(group), kind.size);
+    out.line("using namespace ", v.vocabulary, ";");
+    const body group = make_group_body(kind, v);
+    if (v.gathers && reads_blocks(kind.size)) {
+        out.line("if (is_in_blocks(stage)) {");
+        print_groups(out, v, group, kind.size, true);
+        out.line("return;");
+        out.line("}");
+    }
+    print_groups(out, v, group, kind.size, false);
     out.line("}");
     out.line("if (i == stage->done) return;");
     out.line("using namespace ", v.single, ";");

@@ -12,21 +12,26 @@ namespace {
 // store follows its value at once.
 class printer_order {
 public:
-    printer_order(const dag& graph, bool loads_first)
+    printer_order(const dag& graph, const order_wishes& wishes)
         : nodes_(graph.nodes()),
           done_(nodes_.size()),
           live_(nodes_.size()),
           finishes_(nodes_.size()),
           store_of_(nodes_.size(), none),
-          loads_first_(loads_first) {
+          wanted_(nodes_.size()),
+          wishes_(wishes) {
         mark_live();
     }
 
     std::vector<int> run() {
-        for (int n = 0; n < int(nodes_.size()); ++n) {
-            if (!live_[n]) continue;
-            if (!waits(nodes_[n].what)) visit(n);
-            if (nodes_[n].what == op::store) visit(nodes_[n].a);  // a permutation that nothing else asks for
+        for (int last = 0; last < wishes_.input_blocks; ++last) visit_made_of(last);
+        for (int part = 0; part < wishes_.output_parts; ++part) {
+            want(bits_reversed(part, wishes_.output_parts));
+            for (int n = 0; n < int(nodes_.size()); ++n) {
+                if (!wanted_[n]) continue;
+                if (!waits(nodes_[n].what)) visit(n);
+                if (nodes_[n].what == op::store) visit(nodes_[n].a);  // a permutation that nothing else asks for
+            }
         }
         for (int n : held_back_) order_.push_back(n);
         return order_;
@@ -54,6 +59,40 @@ private:
         }
     }
 
+    static int bits_reversed(int part, int count) {
+        int result = 0;
+        for (int bit = 1; bit < count; bit *= 2) result = 2 * result + (part / bit) % 2;
+        return result;
+    }
+
+    // All that is made of the inputs of the first blocks, in the order in which they pair.
+    void visit_made_of(int last) {
+        std::vector<bool> made(nodes_.size());
+        const auto is_there = [&](int n) { return n == none || made[n]; };
+        for (int n = 0; n < int(nodes_.size()); ++n) {
+            const node& v = nodes_[n];
+            if (v.what == op::load) {
+                for (int part = 0; part <= last; ++part)
+                    made[n] = made[n] || v.slot / 4 == bits_reversed(part, wishes_.input_blocks);
+            } else {
+                made[n] = v.what != op::store && is_there(v.a) && is_there(v.b);
+            }
+        }
+        for (int n = 0; n < int(nodes_.size()); ++n)
+            if (live_[n] && made[n] && !waits(nodes_[n].what)) visit(n);
+    }
+
+    // The outputs of this residue, and all that they are made of.
+    void want(int residue) {
+        for (int n = int(nodes_.size()) - 1; n >= 0; --n) {
+            const node& v = nodes_[n];
+            if (v.what == op::store && v.slot % wishes_.output_parts == residue) wanted_[n] = true;
+            if (!wanted_[n]) continue;
+            for (int operand : {v.a, v.b})
+                if (operand != none) wanted_[operand] = true;
+        }
+    }
+
     bool is_ready(int n) const {
         return n == none || done_[n] || nodes_[n].what == op::twiddle || nodes_[n].what == op::load;
     }
@@ -63,7 +102,7 @@ private:
         bool any = false;
         for (int user = n + 1; user < int(nodes_.size()); ++user) {
             const node& u = nodes_[user];
-            if (!live_[user] || !finishes_[user] || (u.a != n && u.b != n)) continue;
+            if (!wanted_[user] || !finishes_[user] || (u.a != n && u.b != n)) continue;
             any = true;
             if (is_ready(u.a) && is_ready(u.b)) visit(user);
         }
@@ -92,27 +131,30 @@ private:
     }
 
     void put_store(int n) {
-        (loads_first_ && loads_left_ > 0 ? held_back_ : order_).push_back(n);
+        (wishes_.loads_first && loads_left_ > 0 ? held_back_ : order_).push_back(n);
         visit_users(nodes_[n].a);
     }
 
     // What is made from a value that went to memory overwrites it.
     void visit_users(int n) {
         for (int user = n + 1; user < int(nodes_.size()); ++user)
-            if (live_[user] && nodes_[user].a == n && nodes_[user].what != op::store && !finishes_[user]) visit(user);
+            if (wanted_[user] && nodes_[user].a == n && nodes_[user].what != op::store && !finishes_[user]) visit(user);
     }
 
     const std::vector<node>& nodes_;
     std::vector<bool> done_, live_;
     std::vector<bool> finishes_;  // what is printed as soon as it can be, if nothing but stores is made of it
     std::vector<int> store_of_;
-    bool loads_first_;
+    std::vector<bool> wanted_;
+    order_wishes wishes_;
     int loads_left_ = 0;
     std::vector<int> order_, held_back_;
 };
 
 }  // namespace
 
-std::vector<int> print_order(const dag& graph, bool loads_first) { return printer_order(graph, loads_first).run(); }
+std::vector<int> print_order(const dag& graph, const order_wishes& wishes) {
+    return printer_order(graph, wishes).run();
+}
 
 }  // namespace generator

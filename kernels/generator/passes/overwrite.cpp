@@ -14,7 +14,7 @@ int chain_rotated_pairs(dag& g, std::vector<int>& outputs) {
             const node u = g.nodes()[f], v = g.nodes()[outputs[second]];
             if (u.a != v.a || u.b != v.b || u.k != v.k) continue;
             constant k = u.k.entry == constant::none ? two : u.k;
-            k.twice = k != two;
+            if (k != two) ++k.doublings;
             const int before = outputs[second];
             if ((u.what == op::add_i && v.what == op::sub_i) || (u.what == op::fma_i && v.what == op::fms_i))
                 outputs[second] = g.fused(op::fms_i, f, u.b, k);
@@ -39,6 +39,34 @@ int choose_overwritten(dag& g, const std::vector<int>& order) {
         v.into_b = true;
         if (fused) v.k.everywhere = true;  // there is no such instruction that takes its constant from a lane
         ++count;
+    }
+    return count;
+}
+
+int load_again(dag& g, std::vector<int>& order) {
+    if (!g.overwrites()) return 0;
+    constexpr size_t many_operations = 8;
+    int count = 0;
+    for (size_t at = 0; at < order.size(); ++at) {
+        const int input = order[at];
+        if (g.nodes()[input].what != op::load) continue;
+        const auto uses = [&](const node& u) { return u.a == input || u.b == input; };
+        bool overwritten = false;
+        for (size_t user = at + 1, last = at; user < order.size(); ++user) {
+            const node& u = g.nodes()[order[user]];
+            if (!uses(u)) continue;
+            if (overwritten || user - last > many_operations) {
+                const int again = g.again(input);
+                for (size_t later = user; later < order.size(); ++later)
+                    for (int* operand : {&g.at(order[later]).a, &g.at(order[later]).b})
+                        if (*operand == input) *operand = again;
+                order.insert(order.begin() + long(user), again);
+                ++count;
+                break;
+            }
+            overwritten = operation_of(u.what).overwrites && (u.into_b ? u.b : u.a) == input;
+            last = user;
+        }
     }
     return count;
 }

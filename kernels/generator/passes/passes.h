@@ -8,9 +8,16 @@
 
 namespace generator {
 
-// The order in which a body's operations are printed, which compilers are told to keep. With `loads_first` no load
-// follows a store.
-std::vector<int> print_order(const dag& graph, bool loads_first);
+// The order in which a body's operations are printed, which compilers are told to keep.
+struct order_wishes {
+    bool loads_first = false;  // no load follows a store
+    // Where all values don't fit the registers: outputs k are finished by the residue of k modulo this power of two, or
+    // inputs j are taken in by the number of their block, j / 4, and all that can be made of them, and both in the
+    // order of reversed bits.
+    int output_parts = 1;
+    int input_blocks = 0;
+};
+std::vector<int> print_order(const dag& graph, const order_wishes& wishes);
 
 // Passes for machines whose multiply-adds and rotated additions have no free result register: one of the operands gives
 // its own, and whoever still needs that operand pays for a copy. They leave the graphs of other machines alone. Each
@@ -22,6 +29,9 @@ int chain_rotated_pairs(dag& graph, std::vector<int>& outputs);
 // Where b isn't needed behind a multiply-add in `order` but a is, the result takes b's register, so that a needn't be
 // copied.
 int choose_overwritten(dag& graph, const std::vector<int>& order);
+// Inputs that were overwritten, or are wanted again much later, are loaded once more. Not for bodies that may run in
+// place.
+int load_again(dag& graph, std::vector<int>& order);
 // Where both are, the later users of a get it from memory: that spares the copy, and the pipes for memory have room.
 int reload_overwritten(dag& graph, std::vector<int>& order);
 

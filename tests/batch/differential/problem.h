@@ -44,7 +44,8 @@ struct transform_problem {
     int64_t transforms() const;  // of the batch
     // Length of dimension d as stored on a side: the last one of a Hermitian side holds n / 2 + 1.
     int64_t stored_length(size_t d, bool input) const;
-    std::string text() const;
+    std::string call_text() const;  // the planning call in the words that qfftf-plan reads (problems/call_words.h)
+    std::string text() const;       // these and the conditions of the test
 };
 
 class problem_source {

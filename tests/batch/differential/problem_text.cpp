@@ -19,16 +19,39 @@ const char* kind_name(const transform_problem& p) {
     }
 }
 
-void print_axes(std::ostream& s, const char* name, const std::vector<fft_dim>& axes) {
-    s << " " << name << " {";
-    for (const fft_dim& d : axes) s << " (" << d.n << ", " << d.is << ", " << d.os << ")";
-    s << " }";
+template <class List, class Text>
+std::string joined(const List& list, Text text_of) {
+    std::string text;
+    for (const auto& item : list) text += (text.empty() ? "" : ",") + text_of(item);
+    return text;
 }
 
-void print_many(std::ostream& s, const char* name, const many_layout& many) {
-    s << " " << name << " embed";
-    for (int e : many.embed) s << " " << e;
-    s << " stride " << many.stride << " distance " << many.distance;
+std::string triples(const std::vector<fft_dim>& axes) {
+    return joined(axes, [](const fft_dim& d) {
+        return std::to_string(d.n) + ":" + std::to_string(d.is) + ":" + std::to_string(d.os);
+    });
+}
+
+std::string numbers(const std::vector<int>& list) {
+    return joined(list, [](int n) { return std::to_string(n); });
+}
+
+void print_many_side(std::ostream& s, char side, const many_layout& many) {
+    s << " " << side << "nembed=" << numbers(many.embed) << " " << side << "stride=" << many.stride << " " << side
+      << "dist=" << many.distance;
+}
+
+void print_many(std::ostream& s, const transform_problem& p) {
+    s << "many " << kind_name(p) << " n=" << joined(p.dims, [](const fft_dim& d) { return std::to_string(d.n); })
+      << " howmany=" << p.transforms();
+    print_many_side(s, 'i', p.many_in);
+    print_many_side(s, 'o', p.many_out);
+}
+
+void print_guru(std::ostream& s, const transform_problem& p) {
+    s << "guru " << kind_name(p);
+    s << " dims=" << triples(p.dims) << " batch=" << triples(p.batch) << (p.split ? " split" : "")
+      << (p.call == plan_call::guru64 ? " wide" : "");
 }
 
 // The same lengths, stored without gaps: batches outermost, the last dimension innermost.
@@ -62,23 +85,18 @@ void offer_shorter(std::vector<transform_problem>& list, const transform_problem
 
 }  // namespace
 
+std::string transform_problem::call_text() const {
+    std::ostringstream s;
+    call == plan_call::many ? print_many(s, *this) : print_guru(s, *this);
+    if (kind == kind_c2c && !split) s << " sign=" << sign;
+    if (kind == kind_r2r) s << " kinds=" << joined(r2r_kinds, [](uint32_t k) { return std::to_string(k); });
+    s << (in_place ? " inplace" : "");
+    return s.str();
+}
+
 std::string transform_problem::text() const {
     std::ostringstream s;
-    s << kind_name(*this) << " sign " << sign << (split ? " split" : "");
-    print_axes(s, "dims", dims);
-    print_axes(s, "batch", batch);
-    if (kind == kind_r2r) {
-        s << " kinds";
-        for (uint32_t k : r2r_kinds) s << " " << k;
-    }
-    s << (in_place ? " in place" : " out of place") << (outputs_overlap ? " onto overlapping outputs" : "");
-    if (call == plan_call::many) {
-        print_many(s, "in", many_in);
-        print_many(s, "out", many_out);
-    }
-    s << (call == plan_call::many   ? " by many"
-          : call == plan_call::guru ? " by guru"
-                                    : " by guru64")
+    s << "'" << call_text() << "'" << (outputs_overlap ? " onto overlapping outputs" : "")
       << (measured ? " measured" : "") << (guarded ? " guarded" : "") << (new_arrays ? " on new arrays" : "")
       << (stranger ? " on a thread that never planned" : "") << " threads " << nthreads << " data " << data_seed;
     return s.str();

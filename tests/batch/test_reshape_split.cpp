@@ -162,7 +162,7 @@ problem split_problem(uint32_t kind, std::vector<fft_dim> dims, bool in_place, i
 
 }  // namespace
 
-TEST(SplitPlans, OneDimension) {
+TEST(SplitPlans, AreRightInOneDimension) {
     for (int64_t n : {2, 3, 5, 8, 12, 16, 30, 31, 45})
         for (int64_t is : {1, 3})
             for (int64_t os : {1, 2})
@@ -174,7 +174,7 @@ TEST(SplitPlans, OneDimension) {
                 }
 }
 
-TEST(SplitPlans, SeveralDimensions) {
+TEST(SplitPlans, AreRightInSeveralDimensions) {
     const std::vector<std::vector<fft_dim>> layouts = {
         {{4, 6, 6}, {6, 1, 1}},
         {{4, 9, 11}, {5, 1, 1}},

@@ -5,7 +5,7 @@
 
 #include "reshape_columns.h"
 
-TEST(Bufferized, HalfOfARealTransform) {
+TEST(Bufferized, TakesTheColumnsOfRealTransforms) {
     const char* const execute_name = "execute_bufferization";
     const auto half = [](int64_t n, int64_t count, bool in_place) {
         return batch_of({n, n / 2 + 1, n / 2 + 1}, {count, 1, 1}, in_place);
@@ -18,7 +18,7 @@ TEST(Bufferized, HalfOfARealTransform) {
     check(solve_bufferized_problem, half(800, 18, true), execute_name);
 }
 
-TEST(Bufferized, SquareArrays) {
+TEST(Bufferized, TakesSquareArrays) {
     const auto square = [](int64_t n, int64_t count, bool in_place, uint32_t flags) {
         return batch_of({n, n, n}, {count, 1, 1}, in_place, flags);
     };
@@ -27,7 +27,7 @@ TEST(Bufferized, SquareArrays) {
     check(solve_bufferized_problem, square(270, 21, true, plan_flag_measured), "execute_bufferization");
 }
 
-TEST(Bufferized, Blocks) {
+TEST(Bufferized, CutsAsTheCountDivides) {
     struct {
         int64_t n, stride, count, block, rest;
     } cases[] = {{576, 289, 17, 8, 1},     {576, 289, 40, 20, 0},   {576, 289, 256, 16, 0},
@@ -57,7 +57,7 @@ TEST(Bufferized, Blocks) {
     }
 }
 
-TEST(Bufferized, Refusals) {
+TEST(Bufferized, RefusesOtherShapes) {
     const solve_function solver = solve_bufferized_problem;
     const auto square = [](int64_t n, int64_t count, uint32_t flags = 0) {
         return batch_of({n, n, n}, {count, 1, 1}, false, flags);
@@ -73,7 +73,7 @@ TEST(Bufferized, Refusals) {
     expect_refuses_other_kinds(solver, square(1029, 17));
 }
 
-TEST(Indirect, ColumnsIntoRows) {
+TEST(Indirect, TurnsColumnsIntoRows) {
     for (int64_t n : {2, 3, 16, 20, 37, 64})
         for (int64_t count : {1, 2, 5, 17}) {
             if (count > n) continue;  // columns would overlap
@@ -82,7 +82,7 @@ TEST(Indirect, ColumnsIntoRows) {
         }
 }
 
-TEST(Indirect, BlockOfAnyShape) {
+TEST(Indirect, TakesABlockOfAnyShape) {
     for (int64_t n : {5, 16, 30})
         for (int64_t count : {2, 7, 16}) {
             const problem p = batch_of({n, 40, 1}, {count, 1, 48});
@@ -95,7 +95,7 @@ TEST(Indirect, BlockOfAnyShape) {
         }
 }
 
-TEST(Indirect, Refusals) {
+TEST(Indirect, RefusesOtherShapes) {
     const solve_function solver = solve_problem_indirect;
     expect_refused(solver, batch_of({1, 1, 1}, {8, 1, 1}));
     expect_refused(solver, batch_of({16, 17, 1}, {8, 1, 16}));
@@ -106,7 +106,7 @@ TEST(Indirect, Refusals) {
     expect_refuses_other_kinds(solver, batch_of({16, 16, 1}, {8, 1, 16}));
 }
 
-TEST(Bufferization2, BlocksOf48) {
+TEST(Bufferization2, TakesColumnsInBlocksOf48) {
     for (int64_t count : {49, 96})
         for (bool in_place : {false, true})
             check(solve_problem_bufferization2, batch_of({256, 256, 256}, {count, 1, 1}, in_place, plan_flag_measured),
@@ -114,13 +114,13 @@ TEST(Bufferization2, BlocksOf48) {
     check(solve_problem_bufferization2, batch_of({1033, 1033, 1033}, {50, 1, 1}), "execute_bufferization2");
 }
 
-TEST(Bufferization2, Backward) {
+TEST(Bufferization2, RunsBackward) {
     problem p = batch_of({1050, 1050, 1050}, {52, 1, 1});
     p.sign = sign_backward;
     check(solve_problem_bufferization2, p, "execute_bufferization2");
 }
 
-TEST(Bufferization2, Storage) {
+TEST(Bufferization2, HoldsOneBlock) {
     const problem p = batch_of({1050, 1050, 1050}, {50, 1, 1});
     arrays a = fill(p);
     const plan_pointer plan = solve(solve_problem_bufferization2, p, a);
@@ -133,7 +133,7 @@ TEST(Bufferization2, Storage) {
     expect_untouched_without_scratch(solve_problem_bufferization2, p);
 }
 
-TEST(Bufferization2, Refusals) {
+TEST(Bufferization2, RefusesOtherShapes) {
     const solve_function solver = solve_problem_bufferization2;
     const auto square = [](int64_t n, int64_t count, uint32_t flags = 0) {
         return batch_of({n, n, n}, {count, 1, 1}, false, flags);
@@ -148,7 +148,7 @@ TEST(Bufferization2, Refusals) {
     expect_refuses_other_kinds(solver, square(1050, 50));
 }
 
-TEST(PostTranspose, RowsIntoColumnsOfTheSameArray) {
+TEST(PostTranspose, TurnsRowsIntoColumnsOfTheSameArray) {
     struct {
         int64_t n, os, count;
     } cases[] = {{256, 128, 128}, {256, 256, 256}, {256, 129, 3}, {300, 200, 17}, {182, 182, 182}, {33000, 1, 1}};
@@ -157,13 +157,13 @@ TEST(PostTranspose, RowsIntoColumnsOfTheSameArray) {
               "execute_many_post_transpose");
 }
 
-TEST(PostTranspose, Backward) {
+TEST(PostTranspose, RunsBackward) {
     problem p = batch_of({256, 1, 128}, {5, 256, 1}, true);
     p.sign = sign_backward;
     check(solve_problem_dft_many_post_transpose, p, "execute_many_post_transpose");
 }
 
-TEST(PostTranspose, Storage) {
+TEST(PostTranspose, HoldsAllRows) {
     const problem p = batch_of({256, 1, 128}, {128, 256, 1}, true);
     arrays a = fill(p);
     const plan_pointer plan = solve(solve_problem_dft_many_post_transpose, p, a);
@@ -175,7 +175,7 @@ TEST(PostTranspose, Storage) {
 }
 
 // The row pass of a large transform is planned in place and run from scratch to the output.
-TEST(PostTranspose, BetweenTwoArrays) {
+TEST(PostTranspose, RunsBetweenTwoArraysToo) {
     const problem planned = batch_of({256, 1, 128}, {128, 256, 1}, true);
     arrays a = fill(planned);
     const plan_pointer plan = solve(solve_problem_dft_many_post_transpose, planned, a);
@@ -184,7 +184,7 @@ TEST(PostTranspose, BetweenTwoArrays) {
     expect_runs(plan.get(), p, fill(p));
 }
 
-TEST(PostTranspose, Refusals) {
+TEST(PostTranspose, RefusesOtherShapes) {
     const solve_function solver = solve_problem_dft_many_post_transpose;
     expect_refused(solver, batch_of({256, 1, 128}, {128, 256, 1}));        // out of place
     expect_refused(solver, batch_of({256, 1, 127}, {127, 256, 1}, true));  // below 256 KiB
@@ -207,7 +207,7 @@ std::string route(const problem& p) {
 
 }  // namespace
 
-TEST(ReshapingRoutes, ByRules) {
+TEST(ReshapingRoutes, AreChosenByTheRules) {
     EXPECT_EQ(route(batch_of({1029, 1029, 1029}, {20, 1, 1})), "solve_bufferized_problem: execute_bufferization");
     EXPECT_EQ(route(batch_of({20, 20, 1}, {8, 1, 20})), "solve_problem_indirect: execute_indirect_before");
     EXPECT_EQ(route(batch_of({1033, 1033, 1033}, {52, 1, 1})), "solve_problem_bufferization2: execute_bufferization2");
@@ -216,7 +216,7 @@ TEST(ReshapingRoutes, ByRules) {
               "solve_problem_dft_many_post_transpose: execute_many_post_transpose");
 }
 
-TEST(ReshapingRoutes, ABlockOfRow13IsTransposedFirst) {
+TEST(ReshapingRoutes, TransposeABufferedBlockFirst) {
     const problem p = batch_of({1029, 1029, 1029}, {20, 1, 1});
     float in[2], out[2];
     const plan_pointer plan = p.plan(in, out);

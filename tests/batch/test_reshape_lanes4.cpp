@@ -7,7 +7,7 @@
 
 #include <cmath>
 
-TEST(ManyTranspose, AllCounts) {
+TEST(ManyTranspose, IsRightForAllCounts) {
     for (int64_t count = 5; count <= 20; ++count)
         for (int64_t n : {2, 16, 30})
             check_both_directions(solve_problem_dft_many_transpose,
@@ -15,7 +15,7 @@ TEST(ManyTranspose, AllCounts) {
                                   "execute_many_transpose");
 }
 
-TEST(ManyTranspose, BlocksOf64) {
+TEST(ManyTranspose, IsRightAroundBlocksOf64) {
     for (int64_t count : {63, 64, 65, 66, 128, 131})
         for (bool in_place : {false, true})
             check(solve_problem_dft_many_transpose,
@@ -23,7 +23,7 @@ TEST(ManyTranspose, BlocksOf64) {
                   "execute_many_transpose");
 }
 
-TEST(ManyTranspose, Storage) {
+TEST(ManyTranspose, HoldsOneBlock) {
     const problem p = batch_of({12, 65, 65}, {65, 1, 1}, false, plan_flag_measured);
     arrays a = fill(p);
     const plan_pointer plan = solve(solve_problem_dft_many_transpose, p, a);
@@ -38,7 +38,7 @@ TEST(ManyTranspose, Storage) {
     EXPECT_EQ(solve(solve_problem_dft_many_transpose, even, a)->subplan_count, 1);
 }
 
-TEST(ManyTranspose, TunedSpans) {
+TEST(ManyTranspose, KeepsToTheTunedSpans) {
     float array[2] = {};
     const auto accepts = [&](int64_t n, int64_t stride) {
         plan_pointer plan = batch_of({n, stride, stride}, {8, 1, 1}).record(array, array);
@@ -56,7 +56,7 @@ TEST(ManyTranspose, TunedSpans) {
     EXPECT_FALSE(accepts(2100, 5825));  // 97860000 bytes
 }
 
-TEST(ManyTranspose, Refusals) {
+TEST(ManyTranspose, RefusesOtherShapes) {
     const solve_function solver = solve_problem_dft_many_transpose;
     const uint32_t measured = plan_flag_measured;
     expect_refused(solver, batch_of({16, 8, 8}, {8, 1, 1}));                    // by rules, near strides
@@ -96,7 +96,7 @@ plan_pointer rotating_plan(const problem& p, arrays& a, complex_array& table) {
 
 }  // namespace
 
-TEST(ManyTransposeRotate, AllCounts) {
+TEST(ManyTransposeRotate, IsRightForAllCounts) {
     for (int64_t count = 1; count <= 40; ++count)
         for (int64_t n : {4, 9, 20})
             for (int64_t sign : {sign_forward, sign_backward}) {
@@ -112,7 +112,7 @@ TEST(ManyTransposeRotate, AllCounts) {
             }
 }
 
-TEST(ManyTransposeRotate, WithoutBatchTheCountIsOne) {
+TEST(ManyTransposeRotate, TakesOneColumnWhereThereIsNoBatch) {
     problem p = batch_of({20, 3, 2}, {1, 1, 1});
     const arrays before = fill(p);
     arrays a = before;
@@ -126,7 +126,7 @@ TEST(ManyTransposeRotate, WithoutBatchTheCountIsOne) {
     expect_runs(plan.get(), p, before);
 }
 
-TEST(ManyTransposeRotate, Refusals) {
+TEST(ManyTransposeRotate, RefusesOtherKindsAndMissingTwiddles) {
     problem p = batch_of({20, 8, 8}, {8, 1, 1});
     arrays a = fill(p);
     complex_array none, table = rotation_table(p);

@@ -1,17 +1,10 @@
 // SPDX-License-Identifier: Apache-2.0
-// What the loops over many transforms may know of the plan of one that runs by stages, so that they needn't call it for
-// each transform.
+// Four transforms side by side in the lanes of vectors, by the tables of a plan of one transform or of four; or by a
+// kernel that needs no tables and no working memory.
 #pragma once
 #include "record/fft_plan.h"
 
-// One transform of two stages, or four of them in the lanes of vectors.
-bool runs_two_stages(const fft_plan& plan);
-
-// `count` such plans, from `in` to `out`, which advance by these steps in floats.
-void execute_two_stages_each(fft_plan* plan, float* in, float* out, int64_t count, int64_t in_step, int64_t out_step);
-
-// One transform whose input or output has a stride, or four side by side: it can run in the lanes of a vector, by the
-// same tables; or by a kernel that needs no tables and no working memory.
+// One transform whose input or output has a stride, or four side by side.
 bool can_run_in_four_lanes(const fft_plan& plan);
 bool runs_by_straight_kernel(const fft_plan& plan);
 

@@ -6,8 +6,10 @@
 
 #include <cstdlib>
 #include <iostream>
+#include <memory>
 
 #include "include/qfftf.h"
+#include "problems/call_words.h"
 #include "tests/batch/differential/check.h"
 #include "tests/batch/differential/short_memory.h"
 
@@ -103,6 +105,29 @@ TEST(Differential, RandomProblemsAreSolvedOrLeftAloneWhereMemoryIsShort) {
     }
     std::cout << checked << " problems with every allocation failing in turn, " << refused << " of them refused\n";
     EXPECT_GT(checked - refused, problem_count / short_memory_share / 2);
+}
+
+// What a failing test prints can be given to qfftf-plan.
+TEST(Differential, ProblemsAreToldInWordsThatMakeTheirCall) {
+    problem_source source(first_seed + 2, built_r2r_kinds());
+    for (int i = 0; i < 1000; ++i) {
+        const transform_problem p = source.draw();
+        const call_words call(p.call_text());
+        if (p.call == plan_call::guru && !call.reason().empty()) continue;  // left to the 64-bit call
+        ASSERT_EQ(call.reason(), "") << p.text();
+        const std::unique_ptr<fft_plan, void (*)(fft_plan*)> record(call.record(), fft_plan_free);
+        ASSERT_NE(record, nullptr) << p.text();
+        EXPECT_EQ(record->kind, p.kind) << p.text();
+        EXPECT_EQ(record->split == split_arrays, p.split) << p.text();
+        EXPECT_EQ(record->in == record->out, p.in_place) << p.text();
+        if (p.points() == 1 && record->rank == 0) continue;  // guru calls make data movements of some single points
+        ASSERT_EQ(record->rank, static_cast<int>(p.dims.size())) << p.text();
+        for (size_t d = 0; d < p.dims.size(); ++d) {
+            EXPECT_EQ(record->dims[d].n, p.dims[d].n) << p.text();
+            EXPECT_EQ(record->dims[d].is, p.dims[d].is) << p.text();
+            EXPECT_EQ(record->dims[d].os, p.dims[d].os) << p.text();
+        }
+    }
 }
 
 int main(int argc, char** argv) {

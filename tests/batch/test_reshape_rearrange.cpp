@@ -108,7 +108,7 @@ void check_all_layouts(const std::vector<int64_t>& n) {
 
 }  // namespace
 
-TEST(Rearrange, OneBatchDimension) {
+TEST(Rearrange, MovesOneBatchDimension) {
     for (int64_t n : {2, 3, 8, 17, 40})
         for (uint32_t kind : kinds)
             for (bool in_place : {false, true})
@@ -116,16 +116,16 @@ TEST(Rearrange, OneBatchDimension) {
                     for (int64_t os : {1, 2}) check(rearrangement(kind, {{n, is, os}}, in_place));
 }
 
-TEST(Rearrange, TwoBatchDimensions) {
+TEST(Rearrange, MovesTwoBatchDimensions) {
     for (int64_t rows : {1, 2, 5, 16, 17})
         for (int64_t columns : {1, 3, 5, 16, 20}) check_all_layouts({rows, columns});
 }
 
-TEST(Rearrange, ThreeBatchDimensions) { check_all_layouts({3, 2, 5}); }
+TEST(Rearrange, MovesThreeBatchDimensions) { check_all_layouts({3, 2, 5}); }
 
-TEST(Rearrange, FourBatchDimensions) { check_all_layouts({2, 3, 1, 4}); }
+TEST(Rearrange, MovesFourBatchDimensions) { check_all_layouts({2, 3, 1, 4}); }
 
-TEST(Rearrange, SquareInPlace) {
+TEST(Rearrange, TransposesASquareWhereItStands) {
     for (int64_t n : {2, 5, 8, 9, 16, 40, 64})
         for (int64_t padding : {0, 3}) {
             const std::vector<fft_dim> batch = {{n, n + padding, 1}, {n, 1, n + padding}};
@@ -137,14 +137,14 @@ TEST(Rearrange, SquareInPlace) {
 }
 
 // The mirror of an element isn't at its mirrored place when the two leading dimensions differ.
-TEST(Rearrange, SquareOfTwoLeadingDimensions) {
+TEST(Rearrange, GoesThroughTheBufferWhereLeadingDimensionsDiffer) {
     check(rearrangement(kind_c2c, {{5, 7, 1}, {5, 1, 6}}, true),
           "solve_problem_rearrange_inplace: execute_rearrange_inplace\n"
           "  solve_problem_rearrange_outplace: execute_copy_cpx\n"
           "  solve_problem_rearrange_outplace: execute_trans_cpx\n");
 }
 
-TEST(Rearrange, Routes) {
+TEST(Rearrange, TransposesOrCopies) {
     check(rearrangement(kind_r2r, {{6, 9, 1}, {9, 1, 6}}, true),
           "solve_problem_rearrange_inplace: execute_rearrange_inplace\n"
           "  solve_problem_rearrange_outplace: execute_copy_fp\n"
