@@ -12,6 +12,8 @@
 #include "planner/solvers.h"
 #include "record/in_place.h"
 
+#include <algorithm>
+
 namespace {
 
 bool accepts(const fft_plan& p) {
@@ -91,15 +93,52 @@ void execute_c2c_many_block_col_col_copy(fft_plan* plan, float* in, float* out) 
     }
 }
 
-// The same where the groups of a block run by stages, or by a kernel that needs no working memory: the last stage
-// writes to the output itself, four transforms wide.
-void run_blocks(const fft_plan& plan, float* in, float* out, float* gathered, float* working) {
+// The same where groups of four run by stages, or by a kernel that needs no working memory. As few columns are gathered
+// at once as fill whole cache lines, each group of four by itself, at the start of the scratch, which stays in the
+// caches.
+constexpr int64_t columns_at_once = 16;
+
+void gather_groups(const fft_plan& plan, const float* in, float* grouped, int64_t count) {
     const fft_dim d = plan.dims[0], batch = plan.howmany[0];
-    const int64_t block = plan.subplans[0]->howmany[0].n;
-    for (int64_t i = 0; i < batch.n; i += block) {
-        copy_matrix_cpx(in + 2 * i * batch.is, gathered, d.n, block, batch.is, d.is, 1, block);
-        for (int64_t g = 0; g < block; g += 4)
-            execute_four_lanes(plan.aux, gathered + 2 * g, out + 2 * (i + g), working);
+    if (batch.is == 1) return pack_lanes4(in, grouped, d.n, count, d.n, d.is);
+    for (int64_t g = 0; g < count; g += 4) {
+        const float* const from = in + 2 * g * batch.is;
+        float* const group = grouped + 2 * g * d.n;
+        if (d.is == 1)
+            transpose_cpx_tiled(from, group, 4, d.n, batch.is, 4);
+        else
+            copy_matrix_cpx(from, group, d.n, 4, batch.is, d.is, 1, 4);
+    }
+}
+
+void scatter_groups(const fft_plan& plan, const float* grouped, float* out, int64_t count) {
+    const fft_dim d = plan.dims[0], batch = plan.howmany[0];
+    if (batch.os == 1) return unpack_lanes4(grouped, out, d.n, count, d.n, d.os);
+    for (int64_t g = 0; g < count; g += 4)
+        copy_matrix_cpx(grouped + 2 * g * d.n, out + 2 * g * batch.os, d.n, 4, 1, 4, batch.os, d.os);
+}
+
+// Four columns are half a cache line. Where the lines of a block don't stay in a second-level cache of 1 MiB until the
+// next four columns come, they would travel twice, which costs more than the copy. Else the last stage writes to the
+// output itself.
+constexpr int64_t cached_output_bytes = 1 << 19;
+
+bool ends_in_stages(const fft_plan& p) {
+    return p.howmany[0].os == 1 && p.dims[0].n * p.dims[0].os * 8 <= cached_output_bytes;
+}
+
+void run_blocks(const fft_plan& plan, float* in, float* out, float* grouped, float* working) {
+    const fft_dim d = plan.dims[0], batch = plan.howmany[0];
+    const bool scatters = !ends_in_stages(plan);
+    for (int64_t i = 0; i < batch.n; i += columns_at_once) {
+        const int64_t count = std::min(columns_at_once, batch.n - i);
+        float *const from = in + 2 * i * batch.is, *const to = out + 2 * i * batch.os;
+        gather_groups(plan, from, grouped, count);
+        for (int64_t g = 0; g < count; g += 4) {
+            float* const group = grouped + 2 * g * d.n;
+            execute_four_lanes(plan.aux, group, scatters ? group : to + 2 * g, working);
+        }
+        if (scatters) scatter_groups(plan, grouped, to, count);
     }
 }
 
@@ -112,13 +151,9 @@ void execute_blocks_by_stages(fft_plan* plan, float* in, float* out) {
     if (scratch && working) run_blocks(*plan, in, out, scratch.data(), working.data());
 }
 
-// Four columns are half a cache line. Where the lines of a block don't stay in a second-level cache of 1 MiB until the
-// next four columns come, they would travel twice, which costs more than the copy.
-constexpr int64_t cached_output_bytes = 1 << 19;
-
-bool ends_in_stages(const fft_plan& p) {
+bool takes_columns_in_groups(const fft_plan& p) {
     const fft_plan& columns = *p.subplans[0];
-    return p.howmany[0].os == 1 && p.dims[0].n * p.dims[0].os * 8 <= cached_output_bytes && runs_in_groups(columns) &&
+    return columns.howmany[0].n >= columns_at_once && runs_in_groups(columns) &&
            can_run_in_four_lanes(*group_of(columns));
 }
 
@@ -151,13 +186,13 @@ void set_block(fft_plan* sub, const block_choice& choice, float* buffer) {
 
 int install_copy(fft_plan* plan) {
     constexpr const char* name = "execute_c2c_many_block_col_col_copy";
-    if (!ends_in_stages(*plan)) return install(plan, execute_c2c_many_block_col_col_copy, name);
-    const fft_plan &columns = *plan->subplans[0], &group = *group_of(columns);
+    if (!takes_columns_in_groups(*plan)) return install(plan, execute_c2c_many_block_col_col_copy, name);
+    const fft_plan& group = *group_of(*plan->subplans[0]);
     // The working memory of the stages is that of the group, if it has some: where the clock had the choice, the group
     // may be a plan of another kind.
     const bool straight = runs_by_straight_kernel(group);
     if ((!straight && !group.buffer) || !attach_aux(plan, four_lanes_list_bytes(group))) return refused;
-    fill_four_lanes_list(group, plan->aux, columns.howmany[0].n, plan->dims[0].os);
+    fill_four_lanes_list(group, plan->aux, 4, ends_in_stages(*plan) ? plan->dims[0].os : 4);
     return straight ? install(plan, execute_blocks_by_kernel, name, runs_blocks_by_kernel)
                     : install(plan, execute_blocks_by_stages, name, runs_blocks_by_stages);
 }

@@ -90,8 +90,33 @@ void execute_rows_and_columns(fft_plan* plan, float* in, float* out) {
     });
 }
 
-// The same over items of one kernel call: a plan of such items owns no storage. What is turned fits on the stack, and
-// the kernel for four lanes is told by the execute function, one for each direction.
+// Rows to columns that lie far apart: four of them are half a cache line, whose other half would have to come again.
+// Four groups of four are transformed in their place, and their sixteen columns written together.
+constexpr int64_t columns_at_once = 16;
+
+bool columns_lie_far_apart(const fft_plan& p) {
+    constexpr int64_t cached_output_bytes = 1 << 19;
+    return turns_rows_to_columns(p) && p.howmany[0].n % columns_at_once == 0 &&
+           p.dims[0].n * p.dims[0].os * 8 > cached_output_bytes;
+}
+
+void execute_rows_to_far_columns(fft_plan* plan, float* in, float* out) {
+    const plan_scratch scratch(plan);
+    if (!scratch) return;
+    const fft_dim d = plan->dims[0], batch = plan->howmany[0];
+    float* const working = scratch.data() + 2 * columns_at_once * d.n;
+    for (int64_t i = 0; i < batch.n; i += columns_at_once) {
+        for (int64_t g = 0; g < columns_at_once; g += 4) {
+            float* const group = scratch.data() + 2 * g * d.n;
+            transpose_cpx_tiled(in + 2 * (i + g) * batch.is, group, 4, d.n, batch.is, 4);
+            execute_four_lanes(plan->aux, group, group, working);
+        }
+        unpack_lanes4(scratch.data(), out + 2 * i, d.n, columns_at_once, d.n, d.os);
+    }
+}
+
+// Rows and columns over items of one kernel call: a plan of such items owns no storage. What is turned fits on the
+// stack, and the kernel for four lanes is told by the execute function, one for each direction.
 constexpr int64_t one_kernel_length = 64;
 
 template <bool forward>
@@ -138,10 +163,12 @@ int solve_problem_dft_many(fft_plan* plan) {
     item = plan->subplans[0];
     if (!turns_in_four_lanes(*plan)) return install_loop(plan);
     if (is_one_kernel(*item)) return install_short_rows_and_columns(plan);
-    if (!attach_buffer(plan, 2 * 4 * 8 * plan->dims[0].n) || !attach_aux(plan, four_lanes_list_bytes(*item)))
+    const bool to_columns = turns_rows_to_columns(*plan), far = columns_lie_far_apart(*plan);
+    if (!attach_buffer(plan, (far ? columns_at_once + 2 * 4 : 2 * 4) * 8 * plan->dims[0].n) ||
+        !attach_aux(plan, four_lanes_list_bytes(*item)))
         return refused;
-    const bool to_columns = turns_rows_to_columns(*plan);
-    fill_four_lanes_list(*item, plan->aux, to_columns ? 4 : plan->dims[0].is, to_columns ? plan->dims[0].os : 4);
-    return install(plan, execute_rows_and_columns, "execute_many",
+    fill_four_lanes_list(*item, plan->aux, to_columns ? 4 : plan->dims[0].is,
+                         to_columns && !far ? plan->dims[0].os : 4);
+    return install(plan, far ? execute_rows_to_far_columns : execute_rows_and_columns, "execute_many",
                    runs_by_straight_kernel(*item) ? runs_turned_by_kernel : runs_turned_by_stages);
 }

@@ -3,6 +3,8 @@
 #pragma once
 #include <cstdint>
 
+#include "kernels/kernel_types.h"
+
 struct fft_plan;
 
 // One or more real transforms of one size. a0 and a1 are the real side at positions 0 and 1 (even- and odd-indexed
@@ -25,6 +27,11 @@ using redft00_kernel = void (*)(const float* in, float* out, const int64_t* in_o
 // contiguous rows in groups of four, which write whole spectra, with the imaginary parts that are zero, or read them
 // without using those. a0 and b0, count and distances are used; count % 4 rows are left undone.
 extern const real_kernel r2c_rows_fwd[128], c2r_rows_bwd[128];
+
+// Likewise, one contiguous row. The imaginary parts of coefficient 0 and of coefficient n / 2 are neither written nor
+// read. In place or not.
+extern const direct_contig_kernel r2c_alone_fwd[256], c2r_alone_bwd[256], r2hc_alone_fwd[128], hc2r_alone_bwd[128],
+    dht_alone_fwd[128];
 
 // Null for a size that the family lacks.
 real_kernel lookup_r2c_direct(const fft_plan* plan, uint64_t size);

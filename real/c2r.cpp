@@ -4,6 +4,7 @@
 // spectrum. Kernels (c2r_1d_direct) and the chains of Hermitian stages (c2r_1d_sorensen_sve and _neon) stand in front.
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "real/alone.h"
 #include "real/half_length.h"
 #include "real/half_length_passes.h"
 
@@ -69,5 +70,7 @@ constexpr half_length_forms forms = {{execute_1d_c2r, "execute_1d_c2r"},
 
 int solve_problem_c2r_1d(fft_plan* plan) {
     if (!accepts(*plan)) return refused;
-    return solve_half_length(plan, forms, !has_unit_strides(*plan));
+    if (solve_half_length(plan, forms, !has_unit_strides(*plan)) != accepted) return refused;
+    plan->execute = alone_or<c2r_alone_bwd>(plan->execute, *plan);
+    return accepted;
 }

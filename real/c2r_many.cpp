@@ -80,9 +80,12 @@ void execute_c2r_many_bufferized(fft_plan* plan, float* in, float* out) {
     if (rows.n & 1) run(plan, single_row, rest, out + 2 * pairs * rows.os);
 }
 
-execute_function fastest_form(const fft_plan& p) {
-    if (has_rows_kernel(p)) return rows_function<kind_c2r, single_row>(p);
-    return singles_win(p) ? execute_c2r_many_singly : execute_c2r_many;
+int install_fastest(fft_plan* plan) {
+    constexpr const char* name = "execute_c2r_many";
+    if (has_rows_kernel(*plan))
+        return install(plan, rows_function<kind_c2r, single_row>(*plan), name, runs_rows_kernel);
+    return singles_win(*plan) ? install(plan, execute_c2r_many_singly, name, runs_rows_singly)
+                              : install(plan, execute_c2r_many, name);
 }
 
 }  // namespace
@@ -107,5 +110,5 @@ int solve_problem_c2r_many(fft_plan* plan) {
     if (!attach_buffer(plan, 16 * plan->dims[0].n)) return refused;
     fft_plan** const subplans = make_pair_subplans(plan);
     if (!subplans || plan_subplans(subplans, 2) != accepted) return refused;
-    return install(plan, fastest_form(*plan), "execute_c2r_many");
+    return install_fastest(plan);
 }

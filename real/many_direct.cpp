@@ -94,9 +94,9 @@ int solve(fft_plan* plan, const many_direct_form& form, real_kernel kernel, int6
     if (!kernel && count > most_rows_without_kernel) return refused;
     if (!plan_single_row(plan) || !attach_r2c_direct_aux(plan, kernel, real_stride, complex_stride)) return refused;
     if (!kernel) return install(plan, execute_rows, form.rows_name);
-    const execute_function contiguous = has_rows_kernel(*plan) ? form.contiguous(*plan) : nullptr;
-    if (count % group) return install(plan, contiguous ? contiguous : form.groups_tail, form.groups_tail_name);
-    return install(plan, contiguous ? contiguous : form.groups, form.groups_name);
+    const char* const name = count % group ? form.groups_tail_name : form.groups_name;
+    if (has_rows_kernel(*plan)) return install(plan, form.contiguous(*plan), name, runs_rows_kernel);
+    return install(plan, count % group ? form.groups_tail : form.groups, name);
 }
 
 }  // namespace

@@ -4,6 +4,7 @@
 // The length-2 to 64 kernels (r2c_1d_direct) and the batch solvers stand in front.
 #include "planner/solver.h"
 #include "planner/solvers.h"
+#include "real/alone.h"
 #include "real/half_length.h"
 #include "real/half_length_passes.h"
 
@@ -67,5 +68,7 @@ constexpr half_length_forms forms = {{execute_1d_r2c, "execute_1d_r2c"},
 
 int solve_problem_r2c_1d(fft_plan* plan) {
     if (!accepts(*plan)) return refused;
-    return solve_half_length(plan, forms, !has_unit_strides(*plan) || plan->double_os == 1);
+    if (solve_half_length(plan, forms, !has_unit_strides(*plan) || plan->double_os == 1) != accepted) return refused;
+    plan->execute = alone_or<r2c_alone_fwd, true>(plan->execute, *plan);
+    return accepted;
 }

@@ -71,9 +71,12 @@ void execute_r2c_many_bufferized(fft_plan* plan, float* in, float* out) {
     if (rows.n & 1) run(plan, single_row, rest, out + 4 * pairs * rows.os);
 }
 
-execute_function fastest_form(const fft_plan& p) {
-    if (has_rows_kernel(p)) return rows_function<kind_r2c, single_row>(p);
-    return singles_win(p) ? execute_r2c_many_singly : execute_r2c_many;
+int install_fastest(fft_plan* plan) {
+    constexpr const char* name = "execute_r2c_many";
+    if (has_rows_kernel(*plan))
+        return install(plan, rows_function<kind_r2c, single_row>(*plan), name, runs_rows_kernel);
+    return singles_win(*plan) ? install(plan, execute_r2c_many_singly, name, runs_rows_singly)
+                              : install(plan, execute_r2c_many, name);
 }
 
 }  // namespace
@@ -94,5 +97,5 @@ int solve_problem_r2c_many(fft_plan* plan) {
     if (!attach_buffer(plan, 16 * plan->dims[0].n)) return refused;
     fft_plan** const subplans = make_pair_subplans(plan);
     if (!subplans || plan_subplans(subplans, 2) != accepted) return refused;
-    return install(plan, fastest_form(*plan), "execute_r2c_many");
+    return install_fastest(plan);
 }

@@ -4,6 +4,7 @@
 // time or (r2hc_many_direct) four at a time, one a lane. The Hartley transform folds the pairs of a half-complex
 // result, and takes contiguous input only.
 #include "planner/solvers.h"
+#include "real/alone.h"
 #include "real/direct_tables.h"
 #include "real/mirror.h"
 #include "record/in_place.h"
@@ -100,7 +101,8 @@ int solve_problem_r2hc_direct(fft_plan* plan) {
     const fft_dim dim = plan->dims[0];
     const real_kernel kernel = kernel_of_size(r2hc_loop, dim.n);
     if (!kernel || !attach_hc_direct_aux(plan, kernel, dim.is, dim.os)) return refused;
-    return keep_count_and_install(plan, execute_r2hc, "execute_r2hc_direct");
+    return keep_count_and_install(plan, short_alone_or<r2hc_alone_fwd>(execute_r2hc, *plan, row_count(*plan)),
+                                  "execute_r2hc_direct");
 }
 
 int solve_problem_hc2r_direct(fft_plan* plan) {
@@ -108,7 +110,8 @@ int solve_problem_hc2r_direct(fft_plan* plan) {
     const fft_dim dim = plan->dims[0];
     const real_kernel kernel = kernel_of_size(hc2r_loop, dim.n);
     if (!kernel || !attach_hc_direct_aux(plan, kernel, dim.os, dim.is)) return refused;
-    return keep_count_and_install(plan, execute_hc2r, "execute_hc2r_direct");
+    return keep_count_and_install(plan, short_alone_or<hc2r_alone_bwd>(execute_hc2r, *plan, row_count(*plan)),
+                                  "execute_hc2r_direct");
 }
 
 int solve_problem_dht_direct(fft_plan* plan) {
@@ -116,7 +119,8 @@ int solve_problem_dht_direct(fft_plan* plan) {
     const fft_dim dim = plan->dims[0];
     const real_kernel kernel = kernel_of_size(r2hc_loop, dim.n);
     if (!kernel || !attach_hc_direct_aux(plan, kernel, dim.is, dim.os)) return refused;
-    return keep_count_and_install(plan, execute_dht_direct, "execute_dht_direct");
+    return keep_count_and_install(plan, short_alone_or<dht_alone_fwd>(execute_dht_direct, *plan, row_count(*plan)),
+                                  "execute_dht_direct");
 }
 
 int solve_problem_redft00_direct(fft_plan* plan) {

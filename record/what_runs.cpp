@@ -5,6 +5,8 @@ const char* words_of(what_runs runs) {
     switch (runs) {
         case runs_rows_kernel:
             return "one kernel for all rows, four at a time";
+        case runs_rows_singly:
+            return "row by row";
         case runs_straight_kernel:
             return "one kernel in place of the stages";
         case runs_two_stages_each:

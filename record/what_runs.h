@@ -8,6 +8,7 @@ enum what_runs : uint32_t {
     runs_as_named = 0,
     runs_kernel_of_four_lanes,  // of transforms side by side, in a loop
     runs_rows_kernel,           // one call of a kernel for all rows, four at a time
+    runs_rows_singly,           // a loop over the plan of one row
     runs_stages,                // to a contiguous output, which serves as a working array
     runs_stages_in_scratch,     // any strides
     runs_two_stages,            // any strides
@@ -20,7 +21,7 @@ enum what_runs : uint32_t {
     runs_groups_by_kernel,      // the same without a plan between the kernels
     runs_groups_by_stages,      // the same without a plan between the two stages
     runs_groups_by_straight,    // the same with a kernel in place of the stages
-    runs_blocks_by_stages,      // blocks gathered, the last stage writes to the output
+    runs_blocks_by_stages,      // blocks gathered, four columns in the lanes of stages
     runs_blocks_by_kernel,      // the same by one kernel
 };
 

@@ -3,8 +3,8 @@
 // runs. A program may have any number of such regions; each is counted by itself. Only the thread that passed the first
 // marker of a region is counted.
 //
-// The instruction `hint #44` is a clock: the number of instructions that all threads ran so far is written one page of 4096
-// bytes behind it, where the program keeps room for a 64-bit number.
+// The instruction `hint #44` is a clock: the number of instructions that all threads ran so far is written one page of
+// 4096 bytes behind it, where the program keeps room for a 64-bit number.
 //
 // qemu-aarch64 -plugin block_counter.so,out=FILE[,trace=N] PROGRAM ...
 //
@@ -46,7 +46,14 @@ void qemu_plugin_register_atexit_cb(qemu_plugin_id_t, void (*)(qemu_plugin_id_t,
 #define EXPORTED __attribute__((visibility("default")))
 EXPORTED int qemu_plugin_version = COUNTER_API;
 
-enum { begin_marker = 0xd503255f, end_marker = 0xd503257f, clock_marker = 0xd503259f, page = 4096, buckets = 1 << 16, longest_piece = 4096 };
+enum {
+    begin_marker = 0xd503255f,
+    end_marker = 0xd503257f,
+    clock_marker = 0xd503259f,
+    page = 4096,
+    buckets = 1 << 16,
+    longest_piece = 4096
+};
 
 struct piece {
     uint64_t address, count;

@@ -35,20 +35,19 @@ class Profile:
     status: int = 0                                                       # what it returned
 
 
-def plugin() -> str:
-    """Builds the plugin for the installed emulator, once per version of both."""
+def plugin(source: pathlib.Path = HERE / "block_counter.c", emulator: str = "qemu-aarch64") -> str:
+    """Builds a plugin for the installed emulator, once per version of both."""
     try:
-        text = subprocess.run(["qemu-aarch64", "--version"], capture_output=True, text=True, check=True).stdout
+        text = subprocess.run([emulator, "--version"], capture_output=True, text=True, check=True).stdout
     except FileNotFoundError:
-        sys.exit("model: qemu-aarch64 is missing (package qemu-user)")
+        sys.exit(f"{emulator} is missing (package qemu-user)")
     major = int(re.search(r"version (\d+)", text).group(1))
-    source = HERE / "block_counter.c"
     cache = pathlib.Path(os.environ.get("XDG_CACHE_HOME", pathlib.Path.home() / ".cache")) / "qfftf"
     cache.mkdir(parents=True, exist_ok=True)
-    library = cache / f"block_counter-{major}-{int(source.stat().st_mtime)}.so"
+    library = cache / f"{source.stem}-{major}-{int(source.stat().st_mtime)}.so"
     if not library.exists():
         with tempfile.TemporaryDirectory(dir=cache) as folder:
-            fresh = pathlib.Path(folder) / "block_counter.so"
+            fresh = pathlib.Path(folder) / "plugin.so"
             subprocess.run(["cc", "-O2", "-fPIC", "-shared", f"-DCOUNTER_API={1 if major < 9 else 2}", str(source),
                             "-o", str(fresh)], check=True)
             fresh.replace(library)

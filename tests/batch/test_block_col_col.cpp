@@ -171,6 +171,22 @@ TEST(BlockColCol, FormsCompute) {
     run_and_compare({.dims = {{64, 1, 260}}, .batch = {{256, 64, 1}}});
 }
 
+// Sixteen columns at a time by stages: outputs near and far, which the last stage or a copy writes; the last of them
+// fewer; one side of rows, apart or adjacent.
+TEST(BlockColCol, SixteenColumnsAtATime) {
+    for (const int64_t sign : {-1, 1}) {
+        run_and_compare(in_place(columns(256, 256, 256), sign));
+        run_and_compare(in_place(columns(256, 256, 300), sign));
+        run_and_compare(in_place(columns(1024, 128, 128), sign));
+    }
+    run_and_compare(columns(1024, 128, 131));
+    run_and_compare({.dims = {{256, 1, 256}}, .batch = {{256, 256, 1}}});
+    run_and_compare({.dims = {{256, 1, 300}}, .batch = {{256, 259, 1}}});
+    run_and_compare({.dims = {{1024, 1, 128}}, .batch = {{128, 1025, 1}}});
+    run_and_compare({.dims = {{1024, 3, 128}}, .batch = {{128, 3073, 1}}});
+    run_and_compare({.dims = {{1024, 128, 1}}, .batch = {{128, 1, 1024}}});
+}
+
 // One kernel call for each group, between columns of any distance on both sides.
 TEST(BlockColCol, IsRightByStraightKernels) {
     for (const int64_t n : {64, 128})

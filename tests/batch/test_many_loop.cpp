@@ -11,6 +11,19 @@ TEST(ManyLoop, TurnsRowsIntoColumns) {
                                   "execute_many");
 }
 
+// Where columns lie far apart, sixteen at a time; counts that aren't multiples of it take four.
+TEST(ManyLoop, TurnsRowsIntoFarColumns) {
+    for (const auto& [n, apart] : {std::pair<int64_t, int64_t>{512, 131}, {1000, 67}, {4096, 64}, {128, 515}})
+        for (const int64_t count : {16, 20, 48}) {
+            const problem p = batch_of({n, 1, apart}, {count, n + 3, 1});
+            check_both_directions(solve_problem_dft_many, p, "execute_many");
+            float in[1], out[1];
+            const plan_pointer plan = p.record(in, out);
+            ASSERT_EQ(solve_problem_dft_many(plan.get()), accepted);
+            EXPECT_EQ(plan->buffer_size, uint64_t(count % 16 ? 8 : 24) * 8 * n) << p.text();
+        }
+}
+
 TEST(ManyLoop, TurnsColumnsIntoRows) {
     for (const int64_t n : {7, 22, 64, 100, 128, 216, 1000, 2048})
         for (const int64_t count : {1, 3, 4, 5, 8, 11})

@@ -45,6 +45,7 @@ double backward_weight(int j, int in, int n) {
     const double a = angle(k * j, n), twice = k == 0 || 2 * k == n ? 1 : 2;
     return twice * (in % 2 ? -std::sin(a) : std::cos(a));
 }
+double hartley_weight(int k, int j, int n) { return std::cos(angle(k * j, n)) + std::sin(angle(k * j, n)); }
 double cosine_weight(int k, int j, int n) {
     const double ends = j == 0 || j == n - 1 ? 1 : 2;
     return ends * std::cos(angle(j * k, 2 * (n - 1)));
@@ -54,7 +55,7 @@ double cosine_weight(int k, int j, int n) {
 int64_t position(const real_problem& p, bool spectrum, int slot) {
     if (!spectrum) return int64_t(slot) * p.stride;
     const int k = slot / 2;
-    if (p.spectrum == storage::plain) return int64_t(slot) * p.spectrum_stride;
+    if (p.spectrum == storage::plain || p.spectrum == storage::hartley) return int64_t(slot) * p.spectrum_stride;
     if (p.spectrum == storage::complex_numbers) return int64_t(2 * k) * p.spectrum_stride + slot % 2;
     return int64_t(slot % 2 ? p.n - k : k) * p.spectrum_stride;
 }
@@ -82,6 +83,8 @@ void call_cosine(const real_problem& p, const float* in, float* out) {
 
 void call(const real_problem& p, float* in, float* out) {
     if (p.spectrum == storage::plain) return call_cosine(p, in, out);
+    if (p.form->loop == shape::alone)
+        return reinterpret_cast<direct_contig_kernel>(p.kernel)(out, in, nullptr, nullptr);
     const bool forward = is_forward(*p.form), pairs = p.spectrum == storage::complex_numbers;
     float* const a = forward ? in : out;
     float* const b = forward ? out : in;
@@ -125,8 +128,9 @@ real_rows::real_rows(const form& f, int n) {
     const bool cosine = f.loop == shape::cosine_rows, forward = is_forward(f);
     const bool whole = f.loop == shape::whole_rows;
     in_slots = cosine || forward ? sequence_slots(n) : spectrum_slots(n, false);
-    out_slots = cosine || !forward ? sequence_slots(n) : spectrum_slots(n, whole);
-    const auto weight = cosine ? cosine_weight : forward ? forward_weight : backward_weight;
+    const bool hartley = f.spectrum == row_spectrum::hartley;
+    out_slots = cosine || hartley || !forward ? sequence_slots(n) : spectrum_slots(n, whole);
+    const auto weight = cosine ? cosine_weight : hartley ? hartley_weight : forward ? forward_weight : backward_weight;
     std::vector<double> weights;
     for (int to : out_slots)
         for (int from : in_slots) weights.push_back(weight(to, from, n));
@@ -144,7 +148,7 @@ real_rows::real_rows(const form& f, int n) {
 bool is_forward(const form& f) { return f.sign < 0; }
 
 int rows_done(const form& f, int count) {
-    return f.loop == shape::real_row                                     ? 1
+    return f.loop == shape::real_row || f.loop == shape::alone           ? 1
            : f.loop == shape::real_groups || f.loop == shape::whole_rows ? count / 4 * 4
                                                                          : count;
 }
@@ -154,6 +158,7 @@ std::string describe(const real_problem& p) {
     s << p.form->name << " n=" << p.n
       << (p.spectrum == storage::complex_numbers ? " complex"
           : p.spectrum == storage::plain         ? ""
+          : p.spectrum == storage::hartley       ? " Hartley"
                                                  : " half-complex")
       << " count=" << p.count << " stride=" << p.stride << " distance=" << p.distance
       << " spectrum stride=" << p.spectrum_stride << " distance=" << p.spectrum_distance

@@ -11,6 +11,7 @@
 enum class storage {
     complex_numbers,  // coefficients as pairs
     half_complex,     // real parts rising, imaginary parts falling from the end
+    hartley,          // a number for each element
     plain,            // cosine transforms: as many numbers on either side
 };
 

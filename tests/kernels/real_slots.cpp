@@ -74,7 +74,7 @@ lane_use lane_use_of(const form& f, int size, const body& b) {
     if (f.loop == shape::whole_rows)
         return same_graph(b, make_group_body(f, size, real_layout::whole_rows)) ? lane_use::whole_rows
                                                                                 : lane_use::unknown;
-    const bool one_row = f.loop == shape::real_row || f.loop == shape::real_rows;
+    const bool one_row = f.loop == shape::real_row || f.loop == shape::real_rows || f.loop == shape::alone;
     if (one_row && has_lanes_of_four(size) && same_graph(b, make_lanes_body(size, f.sign))) return lane_use::quarters;
     if (same_graph(b, make_group_body(f, size, real_layout::side_by_side))) return lane_use::side_by_side;
     if (size % 4 != 0) return lane_use::unknown;

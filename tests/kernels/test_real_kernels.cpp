@@ -17,14 +17,21 @@ class real_kernels : public testing::TestWithParam<int> {
 protected:
     const form& family() const { return forms()[GetParam()]; }
     bool cosine() const { return family().loop == shape::cosine_rows; }
+    bool alone() const { return family().loop == shape::alone; }
+    storage of_spectrum() const {
+        return family().spectrum == row_spectrum::pairs     ? storage::complex_numbers
+               : family().spectrum == row_spectrum::hartley ? storage::hartley
+                                                            : storage::half_complex;
+    }
     bool whole_rows() const { return family().loop == shape::whole_rows; }
     std::vector<storage> storages() const {
         if (cosine()) return {storage::plain};
         if (whole_rows()) return {storage::complex_numbers};
+        if (alone()) return {of_spectrum()};
         return {storage::complex_numbers, storage::half_complex};
     }
     std::vector<int> counts() const {
-        if (family().loop == shape::real_row) return {1};
+        if (family().loop == shape::real_row || alone()) return {1};
         return {0, 1, 2, 3, 4, 5, 6, 7, 8, 9};
     }
 
@@ -43,7 +50,7 @@ protected:
             {2 * count, 2, 3 * count, 3},         //
         };
         for (const auto& l : layouts) {
-            if (whole_rows() && (l[0] != 1 || l[2] != 1)) continue;
+            if ((whole_rows() || alone()) && (l[0] != 1 || l[2] != 1)) continue;
             p.stride = l[0], p.distance = l[1], p.spectrum_stride = l[2], p.spectrum_distance = l[3];
             EXPECT_EQ(check(p, rows), "") << describe(p);
         }
@@ -55,7 +62,7 @@ protected:
             {count, 1, count, 1},                        // side by side, elementwise
         };
         for (const auto& l : in_place) {
-            if (pairs && l[0] != 1) continue;  // complex numbers and reals don't share places then
+            if ((pairs || alone()) && l[0] != 1) continue;  // complex numbers and reals don't share places then
             p.stride = l[0], p.distance = l[1], p.spectrum_stride = l[2], p.spectrum_distance = l[3];
             EXPECT_EQ(check(p, rows), "") << describe(p);
         }

@@ -19,14 +19,15 @@ namespace {
 using namespace generator;
 
 constexpr double tolerance = 1e-12;
-constexpr int branches = 4, complex_lanes = 2;
+constexpr int branches = 4;
 constexpr double nan = std::numeric_limits<double>::quiet_NaN();
 
 // What a body computes: some of the rows of a stage.
-enum class rows { complex_row, two_complex_rows, zero, middle, unknown };
+enum class rows { complex_row, complex_rows_in_lanes, zero, middle, unknown };
 struct body_use {
     rows of = rows::unknown;
     bool one = false;  // of real rows: one branch
+    int lanes = 2;     // of complex rows
     bool is_real() const { return of == rows::zero || of == rows::middle; }
 };
 
@@ -34,7 +35,7 @@ body_use use_of(const body& b, int size) {
     for (const vectors* in : {&neon_pair, &sve_quad}) {
         if (same_graph(b, make_hermitian_body({.size = size, .in = in}))) return {rows::complex_row};
         if (same_graph(b, make_hermitian_body({.size = size, .transposed = true, .in = in})))
-            return {rows::two_complex_rows};
+            return {rows::complex_rows_in_lanes, false, in->lanes};
         for (const bool one : {false, true})
             for (const auto& [row, of] :
                  {std::pair(edge_row::zero, rows::zero), std::pair(edge_row::middle, rows::middle)})
@@ -69,18 +70,24 @@ private:
     std::vector<reference::complex> out_;
 };
 
-// Rows 1 and 2 of two branches in the lanes.
-double error_of_complex_rows(const body& b, bool transposed, int r) {
-    const stage s(r, 5);
+// Rows 1 and up, each of another branch, in the lanes.
+double error_of_complex_rows(const body& b, bool transposed, int lanes, int r) {
+    const stage s(r, 2 * lanes + 1);
     const auto k_of = [](int lane) { return lane + 1; };
-    const auto load = [&](int q) -> graph_vector { return {s.input(q, k_of(0), 0), s.input(q, k_of(1), 1)}; };
-    const auto twiddle = [&](int j) -> graph_vector { return {s.twiddle(j, k_of(0)), s.twiddle(j, k_of(1))}; };
+    const auto in_lanes = [&](const auto& number_of) {
+        graph_vector v{};
+        for (int lane = 0; lane < lanes; ++lane) v[lane] = number_of(lane);
+        return v;
+    };
+    const auto load = [&](int q) { return in_lanes([&](int lane) { return s.input(q, k_of(lane), lane); }); };
+    const auto twiddle = [&](int j) { return in_lanes([&](int lane) { return s.twiddle(j, k_of(lane)); }); };
     double error = 0;
-    for (const auto& [slot, result] : interpret(b, complex_lanes, load, twiddle)) {
+    for (const auto& [slot, result] : interpret(b, lanes, load, twiddle)) {
         const transposed_slot along = transposed_slot::unpack(slot);
-        for (int c = 0; c < complex_lanes; ++c) {
-            const bool column = !transposed || along.row == 2;  // one output of both rows
-            const int j = !transposed ? slot : column ? along.column : along.column + c, lane = column ? c : along.row;
+        for (int c = 0; c < lanes; ++c) {
+            const bool column = !transposed || along.row == lanes;  // one output of all rows
+            const int place = along.row * r + along.column + c;     // rows follow each other
+            const int j = !transposed ? slot : column ? along.column : place % r, lane = column ? c : place / r;
             error = std::max(error, std::abs(result[c] - s.out(j, k_of(lane), lane)));
         }
     }
@@ -128,13 +135,16 @@ std::vector<int> expected_loads(const body_use& use, int r) {
 
 std::vector<int> expected_stores(const body_use& use, int r) {
     std::vector<int> slots;
-    if (use.of != rows::two_complex_rows) {
+    if (use.of != rows::complex_rows_in_lanes) {
         for (int j = 0; j < r; ++j) slots.push_back(j);
         return slots;
     }
-    for (int row = 0; row < 2; ++row)
-        for (int column = 0; column + 2 <= r; column += 2) slots.push_back(transposed_slot{row, column}.pack());
-    if (r % 2) slots.push_back(transposed_slot{transposed_slot::both, r - 1}.pack());
+    const int lanes = use.lanes;
+    if (lanes == 4 && r == 2) return {transposed_slot{0, 0}.pack(), transposed_slot{2, 0}.pack()};
+    const int in_vectors = r / lanes * lanes;
+    for (int row = 0; row < lanes; ++row)
+        for (int column = 0; column < in_vectors; column += lanes) slots.push_back(transposed_slot{row, column}.pack());
+    for (int column = in_vectors; column < r; ++column) slots.push_back(transposed_slot{lanes, column}.pack());
     return slots;
 }
 
@@ -162,8 +172,9 @@ protected:
 
 TEST_P(sorensen_graphs, compute_their_rows) {
     for_each_body([](const body& b, const body_use& use, int r) {
-        const double error = use.is_real() ? error_of_real_row(b, use, r)
-                                           : error_of_complex_rows(b, use.of == rows::two_complex_rows, r);
+        const double error = use.is_real()
+                                 ? error_of_real_row(b, use, r)
+                                 : error_of_complex_rows(b, use.of == rows::complex_rows_in_lanes, use.lanes, r);
         EXPECT_LT(error, tolerance) << "rows " << int(use.of) << (use.one ? ", one branch" : "");
     });
 }
@@ -180,10 +191,9 @@ TEST_P(sorensen_graphs, keep_their_promises) {
     });
 }
 
-// Last stages have row 0 alone, all others three kinds of rows; only NEON's first stages transpose.
+// Last stages have row 0 alone, all others three kinds of rows; first stages transpose.
 TEST_P(sorensen_graphs, have_the_bodies_of_their_shape) {
     const bool last = family().loop == shape::hermitian_last, first = family().loop == shape::hermitian_first;
-    const bool transposes = first && !family().in->gathers;
     for (const int r : family().sizes) {
         SCOPED_TRACE(std::string(family().name) + " r=" + std::to_string(r));
         const bodies all = different_bodies(family(), r, family().sign);
@@ -192,7 +202,7 @@ TEST_P(sorensen_graphs, have_the_bodies_of_their_shape) {
         };
         EXPECT_EQ(count(rows::zero), first ? 1 : 2);
         EXPECT_EQ(count(rows::middle), last ? 0 : first ? 1 : 2);
-        EXPECT_EQ(count(rows::two_complex_rows), transposes ? 1 : 0);
+        EXPECT_EQ(count(rows::complex_rows_in_lanes), first ? 1 : 0);
         EXPECT_EQ(count(rows::complex_row) > 0, !last);
     }
 }

@@ -13,6 +13,7 @@
 #include "kernels/real_kernels.h"
 #include "kernels/registry.h"
 #include "placed_array.h"
+#include "record/fft_plan.h"
 #include "tests/support/reference_sorensen.h"
 #include "tests/support/signals.h"
 

@@ -2,6 +2,7 @@
 #include "tests/real/sorensen_problem.h"
 
 #include "planner/solver.h"
+#include "real/sorensen_stages.h"
 #include "tests/support/guarded_floats.h"
 #include "tests/support/reference_sorensen.h"
 #include "tests/support/signals.h"
@@ -19,7 +20,20 @@ void stage_by_formula(const sorensen_stage_record* stage, const float* in, float
     }
 }
 
-double error_of(fft_plan* plan, int64_t n, bool in_place) {
+void execute_plan(fft_plan* plan, float* in, float* out) { plan->execute(plan, in, out); }
+
+void run_stages(fft_plan* plan, float* in, float* out) {
+    const sorensen_stage_list list = sorensen_stages(plan->aux);
+    std::vector<float> from, to;
+    for (uint64_t q = 0; q < *list.count; ++q) {
+        const bool last = q + 1 == *list.count;
+        to.assign(last ? 0 : 2 * plan->dims[0].n, 0);
+        list.stages[q].kernel(&list.stages[q], q == 0 ? in : from.data(), last ? out : to.data());
+        from.swap(to);
+    }
+}
+
+double error_of(fft_plan* plan, int64_t n, bool in_place, plan_runner run) {
     guarded_floats input(2 * (n / 2 + 1)), separate(n);
     guarded_floats& output = in_place ? input : separate;
     auto z = complex_noise(n / 2 + 1, n);
@@ -32,7 +46,7 @@ double error_of(fft_plan* plan, int64_t n, bool in_place) {
     }
     guarded_floats before = input;
     this_thread_state().use_plan_buffer = 1;
-    plan->execute(plan, input.data(), output.data());
+    run(plan, input.data(), output.data());
     std::vector<std::complex<float>> actual;
     for (int64_t j = 0; j < n; ++j) actual.push_back(output[j]);
     bool kept = input.zones_are_intact() && separate.zones_are_intact();

@@ -14,7 +14,8 @@ struct complex_kind {
 };
 body make_complex_body(const complex_kind& kind);
 
-// Of vectors along two rows: two complex numbers at `column` of `row`, or one of each row.
+// Of vectors along rows: as many complex numbers as a vector holds, from `column` of `row` on, or one of each row:
+// `both` of two, in a row behind the last of more.
 struct transposed_slot {
     static constexpr int both = 2;
     int row, column;

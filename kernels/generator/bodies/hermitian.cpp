@@ -10,13 +10,24 @@ namespace generator {
 
 namespace {
 
-void store_transposed(dag& g, const values& y) {
+// Two columns zipped: of two rows, or of four.
+void store_two_columns(dag& g, int a, int b, transposed_slot first, int rows_in_half) {
+    g.store(first.pack(), g.binary(op::zip_lo, a, b));
+    g.store(transposed_slot{first.row + rows_in_half, first.column}.pack(), g.binary(op::zip_hi, a, b));
+}
+
+// Two columns of four rows are whole vectors only where there are no others: row 1 stands right behind row 0 then.
+void store_transposed(dag& g, const values& y, int rows) {
     const int r = int(y.size());
-    for (int c = 0; c + 2 <= r; c += 2) {
-        g.store(transposed_slot{0, c}.pack(), g.binary(op::zip_lo, y[c].n, y[c + 1].n));
-        g.store(transposed_slot{1, c}.pack(), g.binary(op::zip_hi, y[c].n, y[c + 1].n));
-    }
-    if (r % 2) g.store(transposed_slot{transposed_slot::both, r - 1}.pack(), y[r - 1].n);
+    int c = 0;
+    for (; rows == 2 && c + 2 <= r; c += 2) store_two_columns(g, y[c].n, y[c + 1].n, {0, c}, 1);
+    for (; rows == 4 && c + 4 <= r; c += 4)
+        for (const op half : {op::zip_lo, op::zip_hi}) {
+            const int even = g.binary(half, y[c].n, y[c + 2].n), odd = g.binary(half, y[c + 1].n, y[c + 3].n);
+            store_two_columns(g, even, odd, {half == op::zip_lo ? 0 : 2, c}, 1);
+        }
+    for (; rows == 4 && r == 2 && c < r; c += 2) store_two_columns(g, y[0].n, y[1].n, {0, 0}, 2);
+    for (; c < r; ++c) g.store(transposed_slot{rows, c}.pack(), y[c].n);
 }
 
 value part(dag& g, int slot, bool one, op which) {
@@ -39,7 +50,7 @@ body make_hermitian_body(const hermitian_kind& kind) {
         for (int q = int(x.size()); q < kind.size; ++q) x.push_back(conjugate(value{&g, g.load(q)}));
         values y = ready(b, butterfly(x, +1));
         for (int j = 1; j < kind.size; ++j) y[j].n = g.binary(op::mul, y[j].n, g.twiddle(j));
-        if (kind.transposed) return store_transposed(g, y);
+        if (kind.transposed) return store_transposed(g, y, kind.in->lanes);
         for (int j = 0; j < kind.size; ++j) g.store(j, y[j].n);
     });
 }

@@ -10,9 +10,9 @@ namespace generator {
 constexpr int stored_inputs(int r) { return (r + 1) / 2; }
 
 // A row 0 < k < L / 2: a complex butterfly. Input q is coefficient k + q L, or, where that lies beyond the middle, the
-// one at (r - q) L - k, which is conjugated. Output j is multiplied by twiddle j. With `transposed`, two rows lie in
-// the lanes and the outputs are vectors along the rows: slot transposed_slot{row, column}, row 2 being one column of
-// both rows.
+// one at (r - q) L - k, which is conjugated. Output j is multiplied by twiddle j. With `transposed`, as many rows as
+// there are lanes lie in them and the outputs are vectors along the rows: slot transposed_slot{row, column}; what is
+// left of the columns goes one by one, as the columns of a row behind the last.
 struct hermitian_kind {
     int size;
     bool transposed = false;

@@ -19,6 +19,18 @@ void record_forward(dag& g, int n) {
     }
 }
 
+void record_hartley(dag& g, int n) {
+    const split_values y = real_butterfly(load_all(g, n));
+    for (int k = 0; 2 * k <= n; ++k) {
+        if (!has_imaginary_part(k, n)) {
+            store_real(g, k, y[k].re);
+            continue;
+        }
+        store_real(g, k, y[k].re - y[k].im);
+        store_real(g, n - k, y[k].re + y[k].im);
+    }
+}
+
 void record_backward(dag& g, int n) {
     split_values spectrum(n / 2 + 1);
     for (int k = 0; 2 * k <= n; ++k) {
@@ -43,7 +55,10 @@ int spectrum_start(int slot) {
 }  // namespace
 
 body make_real_row_body(const form& f, int size, bool everywhere) {
-    const auto formula = f.loop == shape::cosine_rows ? record_cosine : f.sign < 0 ? record_forward : record_backward;
+    const auto formula = f.loop == shape::cosine_rows          ? record_cosine
+                         : f.spectrum == row_spectrum::hartley ? record_hartley
+                         : f.sign < 0                          ? record_forward
+                                                               : record_backward;
     return record(pool::growing(everywhere), {.loads_first = true}, [&](body& b) { formula(b.graph, size); });
 }
 

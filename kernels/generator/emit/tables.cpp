@@ -15,10 +15,13 @@ namespace generator {
 
 namespace {
 
-constexpr int table_slots = 64, long_table_slots = 128;
+constexpr int table_slots = 64, long_table_slots = 128, longest_table_slots = 256;
 constexpr int signs[] = {-1, 1};
 
-int slots(const form& f) { return is_real(f) || f.sizes.back() > table_slots ? long_table_slots : table_slots; }
+int slots(const form& f) {
+    if (f.sizes.back() > long_table_slots) return longest_table_slots;
+    return is_real(f) || f.sizes.back() > table_slots ? long_table_slots : table_slots;
+}
 
 // The sizes whose pools complex kernels share.
 std::vector<int> sizes_with_pools() {

@@ -16,6 +16,9 @@ constexpr int real_many_sizes[] = {2, 3, 4, 8, 16};
 constexpr int real_rows_sizes[] = {4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, 32};
 constexpr int half_complex_sizes[] = {2, 4, 8, 16, 32};
 constexpr int groups_only_sizes[] = {32};  // half-complex and complex storage differ by offsets: others are r2c_many's
+constexpr int r2c_alone_sizes[] = {2, 3, 4, 5, 7, 8, 16, 32, 64, 128, 256};
+constexpr int c2r_alone_sizes[] = {2, 4, 8, 16, 64, 128, 256};  // others are exact, or go by stages
+constexpr int alone_sizes[] = {2, 4, 8, 16};
 constexpr int cosine_sizes[] = {2, 3, 4, 17};
 constexpr int hermitian_sizes[] = {2, 3, 4, 5, 7, 8, 12, 16, 32};
 // In double precision, rounded at the output: the nearest floats.
@@ -24,10 +27,11 @@ constexpr int exact_cosine_sizes[] = {17};
 
 using enum shape;
 using enum layout;
+using enum row_spectrum;
 
 // clang-format off
 constexpr form table[] = {
-    // family               vectors      loop             data      sizes               sign, in double, half-complex only
+    // family               vectors      loop             data      sizes               sign, in double, half-complex only, spectrum
     {"direct_contig_neon",   &neon_one,   direct,          contig,   kernel_sizes},
     {"direct_strided_neon",  &neon_one,   direct,          strided,  kernel_sizes},
     {"direct_contig_sve",    &sve_one,    direct,          contig,   direct_sve_sizes},
@@ -68,6 +72,11 @@ constexpr form table[] = {
     {"r2hc_quad",            &real_quad,  real_groups,     offsets,  groups_only_sizes,  -1, {}, true},
     {"r2hc_loop",            &real_quad,  real_rows,       offsets,  half_complex_sizes, -1},
     {"hc2r_loop",            &real_quad,  real_rows,       offsets,  half_complex_sizes, +1},
+    {"r2c_alone",            &real_quad,  alone,           contig,   r2c_alone_sizes,    -1, {}, false, pairs},
+    {"c2r_alone",            &real_quad,  alone,           contig,   c2r_alone_sizes,    +1, {}, false, pairs},
+    {"r2hc_alone",           &real_quad,  alone,           contig,   alone_sizes,        -1, {}, false, half_complex},
+    {"hc2r_alone",           &real_quad,  alone,           contig,   alone_sizes,        +1, {}, false, half_complex},
+    {"dht_alone",            &real_quad,  alone,           contig,   alone_sizes,        -1, {}, false, hartley},
     {"redft00_loop",         &real_quad,  cosine_rows,     offsets,  cosine_sizes,       -1, exact_cosine_sizes},
 
     {"sorensen_first_neon",  &neon_pair,  hermitian_first, contig,   hermitian_sizes,    +1},

@@ -25,6 +25,7 @@ enum class shape {
     whole_rows,   // likewise, of contiguous rows and spectra that are stored whole
     real_rows,    // any number of rows; adjacent rows in lanes
     cosine_rows,  // likewise, type I cosine transforms
+    alone,        // one contiguous row
 
     hermitian_first,  // stages of Hermitian spectra: over the rows; one branch
     hermitian_other,  // over the rows and the branches
@@ -41,6 +42,9 @@ enum class layout {
     offsets,  // real data: tables of offsets are passed
 };
 
+// How a contiguous row `alone` stores its spectrum.
+enum class row_spectrum { pairs, half_complex, hartley };
+
 struct form {
     const char* name;
     const vectors* in;
@@ -50,6 +54,7 @@ struct form {
     int sign = 0;                         // -1 or 1 where there is one direction only
     std::span<const int> in_double = {};  // the sizes that compute in double precision and round at the output
     bool half_complex_only = false;  // of groups: other layouts of rows next to each other are left to general loops
+    row_spectrum spectrum = row_spectrum::pairs;
 };
 
 inline bool is_hermitian(const form& f) { return f.loop >= shape::hermitian_first; }

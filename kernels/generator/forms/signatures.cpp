@@ -26,6 +26,8 @@ constexpr signature real_data = {
     "[[maybe_unused]] const int64_t* s2, [[maybe_unused]] int64_t count, [[maybe_unused]] int64_t d0, "
     "[[maybe_unused]] int64_t d1",
     "", nullptr};
+constexpr signature row_alone = {"direct_contig_kernel", "float* out, const float* in", ", const void*, const void*",
+                                 nullptr};
 constexpr signature cosines = {"redft00_kernel",
                                "const float* in, float* out, const int64_t* in_offsets, const int64_t* out_offsets, "
                                "int64_t count, int64_t d0, int64_t d1",
@@ -51,6 +53,8 @@ const signature& signature_of(const form& f) {
             return stage;
         case shape::cosine_rows:
             return cosines;
+        case shape::alone:
+            return row_alone;
         default:
             return is_hermitian(f) ? hermitian_stage : real_data;
     }

@@ -23,8 +23,8 @@ enum class lanes_part {
 struct lanes_slot {
     lanes_part part;
     int first;
-    int pack() const { return int(part) * 256 + first; }
-    static lanes_slot unpack(int slot) { return {lanes_part(slot / 256), slot % 256}; }
+    int pack() const { return int(part) * 1024 + first; }
+    static lanes_slot unpack(int slot) { return {lanes_part(slot / 1024), slot % 1024}; }
 };
 
 // Of the rows of coefficients 1 to L / 2 every two must be there, and the last pair ends in the middle.

@@ -3,6 +3,9 @@
 // L / 2 are real; the others are complex and go along the branches as the rows of complex middle stages do, or, in the
 // first stage, several rows to a vector.
 #include "kernels/generator/bodies/hermitian.h"
+
+#include <algorithm>
+
 #include "kernels/generator/bodies/complex.h"
 #include "kernels/generator/emit/names.h"
 #include "kernels/generator/loops/address.h"
@@ -51,12 +54,17 @@ access rows_in_lanes(const row_address& input, int size, int lanes, bool masked)
     a.store = [=](int slot, std::string v) {
         const auto to = [&](int element) { return "store(b + " + std::to_string(2 * element) + ", "; };
         if (lanes == 1) return to(slot) + v + ")";
-        if (masked) return to(slot) + "rows, " + v + ")";
         const auto [row, column] = transposed_slot::unpack(slot);
-        if (row == transposed_slot::both) return to(column) + std::to_string(2 * size) + ", " + v + ")";
+        if (row == lanes) return to(column) + (masked ? "rows" : std::to_string(2 * size)) + ", " + v + ")";
         return to(row * size + column) + v + ")";
     };
     return a;
+}
+
+bool stores_columns(const body& b, int rows) {
+    return std::ranges::any_of(b.graph.nodes(), [&](const node& n) {
+        return n.what == op::store && transposed_slot::unpack(n.slot).row == rows;
+    });
 }
 
 // Rows k on, `lanes` at a time with their twiddles side by side in the table, while as many remain.
@@ -68,7 +76,7 @@ void print_first_rows(text& out, const char* vocabulary, const body& b, int size
     out.line("using namespace ", vocabulary, ";");
     declare_complex_pool(out, b, size);
     print_constants(out, b);
-    if (masked) out.line("const lane_offsets rows = lanes_apart<", 2 * size, ">();");
+    if (masked && stores_columns(b, lanes)) out.line("const lane_offsets rows = lanes_apart<", 2 * size, ">();");
     if (masked) out.line("mask first = but_imaginary_of_first();");
     if (has_last) out.line("mask last = but_imaginary_of_last();");
     out.line("for (; k + ", lanes, " <= half; k += ", lanes, ") {");
@@ -105,7 +113,7 @@ void print_branches(text& out, const body& b, int size, const std::string& mask)
 
 void print_hermitian_first(text& out, const form& f, int size, int) {
     const vectors& v = *f.in;
-    const body rows = make_hermitian_body({.size = size, .transposed = !v.gathers, .in = &v});
+    const body rows = make_hermitian_body({.size = size, .transposed = true, .in = &v});
     out.line("constexpr int64_t m = 1, out_step = 2;");
     out.line("const int64_t in_step = 2 * int64_t(stage->rest), half = int64_t(stage->half);");
     declare_steps(out, size);

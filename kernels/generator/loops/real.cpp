@@ -24,6 +24,7 @@ public:
     void print() {
         if (f_.loop == shape::real_groups) return print_groups();
         if (f_.loop == shape::whole_rows) return print_whole_rows();
+        if (f_.loop == shape::alone) return print_row_alone();
         if (f_.loop != shape::real_row) return print_any_count();
         if (has_lanes_of_four(size_)) return print_contiguous_row_or_other();
         print_row_by_offsets();
@@ -125,6 +126,28 @@ private:
         out_.line("} else {");
         print_loop_over_groups(adjacent, at_offsets_apart(f_), "4 * d0", "4 * d1");
         out_.line("}");
+    }
+
+    void print_row_alone() {
+        if (f_.spectrum == row_spectrum::pairs && has_lanes_of_four(size_)) return print_row_alone_in_lanes();
+        const body b = row_body(true);
+        out_.line("using namespace ", in_.single, ";");
+        use_pool(b, "");
+        print_constants(out_, b);
+        print_operations(out_, b, in_a_row(f_, size_));
+    }
+
+    void print_row_alone_in_lanes() {
+        const body b = make_lanes_body(size_, f_.sign);
+        const bool forward = f_.sign < 0;
+        out_.line("using namespace ", in_.vocabulary, ";");
+        use_pool(b, "");
+        print_constants(out_, b);
+        out_.line(forward ? "const float* const a0 = in;" : "float* const a0 = out;");
+        const char* const spectrum = forward ? "float* const " : "const float* const ";
+        out_.line(spectrum, "b0 = ", forward ? "out;" : "in;");
+        out_.line(spectrum, "b_rising = base(b0 + 2);");
+        print_operations(out_, b, in_lanes(real_layout::pairs, size_));
     }
 
     void print_whole_rows() {

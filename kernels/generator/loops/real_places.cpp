@@ -39,6 +39,20 @@ access at_offsets(const form& f) {
     return a;
 }
 
+access in_a_row(const form& f, int size) {
+    const auto in_spectrum = [spectrum = f.spectrum, size](int slot) {
+        if (spectrum != row_spectrum::half_complex) return slot;
+        return slot % 2 ? size - slot / 2 : slot / 2;
+    };
+    const bool forward = f.sign < 0;
+    access a;
+    a.load = [=](int slot) { return "load(in + " + number(forward ? slot : in_spectrum(slot)) + ")"; };
+    a.store = [=](int slot, std::string v) {
+        return "store(out + " + number(forward ? in_spectrum(slot) : slot) + ", " + v + ")";
+    };
+    return a;
+}
+
 access at_offsets_apart(const form& f) {
     const auto from = f.sign < 0 ? element : coefficient_part, to = f.sign < 0 ? coefficient_part : element;
     access a;
