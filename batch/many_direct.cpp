@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: Apache-2.0
 // c2c_many_direct_parallel_sve, _parallel_neon and _assemble_neon: one batch of complex transforms of a kernel size,
 // several at once across the lanes of a vector. The parallel forms (four lanes by SVE, two by NEON) take transforms
-// side by side; the assemble form loads each lane from its own address and takes any other distances; where the
-// elements of a transform stand side by side, four transforms at a time are gathered and scattered instead. What is
-// left of a count that is no multiple of 4 runs singly. Length 64 is left to rows further down unless measured.
+// side by side; the assemble form loads each lane from its own address and takes any other distances. What is left of
+// a count that is no multiple of 4 runs singly. Where the elements of a transform stand side by side, one kernel that
+// loads and stores whole rows runs all of them instead. Length 64 is left to rows further down unless measured.
 // A kernel reads all its input before it writes.
 #include "batch/many_direct.h"
 
@@ -11,6 +11,7 @@
 #include "planner/solver.h"
 #include "planner/solvers.h"
 #include "record/in_place.h"
+#include "record/problem.h"
 #include "record/subplans.h"
 
 #include <iterator>
@@ -57,16 +58,15 @@ void execute_groups_tail(fft_plan* plan, float* in, float* out) {
         single->execute(single, in + 2 * i * batch.is, out + 2 * i * batch.os);
 }
 
-// Groups of four transforms of adjacent elements: one call for all of them. `aux` is kept for the kernel that any
-// caller of the assemble form expects there, so that each length and direction has an execute function that knows its
-// rows kernel.
+// Transforms of adjacent elements: one call for all of them. `aux` is kept for the kernel that any caller of the
+// assemble form expects there, so that each length and direction has an execute function that knows its rows kernel.
 template <bool forward, size_t n>
 void execute_rows(fft_plan* plan, float* in, float* out) {
-    const many_rows_kernel kernel = (forward ? many_rows_sve_fwd : many_rows_sve_bwd)[n - 1];
+    const many_rows_kernel kernel = (forward ? many_rows_neon_fwd : many_rows_neon_bwd)[n - 1];
     kernel(out, in, plan->howmany[0].is, plan->howmany[0].os, plan->howmany[0].n);
 }
 
-constexpr size_t longest_rows = std::size(many_rows_sve_fwd);
+constexpr size_t longest_rows = std::size(many_rows_neon_fwd);
 
 struct rows_functions {
     execute_function of[longest_rows];
@@ -108,10 +108,6 @@ int solve(fft_plan* plan, const many_direct_form& form, Kernel (*lookup)(const f
     return tail ? install(plan, form.execute_tail, form.tail_name) : install(plan, form.execute, form.name, form.runs);
 }
 
-bool whole_groups_of_rows(const fft_plan& p) {
-    return p.dims[0].is == 1 && p.dims[0].os == 1 && p.howmany[0].n % 4 == 0;
-}
-
 constexpr many_direct_form sve_form = {true,
                                        execute_groups<many_kernel, 4>,
                                        "execute_c2c_many_direct_parallel_sve",
@@ -144,6 +140,6 @@ int solve_problem_c2c_many_direct_parallel_neon(fft_plan* plan) {
 
 int solve_problem_c2c_many_direct_assemble_neon(fft_plan* plan) {
     if (solve(plan, assemble_form, lookup_many_assemble_neon) != accepted) return refused;
-    if (!whole_groups_of_rows(*plan) || !lookup_many_rows_sve(plan, plan->dims[0].n)) return accepted;
+    if (!has_unit_strides(*plan)) return accepted;
     return install(plan, rows_function(*plan), assemble_form.name, runs_rows_kernel);
 }

@@ -17,8 +17,7 @@ using many_kernel = void (*)(float* out, const float* in, int64_t is, int64_t os
 using many_assemble_kernel = void (*)(float* out, const float* in, int64_t is, int64_t os, int64_t idist,
                                       int64_t odist);
 
-// `count` transforms, a multiple of four, in groups of four at once: element j of transform c stands at j + c *
-// distance.
+// `count` transforms of adjacent elements: element j of transform c stands at j + c * distance.
 using many_rows_kernel = void (*)(float* out, const float* in, int64_t idist, int64_t odist, int64_t count);
 
 struct stage_record;

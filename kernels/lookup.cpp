@@ -37,15 +37,14 @@ many_kernel lookup_many_quad_sve(const fft_plan* plan, uint64_t size) {
 many_assemble_kernel lookup_many_assemble_neon(const fft_plan* plan, uint64_t size) {
     return pick(plan, size, many_assemble_neon_fwd, many_assemble_neon_bwd);
 }
-many_rows_kernel lookup_many_rows_sve(const fft_plan* plan, uint64_t size) {
-    return pick(plan, size, many_rows_sve_fwd, many_rows_sve_bwd);
+many_rows_kernel lookup_many_rows_neon(const fft_plan* plan, uint64_t size) {
+    return pick(plan, size, many_rows_neon_fwd, many_rows_neon_bwd);
 }
 
 many_kernel lookup_straight_quad_sve(const fft_plan* plan, uint64_t size) {
     return size == 64 ? lookup_many_quad_sve(plan, size) : pick(plan, size, long_quad_sve_fwd, long_quad_sve_bwd);
 }
-many_rows_kernel lookup_straight_rows_sve(const fft_plan* plan, uint64_t size) {
-    if (size == 64) return lookup_many_rows_sve(plan, size);
-    if constexpr (!has_registers_of_four) return nullptr;
-    return pick(plan, size, long_rows_sve_fwd, long_rows_sve_bwd);
+many_rows_kernel lookup_straight_rows(const fft_plan* plan, uint64_t size) {
+    if (size == 64) return lookup_many_rows_neon(plan, size);
+    return pick(plan, size, long_rows_neon_fwd, long_rows_neon_bwd);
 }

@@ -13,13 +13,13 @@ direct_contig_kernel lookup_direct_scalar(const fft_plan* plan, uint64_t size);
 many_kernel lookup_many_pair_neon(const fft_plan* plan, uint64_t size);
 many_kernel lookup_many_quad_sve(const fft_plan* plan, uint64_t size);
 many_assemble_kernel lookup_many_assemble_neon(const fft_plan* plan, uint64_t size);
-many_rows_kernel lookup_many_rows_sve(const fft_plan* plan, uint64_t size);
+many_rows_kernel lookup_many_rows_neon(const fft_plan* plan, uint64_t size);
 
 // Tables of which execute functions for one length know an entry themselves: that of length n at n - 1.
 extern const many_kernel many_quad_sve_fwd[64], many_quad_sve_bwd[64];
-extern const many_rows_kernel many_rows_sve_fwd[64], many_rows_sve_bwd[64];
+extern const many_rows_kernel many_rows_neon_fwd[64], many_rows_neon_bwd[64];
 
 // Lengths that run by stages, for which a straight kernel costs less where four transforms fill the lanes of vectors:
 // 64, and 128 that is no size of stages.
 many_kernel lookup_straight_quad_sve(const fft_plan* plan, uint64_t size);
-many_rows_kernel lookup_straight_rows_sve(const fft_plan* plan, uint64_t size);
+many_rows_kernel lookup_straight_rows(const fft_plan* plan, uint64_t size);

@@ -24,6 +24,7 @@ OPS_INLINE vec constant(const float* p) {
     return vcombine_f32(k, k);
 }
 OPS_INLINE quad two_constants(const float* p) { return vld1q_f32(p); }
+OPS_INLINE vec constants(const float* p) { return vld1q_f32(p); }
 OPS_INLINE vec same(float k) { return vdupq_n_f32(k); }
 OPS_INLINE row_twiddle load_row(const float* p) { return vld1_f32(p); }
 
@@ -44,6 +45,7 @@ template <int lane>
 OPS_INLINE vec fms(vec a, vec b, vec k) {
     return vfmsq_laneq_f32(a, b, k, lane);
 }
+OPS_INLINE vec scale_all(vec a, vec k) { return vmulq_f32(a, k); }
 OPS_INLINE vec fma_all(vec a, vec b, vec k) { return vfmaq_f32(a, b, k); }
 OPS_INLINE vec fms_all(vec a, vec b, vec k) { return vfmsq_f32(a, b, k); }
 OPS_INLINE vec conjugation() { return vreinterpretq_f32_u64(vdupq_n_u64(0xbf8000003f800000)); }
@@ -73,6 +75,7 @@ using vec = vector<2>;
 using row_twiddle = vector<1>;
 using quad = vector<2>;
 OPS_INLINE quad two_constants(const float* p) { return portable::load<2>(p); }
+OPS_INLINE vec constants(const float* p) { return portable::load<2>(p); }
 OPS_INLINE vec load(const float* p) { return portable::load<2>(p); }
 OPS_INLINE vec load(const float* p, int64_t distance) { return {{p[0], p[1], p[distance], p[distance + 1]}}; }
 OPS_INLINE void store(float* p, int64_t distance, vec a) {

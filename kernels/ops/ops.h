@@ -17,7 +17,8 @@
 //   add sub add_i sub_i          a + b, a - b, a + i b, a - i b
 //   scale<L>(a, k)               k[L] a
 //   fma<L> fms<L>                a + k[L] b, a - k[L] b; fma_all fms_all: k is the same everywhere
-//   fma_i fms_i                  a + i k[1] b, a - i k[1] b
+//   fma_i fms_i                  a + i k[1] b, a - i k[1] b, by the k of each lane
+//   constants(p), scale_all(a, k)   four floats of the pool, the product of floats (pairs)
 //   twice_minus(a, b, two)       2 a - b; ..._into_b: the result takes b's register (SVE)
 //   in_memory, reload(place)     a vector that is kept in memory, and the same once more (SVE)
 //   zip_lo zip_hi                complex numbers of a and b in turn (pairs)

@@ -96,14 +96,24 @@ OPS_INLINE vector<lanes> fms(vector<lanes> a, vector<lanes> b, vector<constant_l
     return {a.v - b.v * k.v[lane]};
 }
 template <int lanes>
+OPS_INLINE vector<lanes> imaginary_parts(vector<lanes> k) {
+    if constexpr (lanes == 1) return {__builtin_shufflevector(k.v, k.v, 1, 1)};
+    if constexpr (lanes == 2) return {__builtin_shufflevector(k.v, k.v, 1, 1, 3, 3)};
+    if constexpr (lanes == 4) return {__builtin_shufflevector(k.v, k.v, 1, 1, 3, 3, 5, 5, 7, 7)};
+}
+template <int lanes>
 OPS_INLINE vector<lanes> fma_i(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
-    return fma<1>(a, times_i(b), k);
+    return {a.v + times_i(b).v * imaginary_parts(k).v};
 }
 template <int lanes>
 OPS_INLINE vector<lanes> fms_i(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
-    return fms<1>(a, times_i(b), k);
+    return {a.v - times_i(b).v * imaginary_parts(k).v};
 }
-// The constant is the same in all lanes.
+// A constant for each float.
+template <int lanes>
+OPS_INLINE vector<lanes> scale_all(vector<lanes> a, vector<lanes> k) {
+    return {a.v * k.v};
+}
 template <int lanes>
 OPS_INLINE vector<lanes> fma_all(vector<lanes> a, vector<lanes> b, vector<lanes> k) {
     return {a.v + b.v * k.v};

@@ -120,6 +120,22 @@ complaints load_complaints(const body& b, int size) {
     return result;
 }
 
+// Rows of a body, by its highest slot.
+complaints row_complaints(const body& b, int size) {
+    complaints result;
+    for (const op what : {op::load, op::store}) {
+        const std::multiset<int> used = slots(b, what);
+        std::multiset<int> wanted = range(0, size);
+        if (row_slot::is_one(*used.rbegin())) {
+            wanted.clear();
+            for (int row = 0; row <= row_slot::unpack(*used.rbegin()).row; ++row)
+                for (int i = 0; i < vectors_of_row(size); ++i) wanted.insert(row_slot{row, i}.pack());
+        }
+        if (used != wanted) result.emplace_back("doesn't move each vector of its rows once");
+    }
+    return result;
+}
+
 complaints store_complaints(const body& b, int size) {
     if (slots(b, op::store) != range(0, size)) return {"doesn't store each output once"};
     return {};

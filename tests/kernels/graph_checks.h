@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "kernels/generator/bodies/complex.h"
+#include "kernels/generator/bodies/rows.h"
 #include "kernels/generator/emit/kernel.h"
 #include "kernels/generator/passes/counts.h"
 
@@ -27,6 +28,7 @@ using complaints = std::vector<std::string>;
 complaints order_complaints(const generator::body& b);
 complaints load_complaints(const generator::body& b, int size);  // of complex bodies
 complaints store_complaints(const generator::body& b, int size);
+complaints row_complaints(const generator::body& b, int size);  // of bodies that take whole rows: loads and stores
 complaints in_place_complaints(const generator::body& b);
 // Whether an operation gives the register of an operand away that a later one still wants, which costs a copy.
 complaints copy_complaints(const generator::body& b);

@@ -15,7 +15,8 @@ using cfloat = std::complex<float>;
 
 constexpr double tolerance = 3e-7;
 
-// Lane c holds lane 0 times i to the power c, and that times the number of its group, so that lanes are told apart.
+// Transform c holds transform 0 times i to the power c, and that times the number of its four, so that they are told
+// apart.
 template <class T>
 std::complex<T> turned(std::complex<T> x, int lane) {
     constexpr T re[] = {1, 0, -1, 0}, im[] = {0, 1, 0, -1};
@@ -54,7 +55,7 @@ void call(const kernel_problem& p, const cfloat* in_data, cfloat* out_data, cflo
             reinterpret_cast<many_assemble_kernel>(p.kernel)(out, in, p.is, p.os, p.idist, p.odist);
             return;
         case shape::rows:
-            reinterpret_cast<many_rows_kernel>(p.kernel)(out, in, p.idist, p.odist, 4 * p.groups);
+            reinterpret_cast<many_rows_kernel>(p.kernel)(out, in, p.idist, p.odist, p.count);
             return;
         default:
             break;
@@ -97,7 +98,6 @@ std::string compare(const std::vector<cfloat>& got, const std::vector<cfloat>& b
 }  // namespace
 
 int lanes_of(const form& f) {
-    if (f.loop == shape::rows) return 4;
     if (f.data != layout::batch) return 1;
     return f.in->lanes;
 }
@@ -105,13 +105,13 @@ int lanes_of(const form& f) {
 std::string describe(const kernel_problem& p) {
     std::ostringstream s;
     s << p.form->name << " n=" << p.radix << " sign=" << p.sign << " m=" << p.done << " L=" << p.rest << " is=" << p.is
-      << " os=" << p.os << " idist=" << p.idist << " odist=" << p.odist << " groups=" << p.groups
+      << " os=" << p.os << " idist=" << p.idist << " odist=" << p.odist << " count=" << p.count
       << (p.in_place ? " in place," : "") << (p.in_blocks ? " in blocks, " : " ") << name_of(p.where);
     return s.str();
 }
 
 std::string check(const kernel_problem& p, const transform_grid& grid) {
-    const int lanes = lanes_of(*p.form) * p.groups, r = p.radix, m = p.done, columns = p.rest;
+    const int lanes = lanes_of(*p.form) * p.count, r = p.radix, m = p.done, columns = p.rest;
     const size_t last = size_t(r) * m * columns - 1;
     placed_array in(last * p.is + size_t(lanes - 1) * p.idist + 1, p.where);
     placed_array out(last * p.os + size_t(lanes - 1) * p.odist + 1, p.where);

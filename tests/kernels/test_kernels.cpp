@@ -34,9 +34,9 @@ protected:
     // The n-th choice of strides. Distances between lanes leave room for one lane's span.
     kernel_problem with_strides(kernel_problem p, int n) const {
         if (family().loop == shape::rows) {
-            p.groups = 1 + n % 3;
+            p.count = 1 + n % 5;
             p.idist = p.radix + n % 4;
-            p.odist = p.radix + n / 4 % 4;
+            p.odist = p.radix + (n + 1) % 3;
         }
         if (family().data == layout::contig) return p;
         p.is = strides[n % 4][0];
@@ -44,6 +44,8 @@ protected:
         if (family().loop == shape::assemble) {
             p.idist = p.is * p.radix + 1;
             p.odist = p.os * p.radix + 2;
+            if (n % 6 == 4) p.is = 1, p.idist = p.radix + 1, p.os = 2 + n % 4, p.odist = 1;  // rows to columns
+            if (n % 6 == 5) p.is = 2 + n % 4, p.idist = 1, p.os = 1, p.odist = p.radix + 2;
         } else if (family().data == layout::batch) {
             p.is += lanes_of(family()) - 1;
             p.os += lanes_of(family()) - 1;

@@ -66,7 +66,7 @@ TEST(Lookup, FindsTheWholeTransformsOfTheTable) {
     check_plan_lookup(lookup_many_pair_neon, "many_pair_neon");
     check_plan_lookup(lookup_many_assemble_neon, "many_assemble_neon");
     check_plan_lookup(lookup_many_quad_sve, "many_quad_sve");
-    check_plan_lookup(lookup_many_rows_sve, "many_rows_sve");
+    check_plan_lookup(lookup_many_rows_neon, "many_rows_neon");
 }
 
 // Size 64 from the families of all sizes, 128 from those of the long ones, no other.
@@ -77,9 +77,9 @@ TEST(Lookup, FindsTheStraightKernelsInLanesOfTheTable) {
             const any_kernel quad =
                 size == 64 ? expected("many_quad_sve", sign, 64) : expected("long_quad_sve", sign, size, 128);
             const any_kernel rows =
-                size == 64 ? expected("many_rows_sve", sign, 64) : expected("long_rows_sve", sign, size, 128);
+                size == 64 ? expected("many_rows_neon", sign, 64) : expected("long_rows_neon", sign, size, 128);
             EXPECT_EQ(any(lookup_straight_quad_sve(&plan, size)), quad) << size << " sign " << sign;
-            EXPECT_EQ(any(lookup_straight_rows_sve(&plan, size)), rows) << size << " sign " << sign;
+            EXPECT_EQ(any(lookup_straight_rows(&plan, size)), rows) << size << " sign " << sign;
             EXPECT_EQ(quad != nullptr, size == 64 || size == 128) << size;
             EXPECT_EQ(rows != nullptr, size == 64 || size == 128) << size;
         }

@@ -29,8 +29,15 @@ std::string unit_strides_text(const form& f, int size, int sign) {
 // Where only the signs of the pool's sines differ, both directions share a function that takes the pool.
 void append_both_directions(text& out, const form& f, int size) {
     const signature& s = signature_of(f);
-    const std::string forward = lines_of(f, size, -1).str(), backward = lines_of(f, size, +1).str();
+    const text lines[] = {lines_of(f, size, -1), lines_of(f, size, +1)};
+    const std::string &forward = lines[0].str(), &backward = lines[1].str();
     const bool shared = forward == backward;
+    const auto pool_of = [&](int sign) {
+        for (const named_pool& own : lines[sign > 0].pools) return own.name;
+        return constants_of(size, sign).empty() ? "nullptr" : pool_name(size, sign);
+    };
+    for (const text& l : lines)
+        for (const named_pool& own : l.pools) out.declare_pool(own);
     const auto run = [&](int sign) {
         return std::string("run_") + f.name + "_" + numbered(size) + (shared ? "" : std::string("_") + direction(sign));
     };
@@ -42,7 +49,7 @@ void append_both_directions(text& out, const form& f, int size) {
     for (int sign : {-1, 1})
         out.append("void " + kernel_name(f, size, sign) + kernel_parameters(f) + " {\n" +
                    unit_strides_text(f, size, sign) + "    " + run(sign) + "(" + s.shared_arguments + ", " +
-                   (constants_of(size, sign).empty() ? "nullptr" : pool_name(size, sign)) + ");\n}\n");
+                   pool_of(sign) + ");\n}\n");
 }
 
 }  // namespace

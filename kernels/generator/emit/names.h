@@ -16,7 +16,7 @@ inline std::string kernel_name(const form& f, int size, int sign) {
 // The pointer table of a family.
 inline std::string table_name(const form& f, int sign) { return std::string(f.name) + "_" + direction(sign); }
 
-// The constants of all complex kernels of a size, and those of a kernel of real data, or of a part of it.
+// The constants of the complex kernels of a size, and those of one kernel alone, or of a part of it.
 inline std::string pool_name(int size, int sign) {
     return std::string("pool_") + direction(sign) + "_" + numbered(size);
 }

@@ -34,10 +34,7 @@ std::vector<int> sizes_with_pools() {
 }
 
 // The pools of a kernel's own.
-std::vector<named_pool> pools_of(const form& f, int size) {
-    if (f.sign == 0) return {};
-    return kernel_source(f, size).pools;
-}
+std::vector<named_pool> pools_of(const form& f, int size) { return kernel_source(f, size).pools; }
 
 std::string double_text(long double v) {
     char s[40];
@@ -65,7 +62,7 @@ constexpr const char* head =
 
 std::string array_of(const named_pool& p) { return (p.in_double ? "double " : "float ") + p.name + "[]"; }
 
-// Numbers of real kernels, in whole vectors.
+// In whole vectors.
 std::string pool_text(const named_pool& p) {
     std::string s = "\nalignas(16) const " + array_of(p) + " = {\n";
     for (const pool_entry& e : p.numbers.entries())

@@ -13,7 +13,7 @@ namespace generator {
 struct body;
 using bodies = std::vector<std::shared_ptr<const body>>;
 
-// The constants of a kernel of real data, which stand in a unit of their own.
+// The constants of one kernel alone, which stand in a unit of their own.
 struct named_pool {
     std::string name;
     bool in_double;

@@ -40,9 +40,9 @@ constexpr form table[] = {
     {"many_pair_neon",       &neon_pair,  many,            batch,    kernel_sizes},
     {"many_assemble_neon",   &neon_pair,  assemble,        batch,    kernel_sizes},
     {"many_quad_sve",        &sve_quad,   many,            batch,    kernel_sizes},
-    {"many_rows_sve",        &sve_quad,   rows,            contig,   kernel_sizes},
+    {"many_rows_neon",       &neon_pair,  rows,            contig,   kernel_sizes},
     {"long_quad_sve",        &sve_quad,   many,            batch,    long_sizes},
-    {"long_rows_sve",        &sve_quad,   rows,            contig,   long_sizes},
+    {"long_rows_neon",       &neon_pair,  rows,            contig,   long_sizes},
 
     {"first_contig_neon",    &neon_pair,  first,           contig,   kernel_sizes},
     {"first_strided_neon",   &neon_pair,  first,           strided,  kernel_sizes},

@@ -14,7 +14,7 @@ enum class shape {
     direct,    // one transform
     many,      // one transform in every lane of a vector
     assemble,  // likewise, each lane at its own address
-    rows,      // over groups of transforms, one in every lane, each of adjacent elements
+    rows,      // over transforms of adjacent elements, which are loaded and stored whole
 
     first,  // stages: over the columns l < L; m is 1 and there are no twiddles
     other,  // over the rows i < m and the columns l < L

@@ -7,7 +7,7 @@ namespace generator {
 
 int dag::intern(const node& n) {
     const auto [it, fresh] = known_.try_emplace(n.key(), int(nodes_.size()));
-    if (fresh) nodes_.push_back(n);
+    if (fresh) nodes_.push_back(n), nodes_.back().at_once = at_once_ && n.what != op::store;
     return it->second;
 }
 

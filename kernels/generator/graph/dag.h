@@ -17,7 +17,8 @@ struct node {
     int a = none, b = none;
     int slot = none;
     constant k{};
-    bool into_b = false;  // the result takes b's register, not a's
+    bool into_b = false;   // the result takes b's register, not a's
+    bool at_once = false;  // printed as soon as its operands are there
     auto key() const { return std::tuple(int(what), a, b, slot, k.entry, k.lane, k.everywhere, k.doublings); }
 };
 
@@ -40,6 +41,9 @@ public:
     int again(int n) { return nodes_.push_back(nodes_[n]), int(nodes_.size()) - 1; }  // the same, computed anew
     int fused(op what, int a, int b, constant k) { return intern({what, a, b, none, k}); }
 
+    // What is recorded from here on is printed as soon as its operands are there, if nothing but stores is made of it.
+    void record_at_once() { at_once_ = true; }
+
     // a + b, a - b, a + i b, a - i b (turned by 0, 2, 1 and 3 quarters), taking a scaled b into a fused operation.
     int sum(int a, int b, int quarters);
 
@@ -52,7 +56,7 @@ private:
     int intern(const node& n);
 
     pool pool_;
-    bool overwrites_, sets_aside_;
+    bool overwrites_, sets_aside_, at_once_ = false;
     std::vector<node> nodes_;
     std::map<std::tuple<int, int, int, int, int, int, bool, int>, int> known_;
 };

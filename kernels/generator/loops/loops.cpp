@@ -10,7 +10,7 @@ loop_printer loop_of(shape s) {
         case shape::assemble:
             return print_single;
         case shape::rows:
-            return print_groups_of_rows;
+            return print_rows;
         case shape::first:
             return print_first_stage;
         case shape::other:

@@ -12,8 +12,8 @@ namespace generator {
 using loop_printer = void (*)(text& out, const form& f, int size, int sign);
 loop_printer loop_of(shape s);
 
-void print_single(text& out, const form& f, int size, int sign);          // direct, many, assemble
-void print_groups_of_rows(text& out, const form& f, int size, int sign);  // rows
+void print_single(text& out, const form& f, int size, int sign);  // direct, many, assemble
+void print_rows(text& out, const form& f, int size, int sign);
 void print_first_stage(text& out, const form& f, int size, int sign);
 void print_other_stage(text& out, const form& f, int size, int sign);
 void print_last_stage(text& out, const form& f, int size, int sign);
@@ -27,6 +27,9 @@ void print_hermitian_last(text& out, const form& f, int size, int sign);
 // of it from float l on; it is told the mask that loads and stores begin with.
 void print_along(text& out, const vectors& v, const std::string& length, const std::function<void()>& constants,
                  const std::function<void(const std::string& mask)>& turn);
+
+// Where a vector of a row begins, the second row being `base`_second.
+std::string row_address(const std::string& base, int slot, int size);
 
 // Twiddles of a row stay in registers while there are enough; else a replicating load costs what a spill would.
 constexpr bool are_twiddles_held(int size) { return size <= 10; }

@@ -1,31 +1,41 @@
 // SPDX-License-Identifier: Apache-2.0
 // One row of a transform in every lane. Last stages: L is 1, so the loop runs over the rows, and every row has twiddles
 // of its own; the contiguous forms take two or four rows at a time, transposed in registers or gathered, with the
-// twiddles of the rows side by side in the table. The strided form takes two rows whose elements are adjacent.
-// Transforms of adjacent elements: four at a time, elements are gathered and outputs scattered, each group is read
-// whole before its first store.
+// twiddles of the rows side by side in the table. The strided form takes two rows whose elements are adjacent. Whole
+// transforms of adjacent elements: one or two rows a turn, each read whole before its first store.
 #include <set>
 
 #include "kernels/generator/bodies/complex.h"
+#include "kernels/generator/bodies/rows.h"
+#include "kernels/generator/emit/names.h"
 #include "kernels/generator/loops/address.h"
 #include "kernels/generator/loops/loops.h"
 #include "kernels/kernel_types.h"
 
 namespace generator {
 
-void print_groups_of_rows(text& out, const form& f, int size, int sign) {
-    const int lanes = f.in->lanes;
-    const surroundings where = {.in = f.in, .loads_first = true};
-    const body b = make_complex_body({.size = size, .sign = sign, .where = where});
+std::string row_address(const std::string& base, int slot, int size) {
+    const auto [row, vector] = row_slot::unpack(slot);
+    return base + (row == 0 ? "" : "_second") + " + " + std::to_string(2 * first_in_vector(vector, size));
+}
+
+void print_rows(text& out, const form& f, int size, int sign) {
+    const body b = make_rows_body(size, sign, *f.in);
+    if (!b.graph.constants().lanes().empty())
+        out.declare_pool({pool_name(f, size, direction(sign)), false, b.graph.constants()});
     access a;
-    a.load = [](int j) { return "load(in + " + std::to_string(2 * j) + ", in_rows)"; };
-    a.store = [](int k, std::string v) { return "store(out + " + std::to_string(2 * k) + ", out_rows, " + v + ")"; };
+    a.load = [&](int slot) { return "load(" + row_address("in", slot, size) + ")"; };
+    a.store = [&](int slot, std::string v) { return "store(" + row_address("out", slot, size) + ", " + v + ")"; };
+    const int rows = rows_of_body(size);
     out.line("{");
     out.line("using namespace ", f.in->vocabulary, ";");
     print_constants(out, b);
-    out.line("const lane_offsets in_rows = lanes_apart(2 * idist), out_rows = lanes_apart(2 * odist);");
-    out.line("for (; count > 0; count -= ", lanes, ", in += ", 2 * lanes, " * idist, out += ", 2 * lanes,
-             " * odist) {");
+    out.line("for (; count > 0; count -= ", rows, ", in += ", 2 * rows, " * idist, out += ", 2 * rows, " * odist) {");
+    if (rows == 2) {
+        out.line("// The last of an odd number of rows runs twice at once.");
+        out.line("const float* const in_second = in + (count > 1 ? 2 * idist : 0);");
+        out.line("float* const out_second = out + (count > 1 ? 2 * odist : 0);");
+    }
     print_operations(out, b, a);
     out.line("}");
     out.line("}");

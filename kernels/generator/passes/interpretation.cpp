@@ -121,7 +121,10 @@ private:
     // A rotated product reads the odd lanes of a pair, whatever lane the graph names.
     double constant_of(const node& v, int lane) const {
         constant k = v.k;
-        if (is_lanes(k)) return double(graph_.constants().lanes()[k.entry - first_lanes_entry][lane].value());
+        if (is_lanes(k)) {
+            const int place = is_of_real_data() ? lane : 2 * lane + 1;  // both floats of a complex lane are the same
+            return double(graph_.constants().lanes()[k.entry - first_lanes_entry][place].value());
+        }
         if (constants_of(v.what) == constant_from::odd_lane && !k.everywhere) k.lane = 1;
         return double(graph_.constants().value(k).value());
     }

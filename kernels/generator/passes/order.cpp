@@ -42,7 +42,7 @@ private:
 
     void mark_live() {
         for (int n = 0; n < int(nodes_.size()); ++n)
-            finishes_[n] = operation_of(nodes_[n].what).time == op_time::when_ready;
+            finishes_[n] = operation_of(nodes_[n].what).time == op_time::when_ready || nodes_[n].at_once;
         for (int n = int(nodes_.size()) - 1; n >= 0; --n) {
             const node& v = nodes_[n];
             if (v.what == op::store) {
@@ -143,7 +143,7 @@ private:
 
     const std::vector<node>& nodes_;
     std::vector<bool> done_, live_;
-    std::vector<bool> finishes_;  // permutations and products of which nothing but stores is made
+    std::vector<bool> finishes_;  // what is printed as soon as it can be, if nothing but stores is made of it
     std::vector<int> store_of_;
     std::vector<bool> wanted_;
     order_wishes wishes_;
