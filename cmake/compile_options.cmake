@@ -5,18 +5,16 @@ add_library(qfftf_common_options INTERFACE)
 target_include_directories(qfftf_common_options INTERFACE ${PROJECT_SOURCE_DIR} ${PROJECT_SOURCE_DIR}/include)
 target_compile_features(qfftf_common_options INTERFACE cxx_std_20)
 target_compile_options(qfftf_common_options INTERFACE -Wall -Wextra)
-if(on_arm)  # landing pads and signed return addresses, hints that older processors pass over; a leaf function signs nothing
-  target_compile_options(qfftf_common_options INTERFACE -mbranch-protection=standard)
-endif()
 set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 if(on_arm)
-  # Complex instructions need armv8.3-a by name; the level is for processors that have them and Armv8.1 atomics, with or
-  # without that architecture's instructions for signed addresses (the A64FX has none).
+  # Complex instructions need armv8.3-a by name; the level is for processors that have them and Armv8.1 atomics,
+  # which includes the A64FX: it lacks that architecture's instructions for signed addresses, in which a compiler would
+  # sign returns. So the two have landing pads alone; below, signing is by hints that older processors pass over.
   set(qfftf_levels sve fcma neon)  # from the highest to the lowest
-  set(level_options_sve -march=armv8.3-a+sve+nopauth -msve-vector-bits=256)
-  set(level_options_fcma -march=armv8.3-a+nopauth)
-  set(level_options_neon -march=armv8-a -mno-outline-atomics)
+  set(level_options_sve -march=armv8.3-a+sve -msve-vector-bits=256 -mbranch-protection=bti)
+  set(level_options_fcma -march=armv8.3-a -mbranch-protection=bti)
+  set(level_options_neon -march=armv8-a -mno-outline-atomics -mbranch-protection=standard)
   # Lower levels take some kernels in place of others (kernels/level.h); the linker drops what nobody asks for.
   foreach(level fcma neon)
     set(level_sections_${level} -ffunction-sections -fdata-sections)

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // The shared object leaves an attacker little to work with: nothing that is executed can be written, the tables of
-// addresses are read-only once it is loaded, its functions begin with landing pads and sign their return addresses.
+// addresses are read-only once it is loaded, its functions begin with landing pads, and those that any processor may
+// run sign their return addresses.
 #include "tests/object/elf_file.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +11,7 @@
 
 namespace {
 
-constexpr uint32_t landing_pads_and_signed_returns = 3;
+constexpr uint32_t landing_pads = 1, signed_returns = 2;
 
 const elf_file& the_library() {
     static const elf_file file(path_of_library());
@@ -90,25 +91,38 @@ TEST(EveryObjectFile, AsksForAStackThatIsNotExecutable) {
 }
 
 #ifdef __aarch64__
+// Of the two levels whose compiler would sign by instructions that some of their processors lack.
+bool is_of_armv8_3(const std::string& object) {
+    for (const char* folder : {"/qfftf_inner_sve.dir/", "/qfftf_inner_fcma.dir/", "/qfftf_kernels_sve.dir/",
+                               "/qfftf_kernels_fcma.dir/", "/levels/sve.o", "/levels/fcma.o"})
+        if (object.find(folder) != std::string::npos) return true;
+    return false;
+}
+
 // One object without would take the mark from whatever it is linked into.
-TEST(EveryObjectFile, IsMarkedAsHavingLandingPadsAndSignedReturns) {
+TEST(EveryObjectFile, IsMarkedAsHavingLandingPads) {
     const auto objects = lines_of(OBJECT_LIST);
     ASSERT_GT(objects.size(), 100u);
-    for (const std::string& path : objects)
-        EXPECT_EQ(elf_file(path).processor_features() & landing_pads_and_signed_returns,
-                  landing_pads_and_signed_returns)
-            << path;
+    int signing = 0;
+    for (const std::string& path : objects) {
+        const uint32_t features = elf_file(path).processor_features();
+        EXPECT_EQ(features & landing_pads, landing_pads) << path;
+        if (is_of_armv8_3(path)) continue;
+        EXPECT_EQ(features & signed_returns, signed_returns) << path;
+        ++signing;
+    }
+    EXPECT_GT(signing, 50);
 }
 
 // The linker adds the system's start files, and marks the library only where those are marked too.
 TEST(TheSharedObject, IsMarkedWhereTheStartFilesOfTheSystemAre) {
-    uint32_t start_files = landing_pads_and_signed_returns;
+    uint32_t start_files = landing_pads;
     for (const std::string& path : lines_of(START_FILE_LIST)) {
         const elf_file file(path);
         ASSERT_TRUE(file.readable()) << path;
         start_files &= file.processor_features();
     }
-    EXPECT_EQ(the_library().processor_features() & landing_pads_and_signed_returns, start_files);
+    EXPECT_EQ(the_library().processor_features() & landing_pads, start_files);
     RecordProperty("features_of_the_start_files", static_cast<int>(start_files));
 }
 #endif
