@@ -141,5 +141,6 @@ int solve_problem_c2c_many_direct_parallel_neon(fft_plan* plan) {
 int solve_problem_c2c_many_direct_assemble_neon(fft_plan* plan) {
     if (solve(plan, assemble_form, lookup_many_assemble_neon) != accepted) return refused;
     if (!has_unit_strides(*plan)) return accepted;
-    return install(plan, rows_function(*plan), assemble_form.name, runs_rows_kernel);
+    const char* const name = plan->howmany[0].n % 4 == 0 ? assemble_form.name : assemble_form.tail_name;
+    return install(plan, rows_function(*plan), name, runs_rows_kernel);
 }

@@ -48,6 +48,7 @@ void twiddle_unit(int64_t k, int64_t n, float* result) {
 }
 
 void twiddle_progression(int64_t first, int64_t step, int64_t n, uint64_t count, float* to, uint64_t distance) {
+    if (count == 0) return;  // n may be 0 then
     const int64_t far = remainder(4 * remainder(step, n), n);
     int4 k;
     for (int i = 0; i < 4; ++i) k[i] = remainder(first + i * step, n);

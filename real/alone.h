@@ -38,14 +38,17 @@ inline execute_function alone_function(const fft_plan& p, std::index_sequence<i.
     return found;
 }
 
-// What a plan that is accepted executes: `general`, or the function of one contiguous row.
+// Has an accepted plan of one contiguous row run the function of its length, where there is one.
 template <const direct_contig_kernel* kernels, bool to_pairs = false, size_t lengths = std::size(alone_lengths)>
-inline execute_function alone_or(execute_function general, const fft_plan& p, int64_t count = 1) {
-    if (count != 1 || !has_unit_strides(p)) return general;
-    const execute_function alone = alone_function<kernels, to_pairs>(p, std::make_index_sequence<lengths>());
-    return alone ? alone : general;
+inline int run_alone(fft_plan* plan, int64_t count = 1) {
+    if (count != 1 || !has_unit_strides(*plan)) return accepted;
+    const execute_function alone = alone_function<kernels, to_pairs>(*plan, std::make_index_sequence<lengths>());
+    if (!alone) return accepted;
+    plan->execute = alone;
+    plan->runs = runs_row_kernel;
+    return accepted;
 }
 template <const direct_contig_kernel* kernels>
-inline execute_function short_alone_or(execute_function general, const fft_plan& p, int64_t count) {
-    return alone_or<kernels, false, short_lengths>(general, p, count);
+inline int run_short_alone(fft_plan* plan, int64_t count) {
+    return run_alone<kernels, false, short_lengths>(plan, count);
 }

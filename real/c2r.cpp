@@ -71,6 +71,5 @@ constexpr half_length_forms forms = {{execute_1d_c2r, "execute_1d_c2r"},
 int solve_problem_c2r_1d(fft_plan* plan) {
     if (!accepts(*plan)) return refused;
     if (solve_half_length(plan, forms, !has_unit_strides(*plan)) != accepted) return refused;
-    plan->execute = alone_or<c2r_alone_bwd>(plan->execute, *plan);
-    return accepted;
+    return run_alone<c2r_alone_bwd>(plan);
 }

@@ -44,9 +44,11 @@ int solve_problem_r2c_1d_direct(fft_plan* plan) {
     const real_kernel kernel = lookup_r2c_direct(plan, dim.n);
     if (!kernel || !attach_r2c_direct_aux(plan, kernel, dim.is, dim.os)) return refused;
     if (!attach_private_buffer(plan, 8 * (dim.n / 2 + 1))) return refused;
-    const auto form = [&](execute_function general) { return alone_or<r2c_alone_fwd, true>(general, *plan); };
-    if (dim.n & 1) return install(plan, form(execute_r2c_1d_direct_odd), "execute_r2c_1d_direct_odd");
-    return install(plan, form(execute_r2c_1d_direct_even), "execute_r2c_1d_direct_even");
+    if (dim.n & 1)
+        install(plan, execute_r2c_1d_direct_odd, "execute_r2c_1d_direct_odd");
+    else
+        install(plan, execute_r2c_1d_direct_even, "execute_r2c_1d_direct_even");
+    return run_alone<r2c_alone_fwd, true>(plan);
 }
 
 int solve_problem_c2r_1d_direct(fft_plan* plan) {
@@ -56,5 +58,6 @@ int solve_problem_c2r_1d_direct(fft_plan* plan) {
     if (!kernel || !attach_r2c_direct_aux(plan, kernel, dim.os, dim.is)) return refused;
     if (!attach_private_buffer(plan, 4 * dim.n)) return refused;
     plan->howmany[0].n = 1;
-    return install(plan, alone_or<c2r_alone_bwd>(execute_c2r_1d_direct, *plan), "execute_c2r_1d_direct");
+    install(plan, execute_c2r_1d_direct, "execute_c2r_1d_direct");
+    return run_alone<c2r_alone_bwd>(plan);
 }

@@ -69,6 +69,5 @@ constexpr half_length_forms forms = {{execute_1d_r2c, "execute_1d_r2c"},
 int solve_problem_r2c_1d(fft_plan* plan) {
     if (!accepts(*plan)) return refused;
     if (solve_half_length(plan, forms, !has_unit_strides(*plan) || plan->double_os == 1) != accepted) return refused;
-    plan->execute = alone_or<r2c_alone_fwd, true>(plan->execute, *plan);
-    return accepted;
+    return run_alone<r2c_alone_fwd, true>(plan);
 }

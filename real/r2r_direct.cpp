@@ -101,8 +101,9 @@ int solve_problem_r2hc_direct(fft_plan* plan) {
     const fft_dim dim = plan->dims[0];
     const real_kernel kernel = kernel_of_size(r2hc_loop, dim.n);
     if (!kernel || !attach_hc_direct_aux(plan, kernel, dim.is, dim.os)) return refused;
-    return keep_count_and_install(plan, short_alone_or<r2hc_alone_fwd>(execute_r2hc, *plan, row_count(*plan)),
-                                  "execute_r2hc_direct");
+    const int64_t count = row_count(*plan);
+    keep_count_and_install(plan, execute_r2hc, "execute_r2hc_direct");
+    return run_short_alone<r2hc_alone_fwd>(plan, count);
 }
 
 int solve_problem_hc2r_direct(fft_plan* plan) {
@@ -110,8 +111,9 @@ int solve_problem_hc2r_direct(fft_plan* plan) {
     const fft_dim dim = plan->dims[0];
     const real_kernel kernel = kernel_of_size(hc2r_loop, dim.n);
     if (!kernel || !attach_hc_direct_aux(plan, kernel, dim.os, dim.is)) return refused;
-    return keep_count_and_install(plan, short_alone_or<hc2r_alone_bwd>(execute_hc2r, *plan, row_count(*plan)),
-                                  "execute_hc2r_direct");
+    const int64_t count = row_count(*plan);
+    keep_count_and_install(plan, execute_hc2r, "execute_hc2r_direct");
+    return run_short_alone<hc2r_alone_bwd>(plan, count);
 }
 
 int solve_problem_dht_direct(fft_plan* plan) {
@@ -119,8 +121,9 @@ int solve_problem_dht_direct(fft_plan* plan) {
     const fft_dim dim = plan->dims[0];
     const real_kernel kernel = kernel_of_size(r2hc_loop, dim.n);
     if (!kernel || !attach_hc_direct_aux(plan, kernel, dim.is, dim.os)) return refused;
-    return keep_count_and_install(plan, short_alone_or<dht_alone_fwd>(execute_dht_direct, *plan, row_count(*plan)),
-                                  "execute_dht_direct");
+    const int64_t count = row_count(*plan);
+    keep_count_and_install(plan, execute_dht_direct, "execute_dht_direct");
+    return run_short_alone<dht_alone_fwd>(plan, count);
 }
 
 int solve_problem_redft00_direct(fft_plan* plan) {

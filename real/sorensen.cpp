@@ -104,7 +104,7 @@ int solve(fft_plan* plan, const sorensen_form& form) {
     if (!accepts(*plan) || !find_order(*plan, order) || !attach_storage(plan, order.stage_count)) return refused;
     install_form(plan, form, order.stage_count);
     build_stages(plan, order, form.fill, 0, 0);
-    plan->execute = alone_or<c2r_alone_bwd>(plan->execute, *plan);
+    run_alone<c2r_alone_bwd>(plan);
     return !leaves_lanes_empty(*plan, order) || run_by_half_length(plan) ? accepted : refused;
 }
 

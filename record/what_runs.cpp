@@ -33,6 +33,7 @@ const char* words_of(what_runs runs) {
         case runs_stages_in_scratch:
         case runs_two_stages:
         case runs_groups:
+        case runs_row_kernel:
             break;
     }
     return nullptr;

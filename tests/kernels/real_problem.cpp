@@ -112,7 +112,7 @@ std::string compare(const real_problem& p, const std::vector<float>& got, const 
         }
         const double difference = std::fabs(got[e] - want[e]);
         // Half a unit in the last place of a float, and what double precision may add.
-        const double half_unit = std::ldexp(1, std::ilogb(want[e]) - 24);
+        const double half_unit = want[e] == 0 ? 0 : std::ldexp(1, std::ilogb(want[e]) - 24);
         if (exact && !(difference <= half_unit + 1e-14)) return "not the nearest float at " + std::to_string(e - front);
         error += difference * difference;
         norm += want[e] * want[e];
