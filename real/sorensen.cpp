@@ -90,6 +90,7 @@ bool run_by_half_length(fft_plan* plan) {
     if (!make_subplans(plan, 1) || solve_problem_c2r_1d(plan->subplans[0]) != accepted) return false;
     plan->subplans[0]->solver_name = "solve_problem_c2r_1d";
     plan->execute = execute_half_length;
+    plan->runs = runs_half_length;
     return true;
 }
 

@@ -39,6 +39,7 @@ constexpr told_and_true shared_names[] = {
     {"r2c 16 batch=8 istride=2", "execute_r2c_many_direct", runs_as_named},
     {"c2r 16 batch=7", "execute_c2r_many_direct_tail", runs_rows_kernel},
     {"c2r 64 batch=8", "execute_c2r_many", runs_rows_singly},
+    {"c2r 36", "execute_c2r_1d_sorensen_two_stages_sve", runs_half_length},
     {"r2c 64 batch=8", "execute_r2c_many", runs_rows_singly},
     {"r2c 36 batch=8", "execute_r2c_many", runs_as_named},
     {"c2c 64 batch=4 interleaved", "execute_1d_two_stages_sve", runs_straight_kernel},
