@@ -41,8 +41,9 @@ for source in interface/version.cpp planner/measured.cpp threads/backend.cpp dft
     while read -r object; do
         number=$((number + 1))
         command=$(ninja -C "$BUILD" -t commands -s "$object" 2>/dev/null | sed "s@^[^ ]*ccache @@; s@ -MD .* -o @ -o @")
-        command=${command//"$BUILD/generated"/"'$copy/build/generated'"}
+        command=${command//"$BUILD/generated"/@generated@}
         command=${command//"$SOURCE"/"'$copy'"}
+        command=${command//@generated@/"'$copy/build/generated'"}
         (cd "$copy/build" && eval "${command/ -o $object/ -o "'$WORK/$number.o'"}") || fail "compiling $source by $command"
         same "$BUILD/$object" "$WORK/$number.o"
         echo "ok: $object"
