@@ -18,7 +18,7 @@ using generator::form;
 constexpr std::string_view run_by_nobody[] = {"direct_scalar", "first_strided_sve", "last_strided_sve"};
 // Run at all levels, in two registers where there is none for four complex numbers. Of other families over SVE's
 // registers the lower levels take the NEON sisters.
-constexpr std::string_view run_in_two_registers[] = {"many_quad_sve", "long_quad_sve"};
+constexpr std::string_view run_in_two_registers[] = {"many_quad_sve", "straight_quad_sve"};
 
 int copies(const form& f) {
     if (std::ranges::find(run_by_nobody, f.name) != std::end(run_by_nobody)) return 0;

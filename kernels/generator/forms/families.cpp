@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
-// Prints the families and their vocabularies. CMake builds this program of forms.cpp alone when it configures, before there
-// is a generator.
+// Prints the families and their vocabularies. CMake builds this program of forms.cpp alone when it configures, before
+// there is a generator.
 #include <cstdio>
 
 #include "kernels/generator/forms/forms.h"
