@@ -33,10 +33,10 @@ if(on_arm)
   set(level_options_sve -march=armv8.3-a+sve -msve-vector-bits=256 -mbranch-protection=bti)
   set(level_options_fcma -march=armv8.3-a -mbranch-protection=bti)
   set(level_options_neon -march=armv8-a -mno-outline-atomics -mbranch-protection=standard)
-  # Lower levels take some kernels in place of others (kernels/level.h); the linker drops what nobody asks for.
-  foreach(level fcma neon)
-    set(level_sections_${level} -ffunction-sections -fdata-sections)
-  endforeach()
+  # Of NEON kernels with complex instructions a compiler makes the same code for both: they are linked once.
+  set(qfftf_levels_that_share sve fcma)
+  # No level runs all kernels (kernels/level.h); the linker drops what nobody asks for.
+  set(qfftf_level_sections -ffunction-sections -fdata-sections)
 else()
   set(qfftf_levels portable)
   set(level_options_portable -Wno-psabi)  # 256-bit vectors stay inside one translation unit
