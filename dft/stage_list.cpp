@@ -83,7 +83,7 @@ void pass_rows_in_blocks(stage_record* stages, uint64_t count) {
 straight_kernels find_straight_kernels(const fft_plan& plan) {
     const uint64_t n = plan.dims[0].n;
     if (is_batch_of_lanes(plan, 4)) return {lookup_straight_quad_sve(&plan, n), nullptr};
-    if (plan.howmany_rank == 0 && has_unit_strides(plan)) return {nullptr, lookup_straight_rows(&plan, n)};
+    if (plan.howmany_rank == 0 && has_unit_strides(plan)) return {nullptr, lookup_straight_rows_neon(&plan, n)};
     return {};
 }
 

@@ -157,7 +157,7 @@ TEST(MultiStage, LaysItsRecordsOutWordByWord) {
                     const straight_kernels kernels = straight_kernels_of(stage);
                     const bool four_lanes = q == 0 && p.lanes == 4, contiguous = p.lanes == 0 && p.is == 1 && p.os == 1;
                     EXPECT_EQ(kernels.quad, four_lanes ? lookup_straight_quad_sve(&record, n) : nullptr);
-                    EXPECT_EQ(kernels.rows, q == 0 && contiguous ? lookup_straight_rows(&record, n) : nullptr);
+                    EXPECT_EQ(kernels.rows, q == 0 && contiguous ? lookup_straight_rows_neon(&record, n) : nullptr);
                     const bool in_blocks = contiguous && q + 2 >= s && passes_blocks(row.isa, radices);
                     EXPECT_EQ(is_in_blocks(&stage), in_blocks) << q;
                     for (size_t i = word_of_blocks + 1; i < std::size(stage.spare); ++i) EXPECT_EQ(stage.spare[i], 0u);
