@@ -32,7 +32,7 @@ struct body {
 struct surroundings {
     const vectors* in = nullptr;  // null: any that overwrite nothing
     bool loads_first = false;     // input and output may be one array: no load follows a store
-    bool once = false;            // not the body of a loop
+    bool once = false;            // constants are loaded where they are used: no loop holds them
     bool loads_again = false;     // loads cost less than a copy or a place in memory
     int output_parts = 1;         // see order_wishes
     int input_blocks = 0;
