@@ -24,6 +24,7 @@ struct body {
     dag graph;
     std::vector<int> order;    // nodes to print, operands before their users
     bool once = false;         // constants may as well be loaded where they are used
+    bool crowded = false;      // likewise, and 1/2 and 2, to leave registers to the values
     bool loads_first = false;  // no load follows a store
     pass_history did{};
 };
@@ -32,7 +33,7 @@ struct body {
 struct surroundings {
     const vectors* in = nullptr;  // null: any that overwrite nothing
     bool loads_first = false;     // input and output may be one array: no load follows a store
-    bool once = false;            // constants are loaded where they are used: no loop holds them
+    bool once = false;            // not the body of a loop
     bool loads_again = false;     // loads cost less than a copy or a place in memory
     int output_parts = 1;         // see order_wishes
     int input_blocks = 0;
