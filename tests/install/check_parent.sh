@@ -8,9 +8,10 @@ enter_work parent
 
 compilers=()
 [ -n "$TOOLCHAIN" ] || compilers=(-D "CMAKE_C_COMPILER=$C" -D "CMAKE_CXX_COMPILER=$CXX")
+declare -A levels=([add_subdirectory]=neon [FetchContent]="sve;neon")
 for way in add_subdirectory FetchContent; do
     "$CMAKE" -S "$SOURCE/tests/install/parent" -B $way -G Ninja ${TOOLCHAIN:+--toolchain "$TOOLCHAIN"} \
-        "${compilers[@]}" -D way=$way -D "library_sources=$SOURCE" -D QFFTF_LEVELS=neon >$way.log 2>&1 || { cat $way.log; fail "$way"; }
+        "${compilers[@]}" -D way=$way -D "library_sources=$SOURCE" -D "QFFTF_LEVELS=${levels[$way]}" >$way.log 2>&1 || { cat $way.log; fail "$way"; }
     grep -E '^(-- )?qfftf [0-9.]+: Release build' $way.log || { cat $way.log; fail "$way doesn't say what is built"; }
     expect_same "tests of the project, by $way" "  Test #1: plain" "$(ctest --test-dir $way -N | grep 'Test *#')"
     expect_same "name of its packages" '"parent"' "$(sed -n 's/^set(CPACK_PACKAGE_NAME \(.*\))$/\1/p' $way/CPackConfig.cmake)"
