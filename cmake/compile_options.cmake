@@ -34,7 +34,6 @@ if(on_arm)
   set(level_options_fcma -march=armv8.3-a -mbranch-protection=bti)
   set(level_options_neon -march=armv8-a -mno-outline-atomics -mbranch-protection=standard)
   # Of NEON kernels with complex instructions a compiler makes the same code for these two: they are linked once.
-  set(qfftf_levels_that_share "")
   if(sve IN_LIST qfftf_levels AND fcma IN_LIST qfftf_levels)
     set(qfftf_levels_that_share sve fcma)
   endif()
