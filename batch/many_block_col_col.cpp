@@ -54,6 +54,13 @@ void execute_groups_by_kernel(fft_plan* plan, float* in, float* out) {
     execute_adjacent_groups(*plan->subplans[0], in, out, plan->howmany[0].n);
 }
 
+void execute_groups_by_straight(fft_plan* plan, float* in, float* out) {
+    const fft_plan& group = *plan->subplans[0];
+    const fft_dim batch = plan->howmany[0];
+    const int64_t lanes = group.howmany[0].n;
+    execute_straight_each(group, in, out, batch.n / lanes, 2 * lanes * batch.is, 2 * lanes * batch.os);
+}
+
 void execute_groups_by_stages(fft_plan* plan, float* in, float* out) {
     const scratch_below scratch(plan);
     if (!scratch) return;
@@ -69,8 +76,8 @@ int install_parallel(fft_plan* plan) {
     if (group.runs == runs_kernel_of_four_lanes)
         return install(plan, execute_groups_by_kernel, name, runs_groups_by_kernel);
     if (!runs_by_two_stages(group)) return install(plan, execute_c2c_many_block_col_col_parallel, name, runs_groups);
-    const bool straight = has_straight_kernels_for(group, plan->howmany[0].n / group.howmany[0].n);
-    return install(plan, execute_groups_by_stages, name, straight ? runs_groups_by_straight : runs_groups_by_stages);
+    if (has_straight_kernels(group)) return install(plan, execute_groups_by_straight, name, runs_groups_by_straight);
+    return install(plan, execute_groups_by_stages, name, runs_groups_by_stages);
 }
 
 // A plan of the form above, which runs the plan of a group at one place after the other.

@@ -59,6 +59,11 @@ void execute_two_stages_of_many(fft_plan* plan, float* in, float* out) {
     execute_two_stages_each(plan->subplans[0], in, out, batch.n, 2 * batch.is, 2 * batch.os);
 }
 
+void execute_straight_of_many(fft_plan* plan, float* in, float* out) {
+    const fft_dim batch = plan->howmany[0];
+    execute_straight_each(*plan->subplans[0], in, out, batch.n, 2 * batch.is, 2 * batch.os);
+}
+
 // Adjacent elements on one side, adjacent transforms on the other.
 bool turns_rows_to_columns(const fft_plan& p) { return p.dims[0].is == 1 && p.howmany[0].os == 1; }
 bool turns_columns_to_rows(const fft_plan& p) { return p.howmany[0].is == 1 && p.dims[0].os == 1; }
@@ -147,9 +152,8 @@ bool turns_in_four_lanes(const fft_plan& p) {
 int install_loop(fft_plan* plan) {
     const fft_plan& item = *plan->subplans[0];
     if (plan->howmany_rank != 1 || !runs_by_two_stages(item)) return install(plan, execute_many, "execute_many");
-    const bool straight = has_straight_kernels_for(item, plan->howmany[0].n);
-    return install(plan, execute_two_stages_of_many, "execute_many",
-                   straight ? runs_straight_each : runs_two_stages_each);
+    if (has_straight_kernels(item)) return install(plan, execute_straight_of_many, "execute_many", runs_straight_each);
+    return install(plan, execute_two_stages_of_many, "execute_many", runs_two_stages_each);
 }
 
 }  // namespace

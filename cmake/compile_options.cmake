@@ -12,13 +12,33 @@ if(on_arm)
   # which includes the A64FX: it lacks that architecture's instructions for signed addresses, in which a compiler would
   # sign returns. So the two have landing pads alone; below, signing is by hints that older processors pass over.
   set(qfftf_levels sve fcma neon)  # from the highest to the lowest
+  # Each level is a third of the library's size and compile time. The lowest, which runs anywhere, is always there.
+  set(QFFTF_LEVELS "${qfftf_levels}" CACHE STRING "Levels that are built: neon, and any of sve and fcma")
+  foreach(level IN LISTS QFFTF_LEVELS)
+    if(NOT level IN_LIST qfftf_levels)
+      message(FATAL_ERROR "qfftf: QFFTF_LEVELS names '${level}', which is none of ${qfftf_levels}")
+    endif()
+  endforeach()
+  if(NOT neon IN_LIST QFFTF_LEVELS)
+    message(FATAL_ERROR "qfftf: QFFTF_LEVELS needs neon, which every 64-bit Arm processor has")
+  endif()
+  foreach(level IN LISTS qfftf_levels)
+    if(NOT level IN_LIST QFFTF_LEVELS)
+      list(REMOVE_ITEM qfftf_levels ${level})
+      if(QFFTF_BUILD_TESTS OR QFFTF_BUILD_BENCH)
+        message(FATAL_ERROR "qfftf: the tests and benchmarks need all levels")
+      endif()
+    endif()
+  endforeach()
   set(level_options_sve -march=armv8.3-a+sve -msve-vector-bits=256 -mbranch-protection=bti)
   set(level_options_fcma -march=armv8.3-a -mbranch-protection=bti)
   set(level_options_neon -march=armv8-a -mno-outline-atomics -mbranch-protection=standard)
-  # Lower levels take some kernels in place of others (kernels/level.h); the linker drops what nobody asks for.
-  foreach(level fcma neon)
-    set(level_sections_${level} -ffunction-sections -fdata-sections)
-  endforeach()
+  # Of NEON kernels with complex instructions a compiler makes the same code for these two: they are linked once.
+  if(sve IN_LIST qfftf_levels AND fcma IN_LIST qfftf_levels)
+    set(qfftf_levels_that_share sve fcma)
+  endif()
+  # No level runs all kernels (kernels/level.h); the linker drops what nobody asks for.
+  set(qfftf_level_sections -ffunction-sections -fdata-sections)
 else()
   set(qfftf_levels portable)
   set(level_options_portable -Wno-psabi)  # 256-bit vectors stay inside one translation unit

@@ -1,16 +1,21 @@
 # SPDX-License-Identifier: Apache-2.0
 # The inner library, once for each level: the object library qfftf_inner_LEVEL from the sources that the folders list,
-# and qfftf_kernels_LEVEL from kernels/. For the shared object every copy is joined into one object file in which
-# qfftf_inner_LEVEL, its record of entry points (planner/inner_library.h), is the only name that others can see: so no copy's
-# functions, inline ones included, can stand in for those of another.
+# and qfftf_kernels_LEVEL from kernels/, with qfftf_kernels_shared where levels share kernels. For the shared object every
+# copy is joined into one object file in which qfftf_inner_LEVEL, its record of entry points (planner/inner_library.h), is the
+# only name that others can see: so no copy's functions, inline ones included, can stand in for those of another. Levels that
+# share kernels are then joined with these into one file, which shows their records alone.
 foreach(level IN LISTS qfftf_levels)
   add_library(qfftf_inner_${level} OBJECT)
   target_link_libraries(qfftf_inner_${level} PRIVATE qfftf_inner_sources PUBLIC qfftf_options_${level})
-  target_compile_options(qfftf_inner_${level} PRIVATE ${qfftf_library_options} ${qfftf_fuzzed_options} ${level_sections_${level}})
+  target_compile_options(qfftf_inner_${level} PRIVATE ${qfftf_library_options} ${qfftf_fuzzed_options} ${qfftf_level_sections})
   target_compile_definitions(qfftf_inner_${level} PRIVATE QFFTF_LEVEL=${level})
   target_include_directories(qfftf_inner_${level} PRIVATE ${generated_dir})  # tables.h
   add_dependencies(qfftf_inner_${level} kernel_texts)
-  set(inner_objects_${level} $<TARGET_OBJECTS:qfftf_inner_${level}> $<TARGET_OBJECTS:qfftf_kernels_${level}>)
+  set(own_objects_${level} $<TARGET_OBJECTS:qfftf_inner_${level}> $<TARGET_OBJECTS:qfftf_kernels_${level}>)
+  set(inner_objects_${level} ${own_objects_${level}})
+  if(level IN_LIST qfftf_levels_that_share)
+    list(APPEND inner_objects_${level} $<TARGET_OBJECTS:qfftf_kernels_shared>)
+  endif()
 endforeach()
 
 # level_list(FILE LEVEL...): the source that says which levels are linked into a library.
@@ -57,16 +62,30 @@ else()
   if(CMAKE_CXX_COMPILER_TARGET)
     list(PREPEND link_flags --target=${CMAKE_CXX_COMPILER_TARGET})
   endif()
-  foreach(level IN LISTS qfftf_levels)
-    set(joined ${PROJECT_BINARY_DIR}/levels/${level}.o)
+  # join(NAME LEVELS OBJECTS...): levels/NAME.o, which shows the records of the levels.
+  function(join name levels)
+    set(joined ${PROJECT_BINARY_DIR}/levels/${name}.o)
+    list(TRANSFORM levels PREPEND --keep-global-symbol=qfftf_inner_)
     add_custom_command(OUTPUT ${joined}
-      COMMAND ${CMAKE_CXX_COMPILER} ${link_flags} -r -nostdlib -Wl,--force-group-allocation ${inner_objects_${level}}
+      COMMAND ${CMAKE_CXX_COMPILER} ${link_flags} -r -nostdlib -Wl,--force-group-allocation -Wl,--unique ${ARGN}
               -o ${joined}.all
-      COMMAND ${QFFTF_OBJCOPY} --keep-global-symbol=qfftf_inner_${level} ${joined}.all ${joined}
-      BYPRODUCTS ${joined}.all DEPENDS ${inner_objects_${level}} COMMAND_EXPAND_LISTS VERBATIM
-      COMMENT "Joining the inner library, level ${level}")
-    list(APPEND qfftf_level_objects ${joined})
+      COMMAND ${QFFTF_OBJCOPY} ${levels} ${joined}.all ${joined}
+      BYPRODUCTS ${joined}.all DEPENDS ${ARGN} COMMAND_EXPAND_LISTS VERBATIM COMMENT "Joining the inner library, ${name}")
+  endfunction()
+  set(sharing "")
+  foreach(level IN LISTS qfftf_levels)
+    join(${level} ${level} ${own_objects_${level}})
+    if(level IN_LIST qfftf_levels_that_share)
+      list(APPEND sharing ${PROJECT_BINARY_DIR}/levels/${level}.o)
+    else()
+      list(APPEND qfftf_level_objects ${PROJECT_BINARY_DIR}/levels/${level}.o)
+    endif()
   endforeach()
+  if(sharing)
+    list(JOIN qfftf_levels_that_share _and_ name)
+    join(${name} "${qfftf_levels_that_share}" ${sharing} $<TARGET_OBJECTS:qfftf_kernels_shared>)
+    list(APPEND qfftf_level_objects ${PROJECT_BINARY_DIR}/levels/${name}.o)
+  endif()
 endif()
 list(APPEND qfftf_level_objects $<TARGET_OBJECTS:qfftf_all_levels>)
 

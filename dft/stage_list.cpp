@@ -5,6 +5,7 @@
 #include "dft/twiddles.h"
 #include "kernels/level.h"
 #include "kernels/lookup.h"
+#include "kernels/row_blocks.h"
 #include "record/problem.h"
 
 constinit const stage_isa stages_neon = {2,
@@ -75,14 +76,14 @@ void pass_rows_in_blocks(stage_record* stages, uint64_t count) {
     if (count < 2) return;
     stage_record &last = stages[count - 1], &before = stages[count - 2];
     const bool whole_groups = (before.done == 1 ? before.radix : before.done) % 4 == 0;
-    if (before.kernel && whole_groups && reads_blocks(last.radix))
+    if (before.kernel && whole_groups && takes_blocks(last.radix))
         before.spare[word_of_blocks] = last.spare[word_of_blocks] = 1;
 }
 
 straight_kernels find_straight_kernels(const fft_plan& plan) {
     const uint64_t n = plan.dims[0].n;
     if (is_batch_of_lanes(plan, 4)) return {lookup_straight_quad_sve(&plan, n), nullptr};
-    if (plan.howmany_rank == 0 && has_unit_strides(plan)) return {nullptr, lookup_straight_rows(&plan, n)};
+    if (plan.howmany_rank == 0 && has_unit_strides(plan)) return {nullptr, lookup_straight_rows_neon(&plan, n)};
     return {};
 }
 

@@ -37,7 +37,7 @@ std::span<stage_record> stages_of(const fft_plan& plan);
 // They stand in spare words of the first record: execution looks nothing up.
 struct straight_kernels {
     many_kernel quad;       // four transforms side by side
-    many_rows_kernel rows;  // four contiguous ones at a time
+    many_rows_kernel rows;  // any number of contiguous ones
 };
 inline straight_kernels straight_kernels_of(const stage_record& first) {
     return {std::bit_cast<many_kernel>(first.spare[0]), std::bit_cast<many_rows_kernel>(first.spare[1])};

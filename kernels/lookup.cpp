@@ -42,9 +42,10 @@ many_rows_kernel lookup_many_rows_neon(const fft_plan* plan, uint64_t size) {
 }
 
 many_kernel lookup_straight_quad_sve(const fft_plan* plan, uint64_t size) {
-    return size == 64 ? lookup_many_quad_sve(plan, size) : pick(plan, size, long_quad_sve_fwd, long_quad_sve_bwd);
+    return size == 64 ? lookup_many_quad_sve(plan, size)
+                      : pick(plan, size, straight_quad_sve_fwd, straight_quad_sve_bwd);
 }
-many_rows_kernel lookup_straight_rows(const fft_plan* plan, uint64_t size) {
+many_rows_kernel lookup_straight_rows_neon(const fft_plan* plan, uint64_t size) {
     if (size == 64) return lookup_many_rows_neon(plan, size);
-    return pick(plan, size, long_rows_neon_fwd, long_rows_neon_bwd);
+    return pick(plan, size, straight_rows_neon_fwd, straight_rows_neon_bwd);
 }

@@ -22,4 +22,4 @@ extern const many_rows_kernel many_rows_neon_fwd[64], many_rows_neon_bwd[64];
 // Lengths that run by stages, for which a straight kernel costs less where four transforms fill the lanes of vectors:
 // 64, and 128 that is no size of stages.
 many_kernel lookup_straight_quad_sve(const fft_plan* plan, uint64_t size);
-many_rows_kernel lookup_straight_rows(const fft_plan* plan, uint64_t size);
+many_rows_kernel lookup_straight_rows_neon(const fft_plan* plan, uint64_t size);

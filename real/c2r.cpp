@@ -64,7 +64,8 @@ void execute_1d_c2r_odd(fft_plan* plan, float* in, float* out) {
 constexpr half_length_forms forms = {{execute_1d_c2r, "execute_1d_c2r"},
                                      {execute_1d_c2r_discrete, "execute_1d_c2r_discrete"},
                                      {execute_1d_c2r_multithread, "execute_1d_c2r_multithread"},
-                                     {execute_1d_c2r_odd, "execute_1d_c2r_odd"}};
+                                     {execute_1d_c2r_odd, "execute_1d_c2r_odd"},
+                                     real_mirror_table};
 
 }  // namespace
 

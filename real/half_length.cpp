@@ -3,7 +3,6 @@
 
 #include <algorithm>
 
-#include "real/real_tables.h"
 #include "threads/threads.h"
 
 namespace {
@@ -38,11 +37,11 @@ fft_plan* make_complex_subplan(fft_plan* plan, int64_t n) {
     return sub;
 }
 
-bool attach_half_table(fft_plan* plan, uint64_t m) {
+bool attach_half_table(fft_plan* plan, uint64_t m, void (*mirrors)(float* table, const float* half, uint64_t m)) {
     if (!attach_aux(plan, 8 * m)) return false;
     float* const half = static_cast<float*>(plan->aux);
     real_half_table(half, m);
-    real_mirror_table(mirror_table_behind(half, m), half, m);
+    mirrors(mirror_table_behind(half, m), half, m);
     return true;
 }
 
@@ -79,7 +78,7 @@ int solve_even(fft_plan* plan, const half_length_forms& forms, bool wants_buffer
     if (!sub) return refused;
     // It runs in place on the buffer, and so it is measured: the caller's arrays are others' between the strides.
     if (wants_buffer && is_measured(*plan)) sub->in = sub->out = static_cast<float*>(plan->buffer);
-    if (plan_subplans(plan->subplans, 1) != accepted || !attach_half_table(plan, m)) return refused;
+    if (plan_subplans(plan->subplans, 1) != accepted || !attach_half_table(plan, m, forms.mirrors)) return refused;
     if (prepare_threaded_pass(*plan)) return install_form(plan, forms.threaded);
     return install_form(plan, has_unit_strides(*plan) ? forms.contiguous : forms.discrete);
 }

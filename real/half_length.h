@@ -2,12 +2,14 @@
 // What r2c and c2r of even length share: a half-length complex subplan, its table, and the team of the threaded pass.
 #pragma once
 #include "planner/solver.h"
+#include "real/real_tables.h"
 
 // Makes the one complex subplan of length n with unit strides that the single real transform runs.
 fft_plan* make_complex_subplan(fft_plan* plan, int64_t n);
 
-// Fills `aux` with real_half_table(m) and the mirror table behind it. False when memory is short.
-bool attach_half_table(fft_plan* plan, uint64_t m);
+// Fills `aux` with real_half_table(m) and a mirror table behind it. False when memory is short.
+bool attach_half_table(fft_plan* plan, uint64_t m,
+                       void (*mirrors)(float* table, const float* half, uint64_t m) = real_mirror_table);
 
 struct half_length_form {
     execute_function execute;
@@ -16,6 +18,7 @@ struct half_length_form {
 
 struct half_length_forms {
     half_length_form contiguous, discrete, threaded, odd;
+    void (*mirrors)(float* table, const float* half, uint64_t m);  // of an even length, behind the half table
 };
 
 // Plans one r2c or c2r: an even length by a complex subplan of half of it on the caller's arrays, or in the buffer

@@ -1,37 +1,58 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "real/half_length_passes.h"
 
-#include "real/mirror.h"
+#include "real/mirror_pairs.h"
 #include "real/real_tables.h"
 
 namespace {
 
-// Four pairs at a time: result(k) makes those from k on and their partners. The last group may begin inside the one
-// before, and at m / 2 reach into its own partners: it is read before anything is written, since both arrays may be the
-// same. False where there are fewer than four pairs.
-template <class Result>
-inline bool vector_pairs(float* to, uint64_t m, uint64_t first, uint64_t last, const Result& result) {
+// Four pairs at a time: group(k) makes those from k on and their partners, and store(k, group) writes them. The last
+// group may begin inside the one before, and at m / 2 reach into its own partners: it is read before anything is
+// written, since both arrays may be the same. False where there are fewer than four pairs.
+template <class Group, class Store>
+inline bool groups_of_pairs(uint64_t first, uint64_t last, const Group& group, const Store& store) {
     if (last < first + 3) return false;
-    const auto store = [=](uint64_t k, const mirror4_result& r) {
-        store4(to + 2 * k, r.front);
-        store4_down(to + 2 * (m - k), r.back);
-    };
     const uint64_t final = last - 3;
-    const mirror4_result held = result(final);
-    for (uint64_t k = first; k < final; k += 4) store(k, result(k));
+    const auto held = group(final);
+    for (uint64_t k = first; k < final; k += 4) store(k, group(k));
     store(final, held);
     return true;
 }
 
+// All in the order of the partners, for which the mirror table stands: front and back from f = b - conj a, which has a
+// register of its own, since b is loaded twice.
 bool vector_post(const float* y, float* x, const float* table, uint64_t m, uint64_t first, uint64_t last) {
-    const float *const again = another_pointer(y), *const mirrors = mirror_table_behind(table, m);
-    return vector_pairs(x, m, first, last, [=](uint64_t k) { return mirrored4(y, again, mirrors, m, k); });
+    using namespace mirror_pairs;
+    constexpr int vectors = 4 / lanes;
+    struct four_pairs {
+        vec front[vectors], back[vectors];
+    };
+    const float *const again = another_pointer(y), *const end = mirror_table_behind(table, m) + 2 * (m / 2);
+    const auto group = [=](uint64_t k) {
+        four_pairs r;
+        for (int i = 0; i < vectors; ++i, k += lanes) {
+            const uint64_t partner = m - k - (lanes - 1);
+            const vec a = reversed(load(y + 2 * k)), v = load(end - 2 * (k + lanes - 1));
+            const vec f = plus_negated_conjugate(load(again + 2 * partner), a);
+            r.front[i] = reversed(fma_conjugate(a, f, v));
+            r.back[i] = fms_conjugate(load(y + 2 * partner), v, f);
+        }
+        return r;
+    };
+    return groups_of_pairs(first, last, group, [=](uint64_t k, const four_pairs& r) {
+        for (int i = 0; i < vectors; ++i) store(x + 2 * (k + i * lanes), r.front[i]);
+        for (int i = vectors; i-- > 0;) store(x + 2 * (m - k - i * lanes - (lanes - 1)), r.back[i]);
+    });
 }
 
 bool vector_pre(const float* z, float* c, const float* table, uint64_t m, uint64_t first, uint64_t last) {
     const float* const mirrors = mirror_table_behind(table, m);
-    return vector_pairs(c, m, first, last, [=](uint64_t k) {
+    const auto group = [=](uint64_t k) {
         return inverse_mirror4(load4(z + 2 * k), load4_down(z + 2 * (m - k)), load4(mirrors + 2 * (k - 1)));
+    };
+    return groups_of_pairs(first, last, group, [=](uint64_t k, const mirror4_result& r) {
+        store4(c + 2 * k, r.front);
+        store4_down(c + 2 * (m - k), r.back);
     });
 }
 

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 // The passes that turn a complex transform of length m into a real transform of length n = 2m and back (Cooley, Lewis
 // and Welch, "The fast Fourier transform algorithm: programming considerations in the calculation of sine, cosine and
-// Laplace transforms", 1970). `table` is real_half_table(m) with the mirror table behind it; strides count complex
-// elements; all passes work in place.
+// Laplace transforms", 1970). `table` is real_half_table(m) with a mirror table behind it, which the post pass wants
+// downwards, the pre pass upwards; strides count complex elements; all passes work in place.
 #pragma once
 #include <cstdint>
 

@@ -62,7 +62,8 @@ void execute_1d_r2c_odd(fft_plan* plan, float* in, float* out) {
 constexpr half_length_forms forms = {{execute_1d_r2c, "execute_1d_r2c"},
                                      {execute_1d_r2c_discrete, "execute_1d_r2c_discrete"},
                                      {execute_1d_r2c_multithread, "execute_1d_r2c_multithread"},
-                                     {execute_1d_r2c_odd, "execute_1d_r2c_odd"}};
+                                     {execute_1d_r2c_odd, "execute_1d_r2c_odd"},
+                                     real_mirror_table_down};
 
 }  // namespace
 

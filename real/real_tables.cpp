@@ -7,11 +7,21 @@ void real_half_table(float* table, uint64_t m) {
     twiddle_progression(-1, -1, 2 * static_cast<int64_t>(m), (m + 1) / 2, table);
 }
 
+namespace {
+
+void put_mirror(float* entry, const float* half) {
+    entry[0] = 0.5f * (1 - half[1]);
+    entry[1] = 0.5f * half[0];
+}
+
+}  // namespace
+
 void real_mirror_table(float* table, const float* half, uint64_t m) {
-    for (uint64_t k = 0; k < m / 2; ++k) {
-        table[2 * k] = 0.5f * (1 - half[2 * k + 1]);
-        table[2 * k + 1] = 0.5f * half[2 * k];
-    }
+    for (uint64_t k = 0; k < m / 2; ++k) put_mirror(table + 2 * k, half + 2 * k);
+}
+
+void real_mirror_table_down(float* table, const float* half, uint64_t m) {
+    for (uint64_t k = 0; k < m / 2; ++k) put_mirror(table + 2 * (m / 2 - 1 - k), half + 2 * k);
 }
 
 void real_quarter_table(float* table, uint64_t n) { twiddle_progression(0, -1, 4 * static_cast<int64_t>(n), n, table); }

@@ -4,7 +4,7 @@
 const char* words_of(what_runs runs) {
     switch (runs) {
         case runs_rows_kernel:
-            return "one kernel for all rows, four at a time";
+            return "one kernel for all rows";
         case runs_rows_singly:
             return "row by row";
         case runs_straight_kernel:
@@ -29,13 +29,14 @@ const char* words_of(what_runs runs) {
             return "blocks are copied, one kernel for each four writes to the output";
         case runs_half_length:
             return "by a complex transform of half the length";
+        case runs_row_kernel:
+            return "one kernel for a contiguous row";
         case runs_as_named:
         case runs_kernel_of_four_lanes:
         case runs_stages:
         case runs_stages_in_scratch:
         case runs_two_stages:
         case runs_groups:
-        case runs_row_kernel:
             break;
     }
     return nullptr;

@@ -10,12 +10,12 @@ namespace neon_one {
 
 using vec = float32x2_t;
 using row_twiddle = float32x2_t;
-using quad = float32x4_t;
+using pool_pairs = float32x4_t;
 
 OPS_INLINE vec load(const float* p) { return vld1_f32(p); }
 OPS_INLINE void store(float* p, vec a) { vst1_f32(p, a); }
 OPS_INLINE vec constant(const float* p) { return vld1_f32(p); }
-OPS_INLINE quad two_constants(const float* p) { return vld1q_f32(p); }
+OPS_INLINE pool_pairs two_constants(const float* p) { return vld1q_f32(p); }
 OPS_INLINE vec same(float k) { return vdup_n_f32(k); }
 OPS_INLINE row_twiddle load_row(const float* p) { return vld1_f32(p); }
 
@@ -29,7 +29,7 @@ OPS_INLINE vec scale(vec a, vec k) {
     return vmul_lane_f32(a, k, lane);
 }
 template <int lane>
-OPS_INLINE vec scale(vec a, quad k) {
+OPS_INLINE vec scale(vec a, pool_pairs k) {
     return vmul_laneq_f32(a, k, lane);
 }
 template <int lane>
@@ -37,7 +37,7 @@ OPS_INLINE vec fma(vec a, vec b, vec k) {
     return vfma_lane_f32(a, b, k, lane);
 }
 template <int lane>
-OPS_INLINE vec fma(vec a, vec b, quad k) {
+OPS_INLINE vec fma(vec a, vec b, pool_pairs k) {
     return vfma_laneq_f32(a, b, k, lane);
 }
 template <int lane>
@@ -45,7 +45,7 @@ OPS_INLINE vec fms(vec a, vec b, vec k) {
     return vfms_lane_f32(a, b, k, lane);
 }
 template <int lane>
-OPS_INLINE vec fms(vec a, vec b, quad k) {
+OPS_INLINE vec fms(vec a, vec b, pool_pairs k) {
     return vfms_laneq_f32(a, b, k, lane);
 }
 OPS_INLINE vec fma_all(vec a, vec b, vec k) { return vfma_f32(a, b, k); }
@@ -65,8 +65,8 @@ namespace neon_one {
 using namespace portable;
 using vec = vector<1>;
 using row_twiddle = vec;
-using quad = vector<2>;
-OPS_INLINE quad two_constants(const float* p) { return portable::load<2>(p); }
+using pool_pairs = vector<2>;
+OPS_INLINE pool_pairs two_constants(const float* p) { return portable::load<2>(p); }
 OPS_INLINE vec load(const float* p) { return portable::load<1>(p); }
 OPS_INLINE vec constant(const float* p) { return portable::constant<1>(p); }
 OPS_INLINE vec same(float k) { return portable::same<1>(k); }

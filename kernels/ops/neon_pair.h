@@ -10,7 +10,7 @@ namespace neon_pair {
 
 using vec = float32x4_t;
 using row_twiddle = float32x2_t;
-using quad = float32x4_t;
+using pool_pairs = float32x4_t;
 
 OPS_INLINE vec load(const float* p) { return vld1q_f32(p); }
 OPS_INLINE void store(float* p, vec a) { vst1q_f32(p, a); }
@@ -23,7 +23,7 @@ OPS_INLINE vec constant(const float* p) {
     const float32x2_t k = vld1_f32(p);
     return vcombine_f32(k, k);
 }
-OPS_INLINE quad two_constants(const float* p) { return vld1q_f32(p); }
+OPS_INLINE pool_pairs two_constants(const float* p) { return vld1q_f32(p); }
 OPS_INLINE vec constants(const float* p) { return vld1q_f32(p); }
 OPS_INLINE vec same(float k) { return vdupq_n_f32(k); }
 OPS_INLINE row_twiddle load_row(const float* p) { return vld1_f32(p); }
@@ -73,8 +73,8 @@ namespace neon_pair {
 using namespace portable;
 using vec = vector<2>;
 using row_twiddle = vector<1>;
-using quad = vector<2>;
-OPS_INLINE quad two_constants(const float* p) { return portable::load<2>(p); }
+using pool_pairs = vector<2>;
+OPS_INLINE pool_pairs two_constants(const float* p) { return portable::load<2>(p); }
 OPS_INLINE vec constants(const float* p) { return portable::load<2>(p); }
 OPS_INLINE vec load(const float* p) { return portable::load<2>(p); }
 OPS_INLINE vec load(const float* p, int64_t distance) { return {{p[0], p[1], p[distance], p[distance + 1]}}; }

@@ -15,7 +15,7 @@ using sve_quad::fms;
 using sve_quad::fms_all;
 using sve_quad::fms_all_into_b;
 using sve_quad::in_memory;
-using sve_quad::quad;
+using sve_quad::pool_pairs;
 using sve_quad::reload;
 using sve_quad::same;
 using sve_quad::scale;

@@ -11,7 +11,7 @@ struct vec {
     half lo, hi;
 };
 using row_twiddle = neon_pair::row_twiddle;
-using quad = neon_pair::quad;
+using pool_pairs = neon_pair::pool_pairs;
 using in_memory = vec;  // compilers know best what to keep where, since nothing is overwritten by need
 struct mask {
     int64_t floats;  // the number of leading floats
@@ -71,7 +71,7 @@ OPS_INLINE void store(float* p, lane_offsets lanes, vec a) {
 }
 
 OPS_INLINE vec constant(const float* p) { return both(neon_pair::constant(p)); }
-OPS_INLINE quad two_constants(const float* p) { return neon_pair::two_constants(p); }
+OPS_INLINE pool_pairs two_constants(const float* p) { return neon_pair::two_constants(p); }
 OPS_INLINE vec same(float k) { return both(neon_pair::same(k)); }
 OPS_INLINE vec conjugation() { return both(neon_pair::conjugation()); }
 OPS_INLINE row_twiddle load_row(const float* p) { return neon_pair::load_row(p); }
@@ -97,7 +97,7 @@ OPS_OF_THREE(fma_i, fma_i)
 OPS_OF_THREE(fms_i, fms_i)
 #undef OPS_OF_THREE
 template <int lane>
-OPS_INLINE vec scale(vec a, quad k) {
+OPS_INLINE vec scale(vec a, pool_pairs k) {
     return {neon_pair::scale<lane>(a.lo, k), neon_pair::scale<lane>(a.hi, k)};
 }
 template <int lane>
@@ -105,7 +105,7 @@ OPS_INLINE vec scale(vec a, vec k) {
     return {neon_pair::scale<lane>(a.lo, k.lo), neon_pair::scale<lane>(a.hi, k.hi)};
 }
 template <int lane>
-OPS_INLINE vec fma(vec a, vec b, quad k) {
+OPS_INLINE vec fma(vec a, vec b, pool_pairs k) {
     return {neon_pair::fma<lane>(a.lo, b.lo, k), neon_pair::fma<lane>(a.hi, b.hi, k)};
 }
 template <int lane>
@@ -113,7 +113,7 @@ OPS_INLINE vec fma(vec a, vec b, vec k) {
     return {neon_pair::fma<lane>(a.lo, b.lo, k.lo), neon_pair::fma<lane>(a.hi, b.hi, k.hi)};
 }
 template <int lane>
-OPS_INLINE vec fms(vec a, vec b, quad k) {
+OPS_INLINE vec fms(vec a, vec b, pool_pairs k) {
     return {neon_pair::fms<lane>(a.lo, b.lo, k), neon_pair::fms<lane>(a.hi, b.hi, k)};
 }
 template <int lane>

@@ -29,10 +29,10 @@ namespace real_oct {
 
 using namespace portable;
 using vec = vector<4>;
-using quad = vector<2>;
+using pool_pairs = vector<2>;
 using mask = int64_t;  // the number of leading floats
 OPS_INLINE mask lanes_left(int64_t l, int64_t n) { return n - l < 8 ? (n > l ? n - l : 0) : 8; }
-OPS_INLINE quad two_constants(const float* p) { return portable::load<2>(p); }
+OPS_INLINE pool_pairs two_constants(const float* p) { return portable::load<2>(p); }
 OPS_INLINE vec same(float k) { return portable::same<4>(k); }
 OPS_INLINE vec load(mask m, const float* p) { return portable::load<4>(p, m); }
 OPS_INLINE void store(mask m, float* p, vec a) { portable::store(p, a, m); }

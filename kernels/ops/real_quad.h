@@ -12,7 +12,7 @@
 namespace real_quad {
 
 using vec = float32x4_t;
-using quad = float32x4_t;
+using pool_pairs = float32x4_t;
 
 OPS_INLINE vec load(const float* p) { return vld1q_f32(p); }
 OPS_INLINE vec load(const float* p0, const float* p1, const float* p2, const float* p3) {
@@ -34,7 +34,7 @@ OPS_INLINE void store_lane(float* p, vec a) {
     vst1q_lane_f32(p, a, lane);
 }
 
-OPS_INLINE quad two_constants(const float* p) { return vld1q_f32(p); }
+OPS_INLINE pool_pairs two_constants(const float* p) { return vld1q_f32(p); }
 OPS_INLINE vec constants(const float* p) { return vld1q_f32(p); }
 OPS_INLINE vec add(vec a, vec b) { return vaddq_f32(a, b); }
 OPS_INLINE vec sub(vec a, vec b) { return vsubq_f32(a, b); }
@@ -44,15 +44,15 @@ OPS_INLINE void store_complex(float* p, vec a) {
     vst2q_f32(p, with_zeros);
 }
 template <int lane>
-OPS_INLINE vec scale(vec a, quad k) {
+OPS_INLINE vec scale(vec a, pool_pairs k) {
     return vmulq_laneq_f32(a, k, lane);
 }
 template <int lane>
-OPS_INLINE vec fma(vec a, vec b, quad k) {
+OPS_INLINE vec fma(vec a, vec b, pool_pairs k) {
     return vfmaq_laneq_f32(a, b, k, lane);
 }
 template <int lane>
-OPS_INLINE vec fms(vec a, vec b, quad k) {
+OPS_INLINE vec fms(vec a, vec b, pool_pairs k) {
     return vfmsq_laneq_f32(a, b, k, lane);
 }
 OPS_INLINE vec scale_all(vec a, vec k) { return vmulq_f32(a, k); }
@@ -76,7 +76,7 @@ using neon_complex::sub_i;
 namespace real_quad {
 
 typedef float vec __attribute__((vector_size(16)));
-using quad = vec;
+using pool_pairs = vec;
 
 OPS_INLINE vec load(const float* p) {
     vec r;
@@ -100,7 +100,7 @@ OPS_INLINE void store_lane(float* p, vec a) {
     *p = a[lane];
 }
 
-OPS_INLINE quad two_constants(const float* p) { return load(p); }
+OPS_INLINE pool_pairs two_constants(const float* p) { return load(p); }
 OPS_INLINE vec constants(const float* p) { return load(p); }
 OPS_INLINE vec add(vec a, vec b) { return a + b; }
 OPS_INLINE vec sub(vec a, vec b) { return a - b; }
@@ -109,15 +109,15 @@ OPS_INLINE void store_complex(float* p, vec a) {
     for (int i = 0; i < 4; ++i) p[2 * i] = a[i], p[2 * i + 1] = 0;
 }
 template <int lane>
-OPS_INLINE vec scale(vec a, quad k) {
+OPS_INLINE vec scale(vec a, pool_pairs k) {
     return a * k[lane];
 }
 template <int lane>
-OPS_INLINE vec fma(vec a, vec b, quad k) {
+OPS_INLINE vec fma(vec a, vec b, pool_pairs k) {
     return a + b * k[lane];
 }
 template <int lane>
-OPS_INLINE vec fms(vec a, vec b, quad k) {
+OPS_INLINE vec fms(vec a, vec b, pool_pairs k) {
     return a - b * k[lane];
 }
 OPS_INLINE vec scale_all(vec a, vec k) { return a * k; }

@@ -9,7 +9,7 @@ typedef double half __attribute__((vector_size(16)));
 struct vec {
     half lo, hi;
 };
-using quad = vec;
+using pool_pairs = vec;
 
 #if defined(__aarch64__)
 OPS_INLINE vec widen(float32x4_t a) { return {half(vcvt_f64_f32(vget_low_f32(a))), half(vcvt_high_f64_f32(a))}; }
@@ -48,9 +48,9 @@ OPS_INLINE vec load_both(const float* p) { return load_both(p, p + 1); }
 OPS_INLINE void store(float* p, vec a) { real_quad::store(p, narrow(a)); }
 
 OPS_INLINE vec constants(const double* p) { return {half{p[0], p[1]}, half{p[2], p[3]}}; }
-OPS_INLINE quad two_constants(const double* p) { return constants(p); }
+OPS_INLINE pool_pairs two_constants(const double* p) { return constants(p); }
 template <int lane>
-OPS_INLINE half everywhere(quad k) {
+OPS_INLINE half everywhere(pool_pairs k) {
     const half h = lane < 2 ? k.lo : k.hi;
     return __builtin_shufflevector(h, h, lane % 2, lane % 2);
 }
@@ -59,15 +59,15 @@ OPS_INLINE vec add(vec a, vec b) { return {a.lo + b.lo, a.hi + b.hi}; }
 OPS_INLINE vec sub(vec a, vec b) { return {a.lo - b.lo, a.hi - b.hi}; }
 OPS_INLINE vec neg(vec a) { return {-a.lo, -a.hi}; }
 template <int lane>
-OPS_INLINE vec scale(vec a, quad k) {
+OPS_INLINE vec scale(vec a, pool_pairs k) {
     return {a.lo * everywhere<lane>(k), a.hi * everywhere<lane>(k)};
 }
 template <int lane>
-OPS_INLINE vec fma(vec a, vec b, quad k) {
+OPS_INLINE vec fma(vec a, vec b, pool_pairs k) {
     return {half_fma(a.lo, b.lo, everywhere<lane>(k)), half_fma(a.hi, b.hi, everywhere<lane>(k))};
 }
 template <int lane>
-OPS_INLINE vec fms(vec a, vec b, quad k) {
+OPS_INLINE vec fms(vec a, vec b, pool_pairs k) {
     return {half_fms(a.lo, b.lo, everywhere<lane>(k)), half_fms(a.hi, b.hi, everywhere<lane>(k))};
 }
 OPS_INLINE vec scale_all(vec a, vec k) { return {a.lo * k.lo, a.hi * k.hi}; }

@@ -9,14 +9,14 @@ struct vec {
     float re, im;
 };
 
-struct quad {
+struct pool_pairs {
     float k[4];
 };
 
 OPS_INLINE vec load(const float* p) { return {p[0], p[1]}; }
 OPS_INLINE void store(float* p, vec a) { p[0] = a.re, p[1] = a.im; }
 OPS_INLINE vec constant(const float* p) { return {p[0], p[1]}; }
-OPS_INLINE quad two_constants(const float* p) { return {p[0], p[1], p[2], p[3]}; }
+OPS_INLINE pool_pairs two_constants(const float* p) { return {p[0], p[1], p[2], p[3]}; }
 OPS_INLINE vec same(float k) { return {k, k}; }
 
 OPS_INLINE vec add(vec a, vec b) { return {a.re + b.re, a.im + b.im}; }
@@ -31,7 +31,7 @@ OPS_INLINE float part(vec k) {
     return lane ? k.im : k.re;
 }
 template <int lane>
-OPS_INLINE float part(quad k) {
+OPS_INLINE float part(pool_pairs k) {
     return k.k[lane];
 }
 template <int lane, class Constant>

@@ -11,7 +11,7 @@ namespace sve_common {
 using vec = svfloat32_t;
 using row_twiddle = svfloat32_t;
 using mask = svbool_t;
-using quad = svfloat32_t;
+using pool_pairs = svfloat32_t;
 
 OPS_INLINE mask all() { return svptrue_b32(); }
 // Constants come by replicating loads, which cost no vector pipe. Compilers like to load the number once and replicate
@@ -24,7 +24,7 @@ OPS_INLINE vec replicate(const float* p) {
     return k;
 }
 
-OPS_INLINE quad two_constants(const float* p) { return svld1rq_f32(all(), p); }
+OPS_INLINE pool_pairs two_constants(const float* p) { return svld1rq_f32(all(), p); }
 OPS_INLINE vec same(const float& in_memory) {
     vec k;
     asm("ld1rw {%0.s}, %1/z, [%2]" : "=w"(k) : "Upl"(all()), "r"(&in_memory), "m"(in_memory));

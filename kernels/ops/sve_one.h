@@ -42,8 +42,8 @@ namespace sve_one {
 using namespace portable;
 using vec = vector<1>;
 using row_twiddle = vec;
-using quad = vector<2>;
-OPS_INLINE quad two_constants(const float* p) { return portable::load<2>(p); }
+using pool_pairs = vector<2>;
+OPS_INLINE pool_pairs two_constants(const float* p) { return portable::load<2>(p); }
 OPS_INLINE vec load(const float* p) { return portable::load<1>(p); }
 OPS_INLINE vec constant(const float* p) { return portable::constant<1>(p); }
 OPS_INLINE vec same(float k) { return portable::same<1>(k); }

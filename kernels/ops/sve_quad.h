@@ -66,8 +66,8 @@ namespace sve_quad {
 using namespace portable;
 using vec = vector<4>;
 using row_twiddle = vec;
-using quad = vector<2>;
-OPS_INLINE quad two_constants(const float* p) { return portable::load<2>(p); }
+using pool_pairs = vector<2>;
+OPS_INLINE pool_pairs two_constants(const float* p) { return portable::load<2>(p); }
 struct mask {
     int64_t floats;  // the number of leading floats
     int but = -1;    // without this one

@@ -27,7 +27,7 @@ plan_pointer planned(const problem& p) { return p.plan(in_array, p.in_place ? in
         return __real_##mangled(plan, size);                                  \
     }
 COUNTED_LOOKUP(many_kernel, straight_quad, _Z24lookup_straight_quad_svePK8fft_planm)
-COUNTED_LOOKUP(many_rows_kernel, straight_rows, _Z20lookup_straight_rowsPK8fft_planm)
+COUNTED_LOOKUP(many_rows_kernel, straight_rows, _Z25lookup_straight_rows_neonPK8fft_planm)
 COUNTED_LOOKUP(many_kernel, many_quad, _Z20lookup_many_quad_svePK8fft_planm)
 COUNTED_LOOKUP(many_rows_kernel, many_rows, _Z21lookup_many_rows_neonPK8fft_planm)
 COUNTED_LOOKUP(many_assemble_kernel, assemble, _Z25lookup_many_assemble_neonPK8fft_planm)

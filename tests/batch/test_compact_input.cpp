@@ -10,6 +10,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstring>
 
 namespace {
@@ -71,6 +72,52 @@ TEST(CompactInput, TakesWhatTheTableRefusesInPlace) {
         }
     }
     EXPECT_GE(taken, 6) << "most of these are refused by every row";
+}
+
+// Vector fields and padded rows: element `batch` of each point behind the others.
+TEST(CompactInput, EveryRealProblemInPlaceWithAnInterleavedBatchIsTaken) {
+    const std::vector<std::vector<int64_t>> sizes = {{5},          {8},          {2, 1},       {3, 4},      {4, 9},
+                                                     {2, 3, 4},    {3, 4, 5},    {4, 1, 6},    {1, 1, 3},   {2, 8, 7},
+                                                     {2, 3, 2, 4}, {2, 2, 3, 5}, {1, 4, 1, 6}, {3, 2, 5, 2}};
+    int taken = 0, planned = 0;
+    for (const auto& n : sizes)
+        for (int64_t batch = 2; batch <= 5; ++batch)
+            for (uint32_t kind : {kind_r2c, kind_c2r}) {
+                std::vector<fft_dim> dims(n.size());
+                int64_t real = batch, complex = batch;
+                for (size_t d = n.size(); d-- > 0;) {
+                    dims[d] = kind == kind_r2c ? fft_dim{n[d], real, complex} : fft_dim{n[d], complex, real};
+                    complex *= d + 1 == n.size() ? n[d] / 2 + 1 : n[d];
+                    real = 2 * complex;
+                }
+                const transform_problem p = in_place(kind, dims, {{batch, 1, 1}});
+                taken += solver_of(p) == "solve_problem_compact_input";
+                const check_result result = check_problem(p);
+                planned += !result.refused;
+                EXPECT_EQ(result.failure, "") << p.text() << "\n" << result.tree;
+            }
+    EXPECT_EQ(planned, static_cast<int>(sizes.size()) * 4 * 2);
+    EXPECT_GE(taken, 40) << "most of these are refused by every row";
+}
+
+TEST(CompactInput, NoRandomProblemInPlaceBetweenTwoLayoutsIsRefused) {
+    problem_source source(87, {r2r_r2hc, r2r_hc2r, r2r_redft00, r2r_redft10, r2r_rodft11, r2r_dht});
+    const auto two_layouts = [](const transform_problem& p) {
+        const auto differs = [](const fft_dim& d) { return d.is != d.os; };
+        return p.in_place && !p.dims.empty() && (p.kind == kind_c2c || p.kind == kind_r2r) &&
+               (std::ranges::any_of(p.dims, differs) || std::ranges::any_of(p.batch, differs));
+    };
+    int taken = 0;
+    for (int left = 200; left > 0;) {
+        const transform_problem p = source.draw();
+        if (!two_layouts(p)) continue;
+        --left;
+        taken += solver_of(p) == "solve_problem_compact_input";
+        const check_result result = check_problem(p);
+        EXPECT_EQ(result.failure, "") << p.text() << "\n" << result.tree;
+        EXPECT_FALSE(result.refused) << p.text();
+    }
+    EXPECT_GE(taken, 60);
 }
 
 TEST(CompactInput, IsCompleteOrLeavesTheArrayAloneWhereMemoryIsShort) {

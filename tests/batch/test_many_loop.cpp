@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: Apache-2.0
 // The loops inside dft_many that don't call the plan of one transform: two stages at a time, straight kernels on
-// groups of four, and rows to columns and back, four at a time.
+// any number of rows, and rows to columns and back, four at a time.
 #include "planner/solvers.h"
 #include "reshape_columns.h"
 
@@ -40,8 +40,8 @@ TEST(ManyLoop, RunsTwoStagesForEachTransform) {
         }
 }
 
-// Groups of four and what is left of them, both directions, several distances of the rows on both sides.
-TEST(ManyLoop, RunsStraightKernelsFourAtATime) {
+// Both directions, several distances of the rows on both sides.
+TEST(ManyLoop, RunsStraightKernelsOnAnyCountOfRows) {
     for (const int64_t n : {64, 128})
         for (int64_t count = 1; count <= 9; ++count) {
             for (const fft_dim rows : {fft_dim{count, n, n}, {count, n, n + 7}, {count, n + 36, n}})

@@ -115,15 +115,16 @@ TEST(MultiStage, SharedOutputsAreNoWorkingArray) {
         }
 }
 
-// Registers of four lanes, a last radix of 4, 8, 12, 16 or 20, and rows of the stage in front of it that fill groups of
-// four.
+// Registers of four lanes, a last radix of 4, 8, 12, 16, 20 or 32, and rows of the stage in front of it that fill
+// groups of four.
 static bool passes_blocks(const stage_isa& isa, const std::vector<uint64_t>& radices) {
     const size_t s = radices.size();
     if (&isa == &stages_neon || !has_registers_of_four || s < 2) return false;
     uint64_t done = 1;
     for (size_t q = 0; q + 2 < s; ++q) done *= radices[q];
     const uint64_t rows = s == 2 ? radices[0] : done, last = radices[s - 1];
-    return rows % 4 == 0 && (last == 4 || last == 8 || last == 12 || last == 16 || last == 20);
+    const auto listed = {4, 8, 12, 16, 20, 32};
+    return rows % 4 == 0 && std::find(listed.begin(), listed.end(), last) != listed.end();
 }
 
 TEST(MultiStage, LaysItsRecordsOutWordByWord) {
@@ -157,7 +158,7 @@ TEST(MultiStage, LaysItsRecordsOutWordByWord) {
                     const straight_kernels kernels = straight_kernels_of(stage);
                     const bool four_lanes = q == 0 && p.lanes == 4, contiguous = p.lanes == 0 && p.is == 1 && p.os == 1;
                     EXPECT_EQ(kernels.quad, four_lanes ? lookup_straight_quad_sve(&record, n) : nullptr);
-                    EXPECT_EQ(kernels.rows, q == 0 && contiguous ? lookup_straight_rows(&record, n) : nullptr);
+                    EXPECT_EQ(kernels.rows, q == 0 && contiguous ? lookup_straight_rows_neon(&record, n) : nullptr);
                     const bool in_blocks = contiguous && q + 2 >= s && passes_blocks(row.isa, radices);
                     EXPECT_EQ(is_in_blocks(&stage), in_blocks) << q;
                     for (size_t i = word_of_blocks + 1; i < std::size(stage.spare); ++i) EXPECT_EQ(stage.spare[i], 0u);

@@ -22,7 +22,9 @@ const std::filesystem::path& root() {
 }
 
 // Any other character counts as a digit of more than four bits, so that CPUs may repeat.
-bool is_hexadecimal(const std::string& map) { return map.find_first_not_of("0123456789abcdef,\n") == std::string::npos; }
+bool is_hexadecimal(const std::string& map) {
+    return map.find_first_not_of("0123456789abcdef,\n") == std::string::npos;
+}
 
 void check(const numa_tables& t, bool rising) {
     if (t.numa_node_count < -1 || t.numa_node_count > 64) fail("node count " + std::to_string(t.numa_node_count));

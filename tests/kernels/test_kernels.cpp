@@ -9,7 +9,7 @@
 
 #include "families.h"
 #include "kernel_problem.h"
-#include "kernels/kernel_types.h"
+#include "kernels/row_blocks.h"
 #include "tests/support/emulated.h"
 
 namespace {
@@ -123,7 +123,7 @@ TEST_P(kernels, pass_rows_in_blocks) {
     const bool is_stage = loop == shape::first || loop == shape::other || loop == shape::last;
     if (!is_stage || !family().in->masked || family().data != layout::contig) return;
     for_each_kernel([&](kernel_problem p, const transform_grid& grid) {
-        if (loop == shape::last ? !reads_blocks(p.radix) : loop == shape::first && p.radix % 4 != 0) return;
+        if (loop == shape::last ? !takes_blocks(p.radix) : loop == shape::first && p.radix % 4 != 0) return;
         p.in_blocks = true;
         for (const placement where : {placement::between_guards, placement::ends_at_page, placement::starts_at_page})
             for (const int groups : {1, 2}) {

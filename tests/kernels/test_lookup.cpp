@@ -75,11 +75,11 @@ TEST(Lookup, FindsTheStraightKernelsInLanesOfTheTable) {
         for (const uint64_t size : sizes()) {
             const fft_plan plan = plan_of(sign);
             const any_kernel quad =
-                size == 64 ? expected("many_quad_sve", sign, 64) : expected("long_quad_sve", sign, size, 128);
+                size == 64 ? expected("many_quad_sve", sign, 64) : expected("straight_quad_sve", sign, size, 128);
             const any_kernel rows =
-                size == 64 ? expected("many_rows_neon", sign, 64) : expected("long_rows_neon", sign, size, 128);
+                size == 64 ? expected("many_rows_neon", sign, 64) : expected("straight_rows_neon", sign, size, 128);
             EXPECT_EQ(any(lookup_straight_quad_sve(&plan, size)), quad) << size << " sign " << sign;
-            EXPECT_EQ(any(lookup_straight_rows(&plan, size)), rows) << size << " sign " << sign;
+            EXPECT_EQ(any(lookup_straight_rows_neon(&plan, size)), rows) << size << " sign " << sign;
             EXPECT_EQ(quad != nullptr, size == 64 || size == 128) << size;
             EXPECT_EQ(rows != nullptr, size == 64 || size == 128) << size;
         }

@@ -94,7 +94,7 @@ TEST(EveryObjectFile, AsksForAStackThatIsNotExecutable) {
 // Of the two levels whose compiler would sign by instructions that some of their processors lack.
 bool is_of_armv8_3(const std::string& object) {
     for (const char* folder : {"/qfftf_inner_sve.dir/", "/qfftf_inner_fcma.dir/", "/qfftf_kernels_sve.dir/",
-                               "/qfftf_kernels_fcma.dir/", "/levels/sve.o", "/levels/fcma.o"})
+                               "/qfftf_kernels_fcma.dir/", "/qfftf_kernels_shared.dir/", "/levels/sve_and_fcma.o"})
         if (object.find(folder) != std::string::npos) return true;
     return false;
 }

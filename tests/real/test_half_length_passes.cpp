@@ -18,12 +18,14 @@ constexpr double close = 3e-7;
 
 using complexes = std::vector<std::complex<float>>;
 
-std::vector<float> tables(uint64_t m) {
+std::vector<float> tables(uint64_t m, decltype(real_mirror_table)* mirrors) {
     std::vector<float> table(2 * m);
     real_half_table(table.data(), m);
-    real_mirror_table(mirror_table_behind(table.data(), m), table.data(), m);
+    mirrors(mirror_table_behind(table.data(), m), table.data(), m);
     return table;
 }
+std::vector<float> tables_of_r2c(uint64_t m) { return tables(m, real_mirror_table_down); }
+std::vector<float> tables_of_c2r(uint64_t m) { return tables(m, real_mirror_table); }
 
 float* floats(complexes& x) { return reinterpret_cast<float*>(x.data()); }
 
@@ -76,10 +78,23 @@ TEST(MirrorTable, StandsBehindTheHalfTable) {
     }
 }
 
+TEST(MirrorTable, DownwardsIsTheSameTurnedRound) {
+    for (uint64_t m = 0; m <= most; ++m) {
+        SCOPED_TRACE(m);
+        guarded_floats half(2 * m), up(2 * (m / 2)), down(2 * (m / 2));
+        real_half_table(half.data(), m);
+        real_mirror_table(up.data(), half.data(), m);
+        real_mirror_table_down(down.data(), half.data(), m);
+        EXPECT_TRUE(down.zones_are_intact());
+        for (uint64_t k = 0; k < m / 2; ++k)
+            for (int part : {0, 1}) EXPECT_EQ(down.data()[2 * (m / 2 - 1 - k) + part], up.data()[2 * k + part]) << k;
+    }
+}
+
 TEST(R2cPostPass, IsRightContiguousStridedAndInPlace) {
     for (uint64_t m = 1; m <= most; ++m) {
         SCOPED_TRACE(m);
-        const auto table = tables(m);
+        const auto table = tables_of_r2c(m);
         complexes y = complex_noise(int(m), int(m)), x(m + 1), apart(2 * m + 1);
         const auto want = coefficients(y);
         r2c_post_pass(floats(y), floats(x), table.data(), m, 1);
@@ -95,7 +110,7 @@ TEST(R2cPostPass, IsRightContiguousStridedAndInPlace) {
 TEST(C2rPrePass, IsRightContiguousStridedAndInPlace) {
     for (uint64_t m = 1; m <= most; ++m) {
         SCOPED_TRACE(m);
-        const auto table = tables(m);
+        const auto table = tables_of_c2r(m);
         complexes z = complex_noise(int(m) + 1, int(m)), apart(2 * m + 1), c(m), of_apart(m);
         for (uint64_t k = 0; k <= m; ++k) apart[2 * k] = z[k];
         const auto want = halves(z);
@@ -114,7 +129,7 @@ TEST(R2cPostPass, IsRightInRangesOfAnyWidth) {
     for (uint64_t m = 2; m <= most; m += 3)
         for (uint64_t width = 1; width <= m / 2; ++width) {
             SCOPED_TRACE(testing::Message() << m << " in ranges of " << width);
-            const auto table = tables(m);
+            const auto table = tables_of_r2c(m);
             complexes y = complex_noise(int(m), int(m));
             const auto want = coefficients(y);
             y.resize(m + 1);
@@ -129,7 +144,7 @@ TEST(C2rPrePass, IsRightInRangesOfAnyWidth) {
     for (uint64_t m = 2; m <= most; m += 3)
         for (uint64_t width = 1; width <= m / 2; ++width) {
             SCOPED_TRACE(testing::Message() << m << " in ranges of " << width);
-            const auto table = tables(m);
+            const auto table = tables_of_c2r(m);
             complexes z = complex_noise(int(m) + 1, int(m));
             const auto want = halves(z);
             c2r_pre_ends(floats(z), floats(z), m, 1);

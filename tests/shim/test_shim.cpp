@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
@@ -19,6 +20,22 @@
 #include <vector>
 
 #include <dlfcn.h>
+#include <sys/time.h>
+
+namespace {
+
+std::atomic<int> looks_at_the_clock{0};
+
+}  // namespace
+
+// The library looks at this clock when a plan call begins, and then only to measure.
+extern "C" int gettimeofday(timeval* now, void*) noexcept {
+    ++looks_at_the_clock;
+    timespec t;
+    clock_gettime(CLOCK_REALTIME, &t);
+    *now = {t.tv_sec, t.tv_nsec / 1000};
+    return 0;
+}
 
 namespace {
 
@@ -182,6 +199,53 @@ TEST(ShimPlans, MeasuringLeavesTheArraysAloneAndItsPlanIsRight) {
         expect_coefficient(in, out, 96, 17);
         fftwf_destroy_plan(p);
     }
+}
+
+bool is_measured_with(unsigned flags) {
+    numbers in(96, 4), out(96);
+    looks_at_the_clock = 0;
+    fftwf_plan p = fftwf_plan_dft_1d(96, in, out, FFTW_FORWARD, flags);
+    EXPECT_TRUE(p) << flags;
+    fftwf_destroy_plan(p);
+    return looks_at_the_clock > 1;
+}
+
+// FFTW_MEASURE is 0, and so is in every combination of flags; FFTW_PATIENT isn't lost beside other bits.
+TEST(ShimFlags, PatienceMeasuresAndMeasureDoesWhereTheEnvironmentSaysSo) {
+    ASSERT_EQ(FFTW_MEASURE, 0);
+    const unsigned others[] = {0,
+                               FFTW_DESTROY_INPUT,
+                               FFTW_UNALIGNED,
+                               FFTW_PRESERVE_INPUT,
+                               FFTW_CONSERVE_MEMORY,
+                               FFTW_DESTROY_INPUT | FFTW_UNALIGNED};
+    const auto expect = [&](unsigned care, bool measured) {
+        for (unsigned more : others) EXPECT_EQ(is_measured_with(care | more), measured) << (care | more);
+    };
+    unsetenv("QFFTF_FFTW3_MEASURE");
+    expect(FFTW_ESTIMATE, false);
+    expect(FFTW_MEASURE, false);
+    expect(FFTW_PATIENT, true);
+    expect(FFTW_EXHAUSTIVE, true);
+    expect(FFTW_ESTIMATE | FFTW_PATIENT, false);
+    setenv("QFFTF_FFTW3_MEASURE", "1", 1);
+    expect(FFTW_ESTIMATE, false);
+    expect(FFTW_MEASURE, true);
+    expect(FFTW_PATIENT, true);
+    setenv("QFFTF_FFTW3_MEASURE", "0", 1);
+    expect(FFTW_MEASURE, false);
+    unsetenv("QFFTF_FFTW3_MEASURE");
+}
+
+TEST(ShimFlags, NoTimeForbidsMeasuringAndANegativeLimitIsNone) {
+    fftwf_set_timelimit(0);
+    EXPECT_FALSE(is_measured_with(FFTW_PATIENT));
+    EXPECT_FALSE(is_measured_with(FFTW_EXHAUSTIVE));
+    fftwf_set_timelimit(10);
+    EXPECT_TRUE(is_measured_with(FFTW_PATIENT));
+    fftwf_set_timelimit(0);
+    fftwf_set_timelimit(FFTW_NO_TIMELIMIT);
+    EXPECT_TRUE(is_measured_with(FFTW_PATIENT));
 }
 
 // A layout that goes through compact storage and one that doesn't.

@@ -10,29 +10,21 @@ namespace {
 
 constexpr size_t largest_prime_by_sum = 61;
 
-// exp(sign 2 pi i k / n) for k from 0 to n - 1, each computed on its own and folded into the first octant.
+// t quarters of the n-th part of a turn, at most n
+complex first_quadrant(size_t t, size_t n) {
+    const double angle = 1.57079632679489661923 * double(std::min(t, n - t)) / double(n);
+    return 2 * t <= n ? complex(std::cos(angle), std::sin(angle)) : complex(std::sin(angle), std::cos(angle));
+}
+
+// All roots of unity of one order.
 class roots {
 public:
     roots(size_t n, int sign) : values_(n) {
-        for (size_t k = 0; k < n; ++k) values_[k] = root(k, n, sign == -1 ? -1 : 1);
+        for (size_t k = 0; k < n; ++k) values_[k] = root_of_unity(k, n, sign);
     }
     const complex& operator[](size_t k) const { return values_[k]; }
 
 private:
-    static complex root(size_t k, size_t n, double sign) {
-        if (8 * k > 4 * n) return std::conj(root(n - k, n, sign));
-        if (8 * k > 2 * n) {  // past a right angle
-            const complex w = first_quadrant(4 * k - n, n);
-            return {-w.imag(), sign * w.real()};
-        }
-        const complex w = first_quadrant(4 * k, n);
-        return {w.real(), sign * w.imag()};
-    }
-    // t quarters of the n-th part of a turn, at most n
-    static complex first_quadrant(size_t t, size_t n) {
-        const double angle = 1.57079632679489661923 * double(std::min(t, n - t)) / double(n);
-        return 2 * t <= n ? complex(std::cos(angle), std::sin(angle)) : complex(std::sin(angle), std::cos(angle));
-    }
     std::vector<complex> values_;
 };
 
@@ -125,6 +117,17 @@ std::vector<complex> bluestein(const std::vector<complex>& x, int sign) {
 }
 
 }  // namespace
+
+complex root_of_unity(size_t k, size_t n, int sign) {
+    if (2 * k > n) return std::conj(root_of_unity(n - k, n, sign));
+    const double side = sign == -1 ? -1 : 1;
+    if (4 * k > n) {  // past a right angle
+        const complex w = first_quadrant(4 * k - n, n);
+        return {-w.imag(), side * w.real()};
+    }
+    const complex w = first_quadrant(4 * k, n);
+    return {w.real(), side * w.imag()};
+}
 
 std::vector<complex> dft_by_sum(const std::vector<complex>& x, int sign) {
     const size_t n = x.size();

@@ -3,11 +3,15 @@
 // backward. Relative error about 1e-16 times the square root of the logarithm of the length.
 #pragma once
 #include <complex>
+#include <cstddef>
 #include <vector>
 
 namespace reference {
 
 using complex = std::complex<double>;
+
+// exp(sign 2 pi i k / n) for 0 <= k < n, from an angle of the first octant.
+complex root_of_unity(size_t k, size_t n, int sign);
 
 // By the definition, n^2 operations.
 std::vector<complex> dft_by_sum(const std::vector<complex>& x, int sign);

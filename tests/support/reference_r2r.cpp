@@ -1,10 +1,8 @@
 // SPDX-License-Identifier: Apache-2.0
 #include "tests/support/reference_r2r.h"
 
-#include <cmath>
-#include <numbers>
-
 #include "record/fft_plan.h"
+#include "tests/support/reference_dft.h"
 
 namespace reference {
 
@@ -14,8 +12,7 @@ namespace {
 class turns {
 public:
     explicit turns(int64_t period) : cosine_(period) {
-        for (int64_t t = 0; t < period; ++t)
-            cosine_[t] = static_cast<double>(std::cos(2 * std::numbers::pi_v<long double> * t / period));
+        for (int64_t t = 0; t < period; ++t) cosine_[t] = root_of_unity(t, period, 1).real();
         period_ = period;
     }
     double cos(int64_t t) const { return cosine_[((t % period_) + period_) % period_]; }

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: Apache-2.0
 // kernel_generator DIR: writes DIR/<family>/nNN.cpp and unit.cpp for every family of the forms table, the constant
-// pools, the declarations, the pointer tables, the lists and the registry of them all.
+// pools, the declarations, the pointer tables, the lists and the registry of them all, and removes what it wrote for a
+// table that had others.
 // kernel_generator --list: prints the families. kernel_generator --show NAME: prints one kernel, such as
 // direct_contig_sve_fwd_n05, with what each pass did.
 #include <cstdint>
@@ -8,6 +9,7 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <set>
 #include <stdexcept>
 
 #include "kernels/generator/emit/kernel.h"
@@ -50,6 +52,27 @@ void write_family(const std::string& dir, const form& f) {
     write_if_changed(dir + "/" + f.name + "/unit.cpp", unit);
 }
 
+bool was_written_here(const std::filesystem::path& file) {
+    std::ifstream text(file);
+    std::string line;
+    return std::getline(text, line) && line.ends_with("Written by kernels/generator.");
+}
+
+// Texts of families and sizes that the table has no more.
+void remove_leftovers(const std::filesystem::path& dir) {
+    for (const auto& folder : std::filesystem::directory_iterator(dir)) {
+        if (!was_written_here(folder.path() / "unit.cpp")) continue;
+        std::set<std::string> files;
+        for (const form& f : forms())
+            if (folder.path().filename() == f.name)
+                for (int size : f.sizes) files.insert(numbered(size) + ".cpp");
+        if (!files.empty()) files.insert("unit.cpp");
+        for (const auto& file : std::filesystem::directory_iterator(folder))
+            if (!files.contains(file.path().filename()) && was_written_here(file)) std::filesystem::remove(file);
+        if (files.empty() && std::filesystem::is_empty(folder)) std::filesystem::remove(folder);
+    }
+}
+
 // What keeps kernels of the table from being written, family by family and size by size.
 bool tell_refusals() {
     bool any = false;
@@ -65,6 +88,7 @@ bool tell_refusals() {
 int write_all(const std::string& dir) {
     if (tell_refusals()) return 1;
     for (const form& f : forms()) write_family(dir, f);
+    remove_leftovers(dir);
     write_if_changed(dir + "/declarations.h", declarations_text());
     write_if_changed(dir + "/tables.h", tables_header_text());
     write_if_changed(dir + "/tables.cpp", tables_text());

@@ -29,8 +29,8 @@ public:
         for (int n : b.order) use(b.graph.nodes()[n]);
     }
 
-    bool in_quad(const constant& k) const { return !k.everywhere && !pairs_.contains(k.entry); }
-    int lane(const constant& k) const { return in_quad(k) ? k.entry % 2 * 2 + k.lane : k.lane; }
+    bool in_pool_pairs(const constant& k) const { return !k.everywhere && !pairs_.contains(k.entry); }
+    int lane(const constant& k) const { return in_pool_pairs(k) ? k.entry % 2 * 2 + k.lane : k.lane; }
 
     // What the text of an operation says for a constant.
     std::string operand(const constant& k) const {
@@ -44,7 +44,8 @@ public:
         const auto [use, first] = uses_.try_emplace(name(k));
         if (first || at - use->second.last > most_operations_apart) {
             ++use->second.loads;
-            out.line("const ", in_quad(k) ? "quad " : "vec ", fresh_name(name(k)), " = ", loaded(k), ";", meaning(k));
+            out.line("const ", in_pool_pairs(k) ? "pool_pairs " : "vec ", fresh_name(name(k)), " = ", loaded(k), ";",
+                     meaning(k));
         }
         use->second.last = at;
     }
@@ -54,7 +55,7 @@ public:
             if (!is_held(k)) continue;
             const std::string number = is_held(halved(k)) ? name(halved(k)) : loaded(halved(k));
             const std::string made = k.doublings > 0 ? "add(" + number + ", " + number + ")" : loaded(k);
-            out.line("const ", in_quad(k) ? "quad " : "vec ", text_name, " = ", made, ";", meaning(k));
+            out.line("const ", in_pool_pairs(k) ? "pool_pairs " : "vec ", text_name, " = ", made, ";", meaning(k));
         }
     }
 
@@ -73,7 +74,7 @@ private:
         if (k == one_half) return "one_half";
         if (k == conjugating) return "signs";
         const std::string times = k.doublings > 0 ? "_times" + std::to_string(1 << k.doublings) : "";
-        if (in_quad(k)) return "q" + std::to_string(k.entry / 2) + times;
+        if (in_pool_pairs(k)) return "q" + std::to_string(k.entry / 2) + times;
         std::string s = (k.everywhere ? "u" : "k") + std::to_string(k.entry);
         if (k.everywhere) s += k.lane ? "s" : "c";
         return s + times;
@@ -84,13 +85,13 @@ private:
         if (k == one_half) return "same(0.5f)";
         if (k == conjugating) return "conjugation()";
         if (k.everywhere) return "same(pool[" + std::to_string(2 * k.entry + k.lane) + "])";
-        if (in_quad(k)) return "two_constants(pool + " + std::to_string(k.entry / 2 * 4) + ")";
+        if (in_pool_pairs(k)) return "two_constants(pool + " + std::to_string(k.entry / 2 * 4) + ")";
         return "constant(pool + " + std::to_string(2 * k.entry) + ")";
     }
 
     std::string meaning(const constant& k) const {
         if (is_literal(k) || k.doublings > 0) return "";
-        if (in_quad(k)) return "  // " + meaning(k.entry / 2 * 2) + ", " + meaning(k.entry / 2 * 2 + 1);
+        if (in_pool_pairs(k)) return "  // " + meaning(k.entry / 2 * 2) + ", " + meaning(k.entry / 2 * 2 + 1);
         return "  // " + meaning(k.entry);
     }
     std::string meaning(int entry) const {

@@ -9,7 +9,7 @@ constexpr int kernel_sizes[] = {2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 
                                 16, 17, 18, 19, 20, 21, 23, 24, 29, 31, 32, 37, 64};
 constexpr int direct_sve_sizes[] = {2,  3,  4,  5,  6,  7,  8,  9,  10, 11, 12, 13, 14,
                                     15, 16, 17, 18, 19, 20, 21, 23, 24, 29, 31, 37, 64};
-constexpr int long_sizes[] = {128};  // in lanes only: no radix of stages, no direct kernel
+constexpr int straight_sizes[] = {128};  // in lanes only: no radix of stages, no direct kernel
 constexpr int scalar_sizes[] = {2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 15, 16, 17, 21, 24};
 constexpr int real_direct_sizes[] = {2, 3, 4, 5, 7, 8, 16, 32, 64};
 constexpr int real_many_sizes[] = {2, 3, 4, 8, 16};
@@ -41,8 +41,8 @@ constexpr form table[] = {
     {"many_assemble_neon",   &neon_pair,  assemble,        batch,    kernel_sizes},
     {"many_quad_sve",        &sve_quad,   many,            batch,    kernel_sizes},
     {"many_rows_neon",       &neon_pair,  rows,            contig,   kernel_sizes},
-    {"long_quad_sve",        &sve_quad,   many,            batch,    long_sizes},
-    {"long_rows_neon",       &neon_pair,  rows,            contig,   long_sizes},
+    {"straight_quad_sve",        &sve_quad,   many,            batch,    straight_sizes},
+    {"straight_rows_neon",       &neon_pair,  rows,            contig,   straight_sizes},
 
     {"first_contig_neon",    &neon_pair,  first,           contig,   kernel_sizes},
     {"first_strided_neon",   &neon_pair,  first,           strided,  kernel_sizes},

@@ -10,7 +10,7 @@
 #include "kernels/generator/emit/names.h"
 #include "kernels/generator/loops/address.h"
 #include "kernels/generator/loops/loops.h"
-#include "kernels/kernel_types.h"
+#include "kernels/row_blocks.h"
 
 namespace generator {
 
@@ -61,12 +61,27 @@ void print_single_rows(text& out, const body& b, int size, const std::string& in
     out.line("}");
 }
 
-// Four rows whose columns stand in blocks: a load brings four columns of them.
-std::string column_of_block(text& out, std::set<int>& loaded, int column) {
-    const std::string block = "block" + std::to_string(column / 4);
-    if (loaded.insert(column / 4).second)
-        out.line("const four_vectors ", block, " = load_transposed(a + ", column / 4 * 32, ");");
-    return "part<" + std::to_string(column % 4) + ">(" + block + ")";
+// Radix 32 has too many values for the registers: it takes in four elements of each row after the other, and constants
+// from memory.
+constexpr int blocks_in_turn(int size) { return size == 32 ? size / 4 : 0; }
+
+// The block that is taken in behind this one, their bits being counted in reverse; behind the last one the first.
+int next_in_turn(int block, int count) {
+    int bit = count / 2;
+    for (; block & bit; bit /= 2) block -= bit;
+    return block + bit;
+}
+
+// Four rows whose columns stand in blocks: a load brings four columns of them. It takes long: blocks in turn are loaded
+// one ahead.
+std::string column_of_block(text& out, std::set<int>& loaded, int column, int in_turn) {
+    const auto load = [&](int block) {
+        if (loaded.insert(block).second)
+            out.line("const four_vectors block", block, " = load_transposed(a + ", block * 32, ");");
+    };
+    load(column / 4);
+    if (in_turn > 0) load(next_in_turn(column / 4, in_turn));
+    return "part<" + std::to_string(column % 4) + ">(block" + std::to_string(column / 4) + ")";
 }
 
 // A row in every lane.
@@ -77,7 +92,7 @@ void print_groups(text& out, const vectors& v, const body& b, int size, bool in_
     std::set<int> blocks_loaded;
     a.twiddle = [&](int j) { return "load(w + " + std::to_string(2 * rows * (j - 1)) + ")"; };
     a.load = [&](int slot) {
-        if (in_blocks) return column_of_block(out, blocks_loaded, slot);
+        if (in_blocks) return column_of_block(out, blocks_loaded, slot, blocks_in_turn(size));
         if (v.gathers) return "load(a + " + std::to_string(2 * slot) + ", rows)";
         const auto [row, column] = transposed_slot::unpack(slot);
         return "load(a + " + std::to_string(2 * (row * size + column)) + ")";
@@ -95,11 +110,11 @@ void print_groups(text& out, const vectors& v, const body& b, int size, bool in_
     out.line("}");
 }
 
-// Radix 32 has too many values for the registers: it takes in four elements of each row after the other.
 body make_group_body(complex_kind kind, const vectors& v) {
     kind.transposed = !v.gathers;
     kind.where.in = &v;
-    if (v.gathers && kind.size == 32) kind.where.input_blocks = kind.size / 4;
+    kind.where.input_blocks = v.gathers ? blocks_in_turn(kind.size) : 0;
+    kind.where.once = kind.where.input_blocks > 0;
     return make_complex_body(kind);
 }
 
@@ -132,7 +147,7 @@ void print_contiguous_rows(text& out, const vectors& v, const complex_kind& kind
     out.line("{");
     out.line("using namespace ", v.vocabulary, ";");
     const body group = make_group_body(kind, v);
-    if (v.gathers && reads_blocks(kind.size)) {
+    if (v.gathers && takes_blocks(kind.size)) {
         out.line("if (is_in_blocks(stage)) {");
         print_groups(out, v, group, kind.size, true);
         out.line("return;");
