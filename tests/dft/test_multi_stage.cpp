@@ -4,6 +4,7 @@
 #include "dft/stage_list.h"
 #include "dft/stage_lookup.h"
 #include "dft/twiddles.h"
+#include "kernels/level.h"
 #include "kernels/lookup.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
@@ -118,7 +119,7 @@ TEST(MultiStage, SharedOutputsAreNoWorkingArray) {
 // groups of four.
 static bool passes_blocks(const stage_isa& isa, const std::vector<uint64_t>& radices) {
     const size_t s = radices.size();
-    if (!isa.passes_blocks || s < 2) return false;
+    if (&isa == &stages_neon || !has_registers_of_four || s < 2) return false;
     uint64_t done = 1;
     for (size_t q = 0; q + 2 < s; ++q) done *= radices[q];
     const uint64_t rows = s == 2 ? radices[0] : done, last = radices[s - 1];

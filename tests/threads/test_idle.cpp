@@ -2,6 +2,7 @@
 // What idle workers do: spin, or sleep soon where QSL_FFT_IDLE asks for it, and miss no loop on the way to sleep.
 #include "include/qfftf.h"
 #include "loop_record.h"
+#include "support/signals_at.h"
 #include "threads/pool.h"
 
 #include <unistd.h>
@@ -64,6 +65,19 @@ TEST_F(Idle, NoLoopIsMissedOnTheWayToSleep) {
         usleep(i % 5 * 50);
         loop.run_and_check(6, 3, 1);
     }
+}
+
+// Sleepers wake, find no order and sleep again.
+TEST_F(Idle, SignalsCutNoSleepShort) {
+    start("SLEEP");
+    {
+        const signals_at pest({loop.partitions[0].thread, loop.partitions[1].thread, pthread_self()});
+        for (int i = 0; pest.sent() < 300; ++i) {
+            usleep(i % 5 * 100);
+            loop.run_and_check(3, 3, 1);
+        }
+    }
+    EXPECT_LT(cpu_use_of(400), 0.02);
 }
 
 TEST_F(Idle, SleepersEnd) {
