@@ -4,7 +4,6 @@
 #include "dft/stage_list.h"
 #include "dft/stage_lookup.h"
 #include "dft/twiddles.h"
-#include "kernels/level.h"
 #include "kernels/lookup.h"
 #include "planner/solver.h"
 #include "planner/solvers.h"
