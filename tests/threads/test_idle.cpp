@@ -67,6 +67,23 @@ TEST_F(Idle, NoLoopIsMissedOnTheWayToSleep) {
     }
 }
 
+// A post that nobody waits for would wake the worker later, for nothing.
+TEST(PoolOrder, IsPostedToAWorkerThatSleepsAlone) {
+    for (const bool naps : {false, true})
+        for (const uint32_t asleep : {0u, 1u}) {
+            pool_worker worker = {};
+            sem_init(&worker.start_sem, 0, 0);
+            worker.naps = naps;
+            worker.asleep = asleep;
+            pool_order(worker, control_exit);
+            int posts = -1;
+            sem_getvalue(&worker.start_sem, &posts);
+            EXPECT_EQ(posts, naps && asleep) << (naps ? "naps, " : "spins, ") << (asleep ? "asleep" : "awake");
+            EXPECT_EQ(worker.control, control_exit);
+            sem_destroy(&worker.start_sem);
+        }
+}
+
 // Sleepers wake, find no order and sleep again.
 TEST_F(Idle, SignalsCutNoSleepShort) {
     start("SLEEP");
