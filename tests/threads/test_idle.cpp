@@ -2,6 +2,7 @@
 // What idle workers do: spin, or sleep soon where QSL_FFT_IDLE asks for it, and miss no loop on the way to sleep.
 #include "include/qfftf.h"
 #include "loop_record.h"
+#include "support/signals_at.h"
 #include "threads/pool.h"
 
 #include <unistd.h>
@@ -64,6 +65,36 @@ TEST_F(Idle, NoLoopIsMissedOnTheWayToSleep) {
         usleep(i % 5 * 50);
         loop.run_and_check(6, 3, 1);
     }
+}
+
+// A post that nobody waits for would wake the worker later, for nothing.
+TEST(PoolOrder, IsPostedToAWorkerThatSleepsAlone) {
+    for (const bool naps : {false, true})
+        for (const uint32_t asleep : {0u, 1u}) {
+            pool_worker worker = {};
+            sem_init(&worker.start_sem, 0, 0);
+            worker.naps = naps;
+            worker.asleep = asleep;
+            pool_order(worker, control_exit);
+            int posts = -1;
+            sem_getvalue(&worker.start_sem, &posts);
+            EXPECT_EQ(posts, naps && asleep) << (naps ? "naps, " : "spins, ") << (asleep ? "asleep" : "awake");
+            EXPECT_EQ(worker.control, control_exit);
+            sem_destroy(&worker.start_sem);
+        }
+}
+
+// Sleepers wake, find no order and sleep again.
+TEST_F(Idle, SignalsCutNoSleepShort) {
+    start("SLEEP");
+    {
+        const signals_at pest({loop.partitions[0].thread, loop.partitions[1].thread, pthread_self()});
+        for (int i = 0; pest.sent() < 300; ++i) {
+            usleep(i % 5 * 100);
+            loop.run_and_check(3, 3, 1);
+        }
+    }
+    EXPECT_LT(cpu_use_of(400), 0.02);
 }
 
 TEST_F(Idle, SleepersEnd) {

@@ -214,7 +214,11 @@ TEST(Topology, ReadsLongMaps) {
     made_up_machine machine;
     machine.node(0, made_up_machine::cpu_map(0, 2112), "10\n");  // 66 groups: 593 characters and a newline
     EXPECT_EQ(list_of(*machine.read(), 0), range(0, 160));
-    machine.node(0, std::string(5000, 'f'), "10\n");  // what doesn't fit is dropped
+    machine.node(0, std::string(598, '0') + "1", "10\n");  // 599 digits fit
+    EXPECT_EQ(list_of(*machine.read(), 0), range(0, 1));
+    machine.node(0, std::string(598, '0') + "10", "10\n");  // what doesn't fit is dropped
+    EXPECT_EQ(list_of(*machine.read(), 0), range(0, 1));
+    machine.node(0, std::string(5000, 'f'), "10\n");
     EXPECT_EQ(list_of(*machine.read(), 0), range(0, 160));
 }
 

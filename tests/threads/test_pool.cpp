@@ -3,10 +3,9 @@
 #include "include/qfftf.h"
 #include "loop_record.h"
 #include "support/faults.h"
+#include "support/signals_at.h"
 #include "threads/pool.h"
 
-#include <sys/time.h>
-#include <csignal>
 #include <filesystem>
 #include <thread>
 #include <vector>
@@ -136,23 +135,12 @@ TEST_P(Pool, CleanupEndsTheWorkers) {
     loop.run_and_check(16, 4, 4);  // without a new init
 }
 
-// A handler without SA_RESTART makes every wait of the caller return early now and then.
+// At the caller and at the workers.
 TEST_P(Pool, SignalsDoNotCutWaitsShort) {
-    struct sigaction ignore_it = {}, old;
-    ignore_it.sa_handler = [](int) {};
-    sigaction(SIGVTALRM, &ignore_it, &old);
-    std::atomic<bool> done{false};
-    const pthread_t caller = pthread_self();
-    std::thread pest([&] {
-        while (!done) {
-            pthread_kill(caller, SIGVTALRM);
-            usleep(200);
-        }
-    });
-    for (int i = 0; i < 50; ++i) loop.run_and_check(3, 3, 1);
-    done = true;
-    pest.join();
-    sigaction(SIGVTALRM, &old, nullptr);
+    loop.run_and_check(3, 3, 1);
+    const signals_at pest({loop.partitions[0].thread, loop.partitions[1].thread, pthread_self()});
+    while (pest.sent() < 100) loop.run_and_check(3, 3, 1);
+    EXPECT_EQ(threads_made, 2) << "every worker came back";
 }
 
 INSTANTIATE_TEST_SUITE_P(Modes, Pool, testing::Values(8, 200),

@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: Apache-2.0
+// Processes under limits of the system: the calls fail where the kernel makes them fail, not where a test does.
+#include "tests/threads/support/start_program.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// Leaks are searched for by another thread, which may not be made.
+program_result limited(const std::string& words) {
+    return start_program("QSL_FFT_AFFINITY=NO ASAN_OPTIONS=detect_leaks=0", LIMITED_PROGRAM " " + words);
+}
+
+}  // namespace
+
+// The limit is what the program takes to begin with, the emulator included, and some more.
+TEST(Limits, OfAddressSpaceLeavePlansNullOrRightAndExecutionsCompleteOrUntouched) {
+#if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)
+    GTEST_SKIP() << "the sanitizer can't work where address space is short";
+#endif
+    const program_result size = limited("size");
+    ASSERT_EQ(size.exit_code, 0) << size.err;
+    const long reserve = *EMULATOR ? 6 << 10 : 0, limit = std::stol(size.out) + (64 << 10);
+    // start_program puts its words between "env" and the program, so the shell that sets the limit stands there.
+    const program_result got = start_program("sh -c 'ulimit -v " + std::to_string(limit) + "; exec \"$@\"' sh",
+                                             LIMITED_PROGRAM " space " + std::to_string(reserve));
+    EXPECT_EQ(got.exit_code, 0) << got.out << got.err;
+    EXPECT_EQ(got.err, "");
+}
+
+TEST(Limits, OfThreadsCostSpeedAlone) {
+    const program_result got = limited("threads");
+    if (got.exit_code == 77) GTEST_SKIP() << "this root can't become another user";
+    EXPECT_EQ(got.exit_code, 0) << got.out << got.err;
+    EXPECT_EQ(got.err, "");
+}
