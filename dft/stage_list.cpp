@@ -5,7 +5,6 @@
 #include "dft/twiddles.h"
 #include "kernels/level.h"
 #include "kernels/lookup.h"
-#include "kernels/row_blocks.h"
 #include "record/problem.h"
 
 constinit const stage_isa stages_neon = {2,

@@ -47,6 +47,7 @@ static_assert(sizeof(stage_record) == 16 * 8);
 // one another. Four rows are then loaded and transposed by one instruction. For the contiguous SVE kernels, where rows
 // and columns are multiples of four.
 constexpr int word_of_blocks = 2;
-// Larger radices would have to put aside too much of what such loads bring.
-constexpr bool reads_blocks(uint64_t radix) { return radix % 4 == 0 && radix <= 20; }
+// Registers hold what such loads bring up to radix 20; 32 takes one block after the other and puts aside what it makes
+// of it.
+constexpr bool takes_blocks(uint64_t radix) { return radix % 4 == 0 && (radix <= 20 || radix == 32); }
 inline bool is_in_blocks(const stage_record* stage) { return stage->spare[word_of_blocks] != 0; }

@@ -9,7 +9,6 @@
 
 #include "families.h"
 #include "kernel_problem.h"
-#include "kernels/row_blocks.h"
 #include "tests/support/emulated.h"
 
 namespace {

@@ -10,7 +10,7 @@
 #include "kernels/generator/emit/names.h"
 #include "kernels/generator/loops/address.h"
 #include "kernels/generator/loops/loops.h"
-#include "kernels/row_blocks.h"
+#include "kernels/kernel_types.h"
 
 namespace generator {
 
