@@ -14,6 +14,9 @@
 #include "record/problem.h"
 #include "record/subplans.h"
 
+#include <iterator>
+#include <utility>
+
 namespace {
 
 bool side_by_side(const fft_plan& p) { return p.howmany[0].is == 1 && p.howmany[0].os == 1; }
@@ -56,12 +59,29 @@ void execute_groups_tail(fft_plan* plan, float* in, float* out) {
 }
 
 // Transforms of adjacent elements: one call for all of them. `aux` is kept for the kernel that any caller of the
-// assemble form expects there, so the rows kernel comes from the table, by the length.
-template <bool forward>
+// assemble form expects there, so that each length and direction has an execute function that knows its rows kernel.
+template <bool forward, size_t n>
 void execute_rows(fft_plan* plan, float* in, float* out) {
-    const fft_dim rows = plan->howmany[0];
-    const many_rows_kernel kernel = (forward ? many_rows_neon_fwd : many_rows_neon_bwd)[plan->dims[0].n - 1];
-    kernel(out, in, rows.is, rows.os, rows.n);
+    const many_rows_kernel kernel = (forward ? many_rows_neon_fwd : many_rows_neon_bwd)[n - 1];
+    kernel(out, in, plan->howmany[0].is, plan->howmany[0].os, plan->howmany[0].n);
+}
+
+constexpr size_t longest_rows = std::size(many_rows_neon_fwd);
+
+struct rows_functions {
+    execute_function of[longest_rows];
+};
+
+template <bool forward, size_t... i>
+constexpr rows_functions make_rows_functions(std::index_sequence<i...>) {
+    return {{execute_rows<forward, i + 1>...}};
+}
+
+execute_function rows_function(const fft_plan& p) {
+    static constexpr auto lengths = std::make_index_sequence<longest_rows>();
+    static constexpr rows_functions forward = make_rows_functions<true>(lengths);
+    static constexpr rows_functions backward = make_rows_functions<false>(lengths);
+    return (p.sign == sign_forward ? forward : backward).of[p.dims[0].n - 1];
 }
 
 bool plan_tail(fft_plan* plan) {
@@ -122,6 +142,5 @@ int solve_problem_c2c_many_direct_assemble_neon(fft_plan* plan) {
     if (solve(plan, assemble_form, lookup_many_assemble_neon) != accepted) return refused;
     if (!has_unit_strides(*plan)) return accepted;
     const char* const name = plan->howmany[0].n % 4 == 0 ? assemble_form.name : assemble_form.tail_name;
-    const bool forward = plan->sign == sign_forward;
-    return install(plan, forward ? execute_rows<true> : execute_rows<false>, name, runs_rows_kernel);
+    return install(plan, rows_function(*plan), name, runs_rows_kernel);
 }

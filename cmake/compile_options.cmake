@@ -12,7 +12,7 @@ if(on_arm)
   # which includes the A64FX: it lacks that architecture's instructions for signed addresses, in which a compiler would
   # sign returns. So the two have landing pads alone; below, signing is by hints that older processors pass over.
   set(qfftf_levels sve fcma neon)  # from the highest to the lowest
-  # Each level is a third of the library's size and compile time. The lowest, which runs anywhere, is always there.
+  # Each level adds to the library's size and compile time. The lowest, which runs anywhere, is always there.
   set(QFFTF_LEVELS "${qfftf_levels}" CACHE STRING "Levels that are built: neon, and any of sve and fcma")
   foreach(level IN LISTS QFFTF_LEVELS)
     if(NOT level IN_LIST qfftf_levels)

@@ -15,7 +15,7 @@ many_kernel lookup_many_quad_sve(const fft_plan* plan, uint64_t size);
 many_assemble_kernel lookup_many_assemble_neon(const fft_plan* plan, uint64_t size);
 many_rows_kernel lookup_many_rows_neon(const fft_plan* plan, uint64_t size);
 
-// Tables of which execute functions for one length know an entry themselves: that of length n at n - 1.
+// Tables that execute functions read: the kernel of length n stands at n - 1.
 extern const many_kernel many_quad_sve_fwd[64], many_quad_sve_bwd[64];
 extern const many_rows_kernel many_rows_neon_fwd[64], many_rows_neon_bwd[64];
 

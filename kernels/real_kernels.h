@@ -23,9 +23,9 @@ using real_kernel = void (*)(float* a0, float* a1, float* b0, float* b1, const i
 using redft00_kernel = void (*)(const float* in, float* out, const int64_t* in_offsets, const int64_t* out_offsets,
                                 int64_t count, int64_t d0, int64_t d1);
 
-// Tables of which execute functions for one length know an entry themselves: that of length n at n - 1. Kernels of
-// contiguous rows in groups of four, which write whole spectra, with the imaginary parts that are zero, or read them
-// without using those. a0 and b0, count and distances are used; count % 4 rows are left undone.
+// Tables that execute functions read: the kernel of length n stands at n - 1. Kernels of contiguous rows in groups of
+// four, which write whole spectra, with the imaginary parts that are zero, or read them without using those. a0 and b0,
+// count and distances are used; count % 4 rows are left undone.
 extern const real_kernel r2c_rows_fwd[128], c2r_rows_bwd[128];
 
 // Likewise, one contiguous row. The imaginary parts of coefficient 0 and of coefficient n / 2 are neither written nor

@@ -3,9 +3,20 @@
 
 #include "kernels/ops/complex4.h"
 
+#include <cstring>
+
 namespace {
 constexpr int64_t shortest_vector_half = 7;
+
+// Four complex numbers to places `stride` floats apart; returns the place behind the last.
+float* store_apart(float* p, complex4 v, int64_t stride) {
+    float four[8];
+    store4(four, v);
+    for (int i = 0; i < 4; ++i, p += stride) memcpy(p, four + 2 * i, 2 * sizeof(float));
+    return p;
 }
+
+}  // namespace
 
 void pair_interleave(const float* row_a, const float* row_b, float* pair, int64_t n, int64_t stride) {
     int64_t j = 0;
@@ -40,13 +51,19 @@ void pair_split_r2c(float* a, float* b, const float* y, int64_t n, int64_t os) {
     b[0] = y[1];
     b[1] = 0;
     int64_t k = 1;
-    if (os == 1 && half >= shortest_vector_half) {
+    if (half >= shortest_vector_half) {
         const complex4 one_half = pairs_of(0.5f, 0.5f);
+        float *next_a = a + 2 * os, *next_b = b + 2 * os;
         for (; k + 3 <= half; k += 4) {
             const complex4 front = mul_parts(load4(y + 2 * k), one_half);
             const complex4 back = mul_parts(reverse8(load4(y + 2 * (n - k - 3))), one_half);  // i conj Y[n - k] / 2
-            store4(a + 2 * k, sub_i(front, back));
-            store4(b + 2 * k, sub_i(back, front));
+            if (os == 1) {
+                store4(a + 2 * k, sub_i(front, back));
+                store4(b + 2 * k, sub_i(back, front));
+            } else {
+                next_a = store_apart(next_a, sub_i(front, back), 2 * os);
+                next_b = store_apart(next_b, sub_i(back, front), 2 * os);
+            }
         }
     }
     for (; k <= half; ++k) {

@@ -39,12 +39,13 @@ on() {
     fi
 }
 
-# It must be ours that runs, not one that the system or the package has.
+# It must be ours that runs, not one that the system or the package has, and every name must be in it.
 check_binding() {
-    local loaded trace=(LD_TRACE_LOADED_OBJECTS=1)
-    [ ${#emulator[@]} -eq 0 ] || trace=(-E "${trace[@]}")
-    loaded=$(on "$shim" "${trace[@]}" "$binary")
+    local loaded trace=(LD_TRACE_LOADED_OBJECTS=1 LD_WARN=1 LD_BIND_NOW=1)
+    [ ${#emulator[@]} -eq 0 ] || trace=(-E "${trace[0]}" -E "${trace[1]}" -E "${trace[2]}")
+    loaded=$(on "$shim" "${trace[@]}" "$binary" 2>&1)
     grep -qF "libfftw3f.so.3 => $shim/" <<<"$loaded" || { echo "$loaded"; fail "$shim/libfftw3f.so.3 isn't loaded"; }
+    ! grep -E "undefined symbol: s?fftwf?_" <<<"$loaded" || fail "the program asks for names that $shim doesn't have"
 }
 
 # both COMMAND...: runs it in two folders on the two libraries, each writing its output to "said".

@@ -11,13 +11,14 @@ body record(pool constants, const surroundings& where, const std::function<void(
     const bool overwrites = where.in && where.in->overwrites;
     const order_wishes wishes = {where.loads_first, where.output_parts, where.input_blocks};
     const bool sets_aside = overwrites && wishes.output_parts == 1 && wishes.input_blocks == 0;
-    body b{dag(std::move(constants), overwrites, sets_aside), {}, where.once && overwrites, where.loads_first};
+    const bool crowded = overwrites && wishes.input_blocks > 0;
+    body b{dag(std::move(constants), overwrites, sets_aside), {}, where.once && overwrites, crowded, where.loads_first};
     formula(b);
     b.did.recorded = b.graph.nodes();
     b.order = print_order(b.graph, wishes);
     b.did.into_second = choose_overwritten(b.graph, b.order);
     if (where.loads_again) b.did.loaded_again = load_again(b.graph, b.order);
-    if (!where.alone) b.did.reloaded = reload_overwritten(b.graph, b.order);
+    if (!where.alone) b.did.reloaded = reload_overwritten(b.graph, b.order, crowded);
     return b;
 }
 

@@ -24,6 +24,7 @@ struct body {
     dag graph;
     std::vector<int> order;    // nodes to print, operands before their users
     bool once = false;         // constants may as well be loaded where they are used
+    bool crowded = false;      // likewise, and 1/2 and 2, to leave registers to the values
     bool loads_first = false;  // no load follows a store
     pass_history did{};
 };

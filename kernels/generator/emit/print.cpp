@@ -52,6 +52,8 @@ public:
 
     void declare(text& out) const {
         for (const auto& [text_name, k] : used_) {
+            if (is_literal(k) && body_.crowded)
+                out.line("static constexpr float ", text_name, "_in_memory = ", k == two ? "2.0f;" : "0.5f;");
             if (!is_held(k)) continue;
             const std::string number = is_held(halved(k)) ? name(halved(k)) : loaded(halved(k));
             const std::string made = k.doublings > 0 ? "add(" + number + ", " + number + ")" : loaded(k);
@@ -67,7 +69,9 @@ private:
 
     std::string fresh_name(const std::string& name) const { return name + "_" + std::to_string(uses_.at(name).loads); }
 
-    bool is_held(const constant& k) const { return is_literal(k) || k.doublings > 0 || !body_.once; }
+    bool is_held(const constant& k) const {
+        return k.doublings > 0 || (is_literal(k) ? !body_.crowded : !body_.once && !body_.crowded);
+    }
 
     std::string name(const constant& k) const {
         if (k == two) return "two";
@@ -81,6 +85,7 @@ private:
     }
 
     std::string loaded(const constant& k) const {
+        if (is_literal(k) && body_.crowded) return "same(" + name(k) + "_in_memory)";
         if (k == two) return "same(2.0f)";
         if (k == one_half) return "same(0.5f)";
         if (k == conjugating) return "conjugation()";
@@ -130,7 +135,7 @@ std::string expression(const dag& g, int n, const access& a, const constant_regi
     s += "(" + name(g, v.a);
     if (v.b != none) s += ", " + name(g, v.b);
     if (v.k.entry != constant::none) s += ", " + constants.operand(v.k);
-    if (v.what == op::twice_minus) s += ", two";
+    if (v.what == op::twice_minus) s += ", " + constants.operand(two);
     return s + ")";
 }
 
@@ -162,7 +167,7 @@ void print_operations(text& out, const body& b, const access& a) {
     for (int at = 0; at < int(b.order.size()); ++at) {
         const int n = b.order[at];
         const node& v = b.graph.nodes()[n];
-        constants.load(out, v.k, at);
+        constants.load(out, v.what == op::twice_minus ? two : v.k, at);
         if (v.what == op::twiddle) {
             if (!a.twiddles_held) print_twiddle(out, v.slot, a);
         } else if (v.what == op::store) {

@@ -114,7 +114,6 @@ body make_group_body(complex_kind kind, const vectors& v) {
     kind.transposed = !v.gathers;
     kind.where.in = &v;
     kind.where.input_blocks = v.gathers ? blocks_in_turn(kind.size) : 0;
-    kind.where.once = kind.where.input_blocks > 0;
     return make_complex_body(kind);
 }
 

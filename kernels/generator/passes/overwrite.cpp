@@ -71,8 +71,9 @@ int load_again(dag& g, std::vector<int>& order) {
     return count;
 }
 
-int reload_overwritten(dag& g, std::vector<int>& order) {
+int reload_overwritten(dag& g, std::vector<int>& order, bool crowded) {
     if (!g.overwrites()) return 0;
+    constexpr size_t soon = 16;
     int count = 0;
     for (size_t at = 0; at < order.size(); ++at) {
         const node v = g.nodes()[order[at]];
@@ -89,6 +90,15 @@ int reload_overwritten(dag& g, std::vector<int>& order) {
                 if (*operand == v.a && g.nodes()[*user].what != op::reload) *operand = again;
         order.insert(next, again);
         ++count;
+        if (!crowded || g.nodes()[v.a].what == op::reload) continue;
+        const auto made = std::find(order.begin(), order.begin() + long(at), v.a);
+        const auto touches = [&](int n) { return n == v.a || uses(n); };
+        const auto last =
+            std::find_if(std::reverse_iterator(order.begin() + long(at)), std::reverse_iterator(made), touches);
+        if (size_t(last - std::reverse_iterator(order.begin() + long(at))) < soon) continue;
+        g.at(order[at]).a = g.reload(v.a);
+        order.insert(order.begin() + long(at), g.nodes()[order[at]].a);
+        ++count, ++at;
     }
     return count;
 }

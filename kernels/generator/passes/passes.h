@@ -32,8 +32,9 @@ int choose_overwritten(dag& graph, const std::vector<int>& order);
 // Inputs that were overwritten, or are wanted again much later, are loaded once more. Not for bodies that may run in
 // place.
 int load_again(dag& graph, std::vector<int>& order);
-// Where both are, the later users of a get it from memory: that spares the copy, and the pipes for memory have room.
-int reload_overwritten(dag& graph, std::vector<int>& order);
+// Where both are, the later users of a get it from memory: that spares the copy, and the pipes for memory have room. In
+// a crowded body the one that overwrites it too, unless it comes soon: a register would be put aside for it.
+int reload_overwritten(dag& graph, std::vector<int>& order, bool crowded);
 
 // Stores that wait for a later one beside them: one instruction then stores both. `start` tells at which number a store
 // of a whole vector begins, or -1 for one that stays alone. Returns how many wait.
