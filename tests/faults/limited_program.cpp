@@ -20,7 +20,6 @@
 #include <cstring>
 #include <semaphore>
 #include <thread>
-#include <vector>
 
 namespace {
 

@@ -84,6 +84,21 @@ TEST(PoolOrder, IsPostedToAWorkerThatSleepsAlone) {
         }
 }
 
+TEST_F(Idle, AWorkerThatRunsCountsAsAwake) {
+    start("SLEEP");
+    pool_worker* const worker = pool_take_worker(0);
+    ASSERT_TRUE(worker);
+    while (!worker->asleep) usleep(100);
+    static uint32_t asleep_within;
+    asleep_within = 2;
+    worker->body = [](parallel_task* task) { asleep_within = static_cast<pool_worker*>(task->closure)->asleep; };
+    worker->task.closure = worker;
+    pool_order(*worker, reinterpret_cast<uintptr_t>(worker));
+    while (worker->control != control_idle) usleep(100);
+    pool_give_back(worker);
+    EXPECT_EQ(asleep_within, 0u);
+}
+
 // Sleepers wake, find no order and sleep again.
 TEST_F(Idle, SignalsCutNoSleepShort) {
     start("SLEEP");

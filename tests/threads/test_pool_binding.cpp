@@ -171,6 +171,22 @@ TEST_F(Binding, OnlyAMoveEndsWorkers) {
     EXPECT_EQ(threads_made, workers);
 }
 
+// Its new workers find the places that those of before had.
+TEST_F(Binding, AfterAMoveAllCpusAreFreeAgain) {
+    const std::vector<int> cpus = members(everywhere);
+    if (cpus.size() < 2) GTEST_SKIP() << "there is one CPU";
+    for (const char* affinity : {"SPREAD", "CLOSE"}) {
+        SCOPED_TRACE(affinity);
+        start_on(cpus.front(), affinity);
+        cpus_of_workers();
+        cpu_told = cpus.back();
+        thread_refresh_binding();
+        EXPECT_EQ(cpus_of_workers(), expected_cpus(thread_get_affinity_mode(), this_thread_state()));
+        cpu_told = real_cpu;
+        qsl_fftf_cleanup_threads();
+    }
+}
+
 TEST_F(Binding, WithoutPlacementMovesDoNotMatter) {
     start_on(members(everywhere).front(), "NO");
     cpu_told = 0;
