@@ -9,6 +9,7 @@
 
 #include "families.h"
 #include "kernel_problem.h"
+#include "kernels/kernel_types.h"
 #include "tests/support/emulated.h"
 
 namespace {
