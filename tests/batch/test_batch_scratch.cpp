@@ -31,7 +31,7 @@ const scratch_case cases[] = {
      {.kind = kind_c2r, .dims = {{12, 51, 102}, {100, 1, 1}}, .batch = {}, .in_place = true}},
     {"execute_1d_two_stages_sve", {.dims = {{100, 1, 1}}, .batch = {{3, 100, 110}}}},
     {"execute_1d_two_stages_sve", {.dims = {{100, 4, 4}}, .batch = {{4, 1, 1}}}},
-    {"execute_1d_two_stages_sve", {.dims = {{64, 1, 1}}, .batch = {{7, 64, 70}}}},
+    {"execute_1d_two_stages_sve", {.dims = {{200, 1, 1}}, .batch = {{7, 200, 210}}}},
     {"execute_1d_two_stages_sve", {.dims = {{64, 64, 64}}, .batch = {{64, 1, 1}}, .in_place = true}},
     {"execute_many", {.dims = {{1000, 1, 1}}, .batch = {{3, 1000, 1000}, {2, 3000, 3000}}}},
     {"execute_many", {.dims = {{100, 1, 8}}, .batch = {{8, 100, 1}}}},
