@@ -51,13 +51,19 @@ foreach(level IN LISTS qfftf_levels)
   endif()
 endforeach()
 
+# CMAKE_OBJCOPY may be one for this machine's files alone.
+if(on_arm)
+  set(objcopy_names aarch64-linux-gnu-objcopy llvm-objcopy-19 llvm-objcopy objcopy)
+else()
+  set(objcopy_names objcopy llvm-objcopy-19 llvm-objcopy)
+endif()
+find_program(QFFTF_OBJCOPY NAMES ${objcopy_names} REQUIRED DOC "objcopy that knows the library's object files")
+
 # Where there is one level there is nothing to keep apart.
 list(LENGTH qfftf_levels level_count)
 if(level_count EQUAL 1)
   set(qfftf_level_objects ${inner_objects_${qfftf_levels}})
 else()
-  find_program(QFFTF_OBJCOPY NAMES aarch64-linux-gnu-objcopy llvm-objcopy-19 llvm-objcopy objcopy REQUIRED
-               DOC "objcopy that knows 64-bit Arm object files")
   separate_arguments(link_flags UNIX_COMMAND "${CMAKE_CXX_FLAGS} ${CMAKE_SHARED_LINKER_FLAGS}")
   if(CMAKE_CXX_COMPILER_TARGET)
     list(PREPEND link_flags --target=${CMAKE_CXX_COMPILER_TARGET})

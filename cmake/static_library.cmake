@@ -21,7 +21,7 @@ if(CMAKE_C_COMPILER_TARGET)
 endif()
 add_custom_command(OUTPUT ${whole}
   COMMAND ${CMAKE_C_COMPILER} ${linker} -r -nostdlib -o ${whole} @${static_dir}/objects.txt
-  COMMAND ${CMAKE_OBJCOPY} --keep-global-symbols=${static_dir}/names.txt ${whole}
+  COMMAND ${QFFTF_OBJCOPY} --keep-global-symbols=${static_dir}/names.txt ${whole}
   DEPENDS ${static_dir}/objects.txt ${static_dir}/names.txt $<TARGET_OBJECTS:qfftf_objects>
           ${qfftf_level_objects} COMMENT "Linking the static library into one object" VERBATIM)
 add_library(qfftf_static STATIC EXCLUDE_FROM_ALL ${whole})
