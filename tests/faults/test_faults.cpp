@@ -180,7 +180,7 @@ void on_a_stack_of(size_t bytes, std::function<void()> work) {
 TEST_F(Faults, TheSmallestStackIsEnoughToPlanAndExecuteEveryProblem) {
     int computed = 0;
     size_t bytes = static_cast<size_t>(sysconf(_SC_THREAD_STACK_MIN));
-#if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)
+#if defined(QFFTF_SANITIZE)
     bytes += 1 << 20;  // red zones
 #endif
     on_a_stack_of(bytes, [&] {

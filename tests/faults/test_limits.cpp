@@ -15,7 +15,7 @@ program_result limited(const std::string& words) {
 
 // The limit is what the program takes to begin with, the emulator included, and some more.
 TEST(Limits, OfAddressSpaceLeavePlansNullOrRightAndExecutionsCompleteOrUntouched) {
-#if defined(__SANITIZE_ADDRESS__) || __has_feature(address_sanitizer)
+#if defined(QFFTF_SANITIZE)
     GTEST_SKIP() << "the sanitizer can't work where address space is short";
 #endif
     const program_result size = limited("size");
