@@ -36,11 +36,14 @@ extern std::atomic<bool> pool_workers_nap;
 // How long a worker that naps spins first. Users are told of 50 microseconds at the most.
 constexpr int64_t nap_after_nanoseconds = 40'000;
 
-// Writes the control word of a spinning worker and wakes the worker if it sleeps. The order of the two accesses, and of
-// the worker's (asleep, then control), leaves no moment in which both miss each other.
+// Writes the control word of a spinning worker and wakes the worker if it sleeps. The fences here and in nap_for_order,
+// each between a store and the load of the other side's word, leave no moment in which both miss each other. They are
+// fences since emulators let a store-release and the load-acquire behind it pass each other.
 inline void pool_order(pool_worker& worker, uint64_t order) {
-    worker.control.store(order, worker.naps ? std::memory_order_seq_cst : std::memory_order_release);
-    if (worker.naps && worker.asleep.load(std::memory_order_seq_cst)) sem_post(&worker.start_sem);
+    worker.control.store(order, std::memory_order_release);
+    if (!worker.naps) return;
+    std::atomic_thread_fence(std::memory_order_seq_cst);
+    if (worker.asleep.load(std::memory_order_relaxed)) sem_post(&worker.start_sem);
 }
 
 extern std::atomic<uint64_t> pool_nthreads;  // the count for all threads; with local counts the sum of all teams

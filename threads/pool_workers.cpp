@@ -46,8 +46,9 @@ uint64_t nap_for_order(pool_worker& self) {
             for (int i = 0; i < 64; ++i)
                 if (const uint64_t order = self.control.load(std::memory_order_acquire); is_order(order)) return order;
         } while (nanoseconds_now() < end);
-        self.asleep.store(1, std::memory_order_seq_cst);
-        if (!is_order(self.control.load(std::memory_order_seq_cst))) wait_through_signals(&self.start_sem);
+        self.asleep.store(1, std::memory_order_relaxed);
+        std::atomic_thread_fence(std::memory_order_seq_cst);
+        if (!is_order(self.control.load(std::memory_order_relaxed))) wait_through_signals(&self.start_sem);
         self.asleep.store(0, std::memory_order_relaxed);
     }
 }
