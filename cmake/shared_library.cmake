@@ -10,7 +10,9 @@ target_include_directories(qfftf PUBLIC $<BUILD_INTERFACE:${PROJECT_SOURCE_DIR}/
 add_library(qfftf::qfftf ALIAS qfftf)  # the name that find_package gives
 target_link_libraries(qfftf PRIVATE m gomp)  # libgomp serves threads/openmp.cpp alone
 # Calls between exported functions stay inside: no other library can step in between.
-target_link_options(qfftf PRIVATE LINKER:--version-script=${export_map} LINKER:-Bsymbolic-functions LINKER:--gc-sections)
+# LINKER: would cut a path at its commas.
+target_link_options(qfftf PRIVATE "SHELL:-Xlinker \"--version-script=${export_map}\"" LINKER:-Bsymbolic-functions
+                                  LINKER:--gc-sections)
 # Idle threads run the library's code: unloaded under their feet it would take the program down. They could be ended at
 # dlclose, but the last that a thread does when it ends is to return through that code.
 target_link_options(qfftf PRIVATE LINKER:-z,nodelete)

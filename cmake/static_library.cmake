@@ -6,8 +6,10 @@ if(QFFTF_SANITIZE OR QFFTF_SANITIZE_THREADS)
 endif()
 set(static_dir ${PROJECT_BINARY_DIR}/static)
 set(whole ${static_dir}/qfftf.o)
+# Folders may have blanks and commas in their names.
+string(REPLACE "," "$<COMMA>" level_objects "${qfftf_level_objects}")
 file(GENERATE OUTPUT ${static_dir}/objects.txt CONTENT
-     "$<JOIN:$<TARGET_OBJECTS:qfftf_objects>;${qfftf_level_objects},\n>\n")
+     "\"$<JOIN:$<TARGET_OBJECTS:qfftf_objects>;${level_objects},\"\n\">\"\n")
 
 file(STRINGS ${export_map} documented_names REGEX "^ +[A-Za-z_0-9]+;")
 string(REGEX MATCHALL "[A-Za-z_0-9]+" documented_names "${documented_names}")
