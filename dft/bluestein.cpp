@@ -7,6 +7,7 @@
 #include "dft/convolution.h"
 #include "dft/pointwise.h"
 #include "dft/roots.h"
+#include "dft/table_transform.h"
 #include "planner/solvers.h"
 
 #include <cstring>
@@ -24,13 +25,16 @@ bluestein_tables tables_in(void* aux, uint64_t p, uint64_t M) {
     return {chirp, chirp + 2 * p, chirp + 2 * (p + M)};
 }
 
-void fill(fft_plan* plan, uint64_t stage_count, const uint64_t* radices, uint64_t M) {
+bool fill_tables(fft_plan* plan, uint64_t stage_count, uint64_t p, uint64_t M) {
     stage_count_of(plan->aux) = stage_count;
-    const uint64_t p = radices[0];
     const bluestein_tables t = tables_in(plan->aux, p, M);
-    fill_convolution_stages(plan, stages_sve, {counted_stages(plan->aux), t.twiddles}, stage_count, radices);
     bluestein_tables_fill(t.chirp, t.kernel, M, p, plan->sign);
-    run_in_place(plan->subplans[0], t.kernel);
+    return transform_table(plan->subplans[0], t.kernel);
+}
+
+void fill(fft_plan* plan, uint64_t stage_count, const uint64_t* radices, uint64_t M) {
+    const stage_list list = {counted_stages(plan->aux), tables_in(plan->aux, radices[0], M).twiddles};
+    fill_convolution_stages(plan, stages_sve, list, stage_count, radices);
 }
 
 // One column. A forward transform between two exchanges of real and imaginary parts is a backward transform.
@@ -75,7 +79,8 @@ int solve_problem_c2c_1d_bluestein_sve(fft_plan* plan) {
     radix_order order;
     if (!accepts_large_prime_factor(*plan) || !find_radix_order(plan, order)) return refused;
     const uint64_t p = order.radices[0], M = bluestein_padded_size(p);
-    if (!attach_convolution(plan, M, order.stage_count, p + 1 + M)) return refused;
+    if (!attach_convolution(plan, M, order.stage_count, p + 1 + M) || !fill_tables(plan, order.stage_count, p, M))
+        return refused;
     if (has_unit_strides(*plan))
         install(plan, execute_convolution<bluestein_stage, true>, "execute_1d_bluestein_sve");
     else

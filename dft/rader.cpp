@@ -8,6 +8,7 @@
 #include "dft/modular.h"
 #include "dft/pointwise.h"
 #include "dft/roots.h"
+#include "dft/table_transform.h"
 #include "planner/solvers.h"
 
 namespace {
@@ -36,12 +37,16 @@ bool is_faster_by_bluestein(const fft_plan& p) {
     return !is_measured(p) && (p.dims[0].n % 47 == 0 || p.dims[0].n % 59 == 0);
 }
 
-void fill(fft_plan* plan, const stage_isa& isa, uint64_t stage_count, const uint64_t* radices, uint64_t q) {
+bool fill_tables(fft_plan* plan, uint64_t stage_count, uint64_t q) {
     stage_count_of(plan->aux) = stage_count;
     const rader_tables t = tables_in(plan->aux, q);
-    fill_convolution_stages(plan, isa, {counted_stages(plan->aux), t.twiddles}, stage_count, radices);
     rader_tables_fill(t.kernel, q + 1, plan->sign, t.perm_in, t.perm_out);
-    run_in_place(plan->subplans[0], t.kernel);
+    return transform_table(plan->subplans[0], t.kernel);
+}
+
+void fill(fft_plan* plan, const stage_isa& isa, uint64_t stage_count, const uint64_t* radices, uint64_t q) {
+    const stage_list list = {counted_stages(plan->aux), tables_in(plan->aux, q).twiddles};
+    fill_convolution_stages(plan, isa, list, stage_count, radices);
 }
 
 void fill_sve(fft_plan* plan, uint64_t stage_count, const uint64_t* radices, uint64_t q) {
@@ -93,7 +98,8 @@ int solve(fft_plan* plan, apply_radices fill_stages, const char* contiguous, con
     if (!accepts_large_prime_factor(*plan) || !find_radix_order(plan, order) || !accepts_radix(order.radices[0]))
         return refused;
     const uint64_t p = order.radices[0], q = p - 1;
-    if (!attach_convolution(plan, q, order.stage_count, p + 2 * q)) return refused;
+    if (!attach_convolution(plan, q, order.stage_count, p + 2 * q) || !fill_tables(plan, order.stage_count, q))
+        return refused;
     if (has_unit_strides(*plan))
         install(plan, execute_convolution<rader_stage, true>, contiguous);
     else
