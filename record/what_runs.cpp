@@ -27,6 +27,8 @@ const char* words_of(what_runs runs) {
             return "blocks are copied, their last stage writes to the output";
         case runs_blocks_by_kernel:
             return "blocks are copied, one kernel for each four writes to the output";
+        case runs_overlapping_groups:
+            return "in two groups of four that overlap";
         case runs_half_length:
             return "by a complex transform of half the length";
         case runs_row_kernel:

@@ -23,6 +23,7 @@ enum what_runs : uint32_t {
     runs_groups_by_straight,    // the same with a kernel in place of the stages
     runs_blocks_by_stages,      // blocks gathered, four columns in the lanes of stages
     runs_blocks_by_kernel,      // the same by one kernel
+    runs_overlapping_groups,    // two groups of four of six or seven transforms
     runs_half_length,           // a complex transform of half the length, between two passes
     runs_row_kernel,            // one call of the kernel of a contiguous real row
 };
