@@ -18,6 +18,10 @@ constexpr uint64_t largest_radix = 37;
 // Complex numbers, one or two side by side.
 typedef double number __attribute__((vector_size(16)));
 typedef double numbers __attribute__((vector_size(32), aligned(16), may_alias));
+template <class V>
+constexpr uint64_t count_in = 1;
+template <>
+constexpr uint64_t count_in<numbers> = 2;
 
 typedef float rounded __attribute__((vector_size(8)));
 OPS_INLINE rounded load(const float* from) {
@@ -32,7 +36,7 @@ OPS_INLINE numbers exchanged(numbers a) { return __builtin_shufflevector(a, a, 1
 
 template <class V>
 OPS_INLINE V minus_real() {
-    if constexpr (sizeof(V) == sizeof(number))
+    if constexpr (count_in<V> == 1)
         return V{-1, 1};
     else
         return V{-1, 1, -1, 1};
@@ -119,7 +123,7 @@ struct radix_odd {
 // takes `lanes` columns.
 template <class butterfly, class V>
 void run_columns(const number* in, number* out, const number* roots, uint64_t any_radix, uint64_t done, uint64_t rest) {
-    constexpr uint64_t most = butterfly::radix ? butterfly::radix : largest_radix, lanes = sizeof(V) / sizeof(number);
+    constexpr uint64_t most = butterfly::radix ? butterfly::radix : largest_radix, lanes = count_in<V>;
     const uint64_t r = butterfly::radix ? butterfly::radix : any_radix;
     number of_radix[most];
     V x[most];
