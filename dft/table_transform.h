@@ -3,8 +3,8 @@
 #pragma once
 #include "record/fft_plan.h"
 
-// Transforms `table` forward in place: what `convolver`, a planned complex transform of that length, would make of it.
-// The error of a table is in every result, so that tables of up to 4096 points are transformed in double precision and
-// rounded once; the transforms of primes become a quarter more exact. Longer ones run through `convolver`: planning
-// would take several times as long. False when memory is short.
+// Transforms `table` forward in place: what `convolver`, a planned complex transform of that length, would make of it,
+// but more exactly. A table's error is in every result: with tables that are transformed in double precision and
+// rounded once, the transforms of large primes are a quarter more exact. Tables of more than 2^18 points run through
+// `convolver`, as they would take too much memory and time. False when memory is short.
 bool transform_table(fft_plan* convolver, float* table);
