@@ -125,6 +125,7 @@ void measure(const options& o, const problem& p, const std::vector<contender>& a
         return;
     }
     std::vector<std::function<void()>> executions;
+    executions.reserve(all.size());
     for (const contender& c : all) executions.push_back([c] { c.lib->execute(c.plan); });
     print_clock(o, p, all, time_by_turns(executions, o.runs));
 }
@@ -170,6 +171,7 @@ int main(int argc, char** argv) try {
     }
     const options o = parse_options(argc, argv);
     std::vector<std::unique_ptr<library<float>>> libraries;
+    libraries.reserve(o.libraries.size());
     for (const std::string& file : o.libraries) libraries.push_back(open_library<float>(file));
     puts(o.mark || !o.plans.empty()
              ? "region,problem,library,executions,nominal_flops,bytes"

@@ -72,19 +72,19 @@ void hartley_sum(long n, const double* in, double* out) {
 // The cosine and sine kinds: twice the sum of x[j] f(pi (2j + p)(2k + q) / 4N), where elements on a point of symmetry
 // count once.
 struct trigonometric_kind {
+    int p, q, extra;  // N is n + extra
     bool sine;
-    int p, q, extra;             // N is n + extra
     bool first_once, last_once;  // whether such a point is the first, the last element
 };
 constexpr trigonometric_kind trigonometric_kinds[] = {
-    {false, 0, 0, -1, true, true},   // redft00
-    {false, 0, 1, 0, true, false},   // redft01
-    {false, 1, 0, 0, false, false},  // redft10
-    {false, 1, 1, 0, false, false},  // redft11
-    {true, 2, 2, 1, false, false},   // rodft00
-    {true, 2, 1, 0, false, true},    // rodft01
-    {true, 1, 2, 0, false, false},   // rodft10
-    {true, 1, 1, 0, false, false},   // rodft11
+    {0, 0, -1, false, true, true},   // redft00
+    {0, 1, 0, false, true, false},   // redft01
+    {1, 0, 0, false, false, false},  // redft10
+    {1, 1, 0, false, false, false},  // redft11
+    {2, 2, 1, true, false, false},   // rodft00
+    {2, 1, 0, true, false, true},    // rodft01
+    {1, 2, 0, true, false, false},   // rodft10
+    {1, 1, 0, true, false, false},   // rodft11
 };
 
 void trigonometric_sum(long n, const trigonometric_kind& kind, const double* in, double* out) {

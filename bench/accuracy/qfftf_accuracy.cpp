@@ -50,7 +50,10 @@ void add_problems(const std::string& text, std::vector<problem>& problems) {
     for (std::string range; std::getline(ranges, range, ',');) {
         const size_t dash = range.find('-');
         const int first = std::stoi(range), last = dash == range.npos ? first : std::stoi(range.substr(dash + 1));
-        for (int n = first; n <= last; ++n) problems.push_back(parse_problem(kind + std::to_string(n) + rest));
+        for (int n = first; n <= last; ++n) {
+            std::string words = kind;
+            problems.push_back(parse_problem(words.append(std::to_string(n)).append(rest)));
+        }
     }
 }
 
@@ -138,6 +141,7 @@ int main(int argc, char** argv) try {
     const options o = parse_options(argc, argv);
     const auto reference = open_library<double>(o.reference);
     std::vector<std::unique_ptr<library<float>>> libraries;
+    libraries.reserve(o.libraries.size());
     for (const std::string& file : o.libraries) libraries.push_back(open_library<float>(file));
     puts("problem,input,library,n,l2_error,max_error,l2_units,max_units");
     for (const problem& p : o.problems)
