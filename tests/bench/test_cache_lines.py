@@ -65,12 +65,12 @@ class Tables(unittest.TestCase):
         self.assertIn("| c2c 1000 | **900** | 700 | 100 | 100 | 50 % | 0 % | 20000 | 40000 | 0.50 |",
                       caches("--table", self.file("t.csv", TABLE)).stdout)
 
-    def test_a_page_keeps_what_stands_around_its_marks(self):
-        front, end = "<!-- bench/run --caches --docs writes from here -->", "<!-- to here -->"
+    def test_a_page_keeps_what_stands_around_the_place(self):
+        front, end = "<!-- caches -->", "<!-- end of caches -->"
         page = self.file("page.md", f"one\n{front}\nold\n{end}\ntwo\n")
         caches("--table", self.file("t.csv", TABLE), "--page", page)
         text = pathlib.Path(page).read_text()
-        self.assertTrue(text.startswith(f"one\n{front}\n| problem") and text.endswith(f"|\n{end}\ntwo\n"), text)
+        self.assertTrue(text.startswith(f"one\n{front}\n\n| problem") and text.endswith(f"|\n\n{end}\ntwo\n"), text)
         self.assertNotIn("old", text)
         bare = self.file("bare.md", "one\n")
         self.assertNotEqual(caches("--table", self.file("t.csv", TABLE), "--page", bare, check=False).returncode, 0)
