@@ -15,6 +15,7 @@
 //   count NUMBER TIMES
 //   trace NUMBER ...                with trace=N: the pieces in the order in which they ran, if there are at most N
 #include <inttypes.h>
+#include <pthread.h>
 #include <stdbool.h>
 #include <stdio.h>
 #include <stdlib.h>
@@ -65,24 +66,26 @@ static struct piece* table[buckets];
 static uint32_t pieces;
 static uint64_t executed;
 static bool inside, copies_data;
-static unsigned counted_cpu;  // the emulator's number of the thread
-static FILE* out;
+static unsigned counted_cpu;                                 // the emulator's number of the thread
+static FILE* out;                                            // null when all is written: other threads may still run
+static pthread_mutex_t records = PTHREAD_MUTEX_INITIALIZER;  // the table and the file, between threads
 static uint32_t* trace;
 static uint64_t trace_length, trace_limit;
 static uint64_t guest_base;
 
 static void on_begin(unsigned cpu, void* data) {
     (void)data;
+    pthread_mutex_lock(&records);
     counted_cpu = cpu;
     for (size_t i = 0; i < buckets; ++i)
         for (struct piece* p = table[i]; p; p = p->next) p->count = 0;
     trace_length = 0;
     inside = true;
+    pthread_mutex_unlock(&records);
 }
 
-static void on_end(unsigned cpu, void* data) {
-    (void)cpu, (void)data;
-    if (!inside) return;
+static void write_region(void) {
+    if (!inside || !out) return;
     inside = false;
     fprintf(out, "region\n");
     for (size_t i = 0; i < buckets; ++i)
@@ -92,6 +95,13 @@ static void on_end(unsigned cpu, void* data) {
     fprintf(out, "trace");
     for (uint64_t i = 0; i < trace_length; ++i) fprintf(out, " %" PRIu32, trace[i]);
     fprintf(out, "\n");
+}
+
+static void on_end(unsigned cpu, void* data) {
+    (void)cpu, (void)data;
+    pthread_mutex_lock(&records);
+    write_region();
+    pthread_mutex_unlock(&records);
 }
 
 static void on_clock(unsigned cpu, void* data) {
@@ -117,6 +127,7 @@ static struct piece* find_piece(uint64_t address, const uint32_t* words, uint32_
     *p = (struct piece){address, 0, pieces++, length, malloc(length * 4), *bucket};
     memcpy(p->words, words, length * 4);
     *bucket = p;
+    if (!out) return p;
     fprintf(out, "block %" PRIu32 " %" PRIx64, p->number, address);
     for (uint32_t i = 0; i < length; ++i) fprintf(out, " %08" PRIx32, words[i]);
     fprintf(out, "\n");
@@ -124,9 +135,11 @@ static struct piece* find_piece(uint64_t address, const uint32_t* words, uint32_
 }
 
 static void count_piece(struct qemu_plugin_insn* first, const uint32_t* words, uint32_t length) {
-    if (length)
-        qemu_plugin_register_vcpu_insn_exec_cb(first, on_piece, 0,
-                                               find_piece(qemu_plugin_insn_vaddr(first), words, length));
+    if (!length) return;
+    pthread_mutex_lock(&records);
+    struct piece* const p = find_piece(qemu_plugin_insn_vaddr(first), words, length);
+    pthread_mutex_unlock(&records);
+    qemu_plugin_register_vcpu_insn_exec_cb(first, on_piece, 0, p);
 }
 
 // Cuts a translated block at the markers, which belong to no piece.
@@ -171,9 +184,12 @@ static void write_maps(void) {
 
 static void at_exit(qemu_plugin_id_t id, void* data) {
     (void)id, (void)data;
-    on_end(0, NULL);
+    pthread_mutex_lock(&records);
+    write_region();
     write_maps();
     fclose(out);
+    out = NULL;
+    pthread_mutex_unlock(&records);
 }
 
 EXPORTED int qemu_plugin_install(qemu_plugin_id_t id, const qemu_info_t* info, int argc, char** argv) {
