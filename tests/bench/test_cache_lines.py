@@ -5,8 +5,10 @@ import pathlib
 import shutil
 import subprocess
 import sys
-import tempfile
 import unittest
+
+sys.dont_write_bytecode = True
+from scratch_files import ScratchFiles  # noqa: E402
 
 CACHES, WALKER = sys.argv[1:3]
 
@@ -51,16 +53,7 @@ TABLE = "# a comment\nproblem,library,l1,l1_seen,l2,l2_seen,in_core,with_fills\n
         "c2c 1000,a,900,450,100,0,2000,20000\nc2c 1000,b,700,0,100,0,3000,40000\n"
 
 
-class Tables(unittest.TestCase):
-    def setUp(self):
-        self.folder = tempfile.TemporaryDirectory()
-        self.addCleanup(self.folder.cleanup)
-
-    def file(self, name: str, text: str) -> str:
-        path = pathlib.Path(self.folder.name) / name
-        path.write_text(text)
-        return str(path)
-
+class Tables(ScratchFiles):
     def test_what_misses_an_aim_is_bold(self):
         self.assertIn("| c2c 1000 | **900** | 700 | 100 | 100 | 50 % | 0 % | 20000 | 40000 | 0.50 |",
                       caches("--table", self.file("t.csv", TABLE)).stdout)

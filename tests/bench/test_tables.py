@@ -3,8 +3,10 @@
 import pathlib
 import subprocess
 import sys
-import tempfile
 import unittest
+
+sys.dont_write_bytecode = True
+from scratch_files import ScratchFiles  # noqa: E402
 
 BENCH = pathlib.Path(sys.argv[1])
 COSTS = """# list: few, 2026-01-01
@@ -20,16 +22,7 @@ transpose 4x4,memcpy,8,8,62.5
 """
 
 
-class Tables(unittest.TestCase):
-    def setUp(self):
-        self.folder = tempfile.TemporaryDirectory()
-        self.addCleanup(self.folder.cleanup)
-
-    def file(self, name: str, text: str) -> str:
-        path = pathlib.Path(self.folder.name) / name
-        path.write_text(text)
-        return str(path)
-
+class Tables(ScratchFiles):
     def table(self, *words: str, check: bool = True) -> subprocess.CompletedProcess:
         return subprocess.run([BENCH / "model" / "table", *words], capture_output=True, text=True, check=check)
 
