@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: Apache-2.0
 // What a process under a limit of the system sees. Ends with 0 where the promises hold.
 //   limited_program size       prints how many KB of address space it takes to begin with
-//   limited_program space KB   plans and executes under a limit of its address space, which its starter has set; of it
-//                              so much is never taken, for an emulator that must live, too
+//   limited_program space      plans and executes under a limit of its address space, which its starter has set
 //   limited_program threads    the same where no thread may be made; 77 where it can't become a user whom that binds
 #include "include/qfftf.h"
 
 #include <fcntl.h>
 #include <grp.h>
+#include <malloc.h>
 #include <pthread.h>
 #include <sys/mman.h>
 #include <sys/resource.h>
@@ -71,24 +71,30 @@ size_t threads_now() {
     return folder.st_nlink;
 }
 
-// Address space that is held so that a chosen amount is left. It is never all taken, not even for a moment, beyond the
-// reserve.
+// Address space that is held so that nothing but a chosen amount in one piece is left.
 class ballast {
 public:
-    void set(size_t limit, size_t reserve) { most_ = limit - reserve; }
     void leave(size_t bytes) {
-        if (held_) munmap(held_, size_);
-        held_ = nullptr;
-        const size_t used = address_space_in_use() + bytes;
-        size_ = used < most_ ? (most_ - used) / piece * piece : 0;
-        void* space = size_ ? mmap(nullptr, size_, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0) : MAP_FAILED;
-        if (space != MAP_FAILED) held_ = space;
+        while (count_ > 0) munmap(held_[--count_].begin, held_[count_].size);
+        const piece gap = {bytes ? reserved(bytes) : nullptr, bytes};
+        for (size_t size = largest; size >= smallest; size /= 2)
+            while (void* const begin = count_ < most ? reserved(size) : nullptr) held_[count_++] = {begin, size};
+        if (gap.begin) munmap(gap.begin, gap.size);
     }
 
 private:
-    static constexpr size_t piece = 64 << 10;
-    size_t most_ = 0, size_ = 0;
-    void* held_ = nullptr;
+    struct piece {
+        void* begin;
+        size_t size;
+    };
+    static void* reserved(size_t size) {
+        void* const begin = mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS | MAP_NORESERVE, -1, 0);
+        return begin == MAP_FAILED ? nullptr : begin;
+    }
+
+    static constexpr size_t largest = 64 << 20, smallest = 16 << 10, most = 1000;
+    piece held_[most];
+    size_t count_ = 0;
 };
 
 // A thread that never plans and that is there before memory is short.
@@ -204,10 +210,8 @@ int main(int argc, char** argv) {
     const char* what = argc > 1 ? argv[1] : "";
     if (strcmp(what, "size") == 0) return printf("%zu\n", address_space_in_use() >> 10) > 2 ? 0 : 1;
     if (strcmp(what, "space") == 0) {
+        mallopt(M_MMAP_THRESHOLD, 1 << 14);  // what is freed isn't kept for the next execution
         // Without workers first: stacks of threads that have ended are kept for the next.
-        rlimit limit = {};
-        getrlimit(RLIMIT_AS, &limit);
-        held.set(limit.rlim_cur, argc > 2 ? strtoull(argv[2], nullptr, 10) << 10 : 0);
         const int status = without_workers([] { held.leave(0); });
         held.leave(1 << 25);
         return status ? status : under_little_space();

@@ -19,8 +19,9 @@ static std::string contents(const std::string& path) {
 
 program_result start_program(const std::string& environment, const std::string& command) {
     const std::string base = testing::TempDir() + "started_" + std::to_string(getpid());
-    const std::string line =
-        "env " + environment + " " EMULATOR " " + command + " >" + base + ".out 2>" + base + ".err </dev/null";
+    // Before the watchdog of main.cpp bites, which would leave the program running.
+    const std::string line = "timeout -k 5 80 env " + environment + " " EMULATOR " " + command + " >" + base +
+                             ".out 2>" + base + ".err </dev/null";
     const int status = system(line.c_str());
     program_result result = {WIFEXITED(status) ? WEXITSTATUS(status) : -1, contents(base + ".out"),
                              contents(base + ".err")};
