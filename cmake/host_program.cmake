@@ -1,14 +1,18 @@
 # SPDX-License-Identifier: Apache-2.0
-# host_program(NAME SOURCES...) builds a program that runs during the build, with the build host's own compiler when
-# cross compiling. Sets NAME_command and NAME_depends for custom commands.
+# host_program(NAME MAIN SOURCES...) builds a program that runs during the build, with the build host's own compiler when
+# cross compiling. Sets NAME_command and NAME_depends for custom commands. Where this build's compiler makes it, all but
+# MAIN is the library NAME_parts, for tests.
 find_program(HOST_CXX NAMES clang++-19 c++ g++ clang++ REQUIRED DOC "C++20 compiler for programs run during the build")
 
 function(host_program name)
   if(NOT CMAKE_CROSSCOMPILING)
-    add_executable(${name} ${ARGN})
-    target_compile_features(${name} PRIVATE cxx_std_20)
-    target_compile_options(${name} PRIVATE -Wall -Wextra)
-    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR})
+    list(POP_FRONT ARGN main)
+    add_library(${name}_parts STATIC EXCLUDE_FROM_ALL ${ARGN})
+    target_compile_features(${name}_parts PUBLIC cxx_std_20)
+    target_compile_options(${name}_parts PUBLIC -Wall -Wextra)
+    target_include_directories(${name}_parts PUBLIC ${PROJECT_SOURCE_DIR})
+    add_executable(${name} ${main})
+    target_link_libraries(${name} PRIVATE ${name}_parts)
     set(${name}_command ${name} PARENT_SCOPE)
     set(${name}_depends ${name} PARENT_SCOPE)
     return()

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <map>
 #include <set>
+#include <tuple>
 
 namespace {
 
@@ -69,16 +70,21 @@ std::vector<int> slots_of(const body& b, op what) {
     return result;
 }
 
-std::vector<int> sizes_to_try(const form& f) {
-    std::vector<int> sizes(f.sizes.begin(), f.sizes.end());
+const std::vector<int>& sizes_to_try(const form& f) {
+    static std::map<const form*, std::vector<int>> known;
+    std::vector<int>& sizes = known[&f];
+    if (!sizes.empty()) return sizes;
+    sizes.assign(f.sizes.begin(), f.sizes.end());
     for (int size = 2; size <= 40; ++size)
         if (!has_size(f, size) && (f.sign != 0 || size == 22 || size == 25) && refusal(f, size).empty())
             sizes.push_back(size);
     return sizes;
 }
 
-bodies different_bodies(const form& f, int size, int sign) {
-    bodies result;
+const bodies& different_bodies(const form& f, int size, int sign) {
+    static std::map<std::tuple<const form*, int, int>, bodies> known;
+    bodies& result = known[{&f, size, sign}];
+    if (!result.empty()) return result;
     for (const auto& b : kernel_bodies(f, size, sign))
         if (std::none_of(result.begin(), result.end(), [&](const auto& known) { return same_graph(*known, *b); }))
             result.push_back(b);

@@ -18,10 +18,10 @@ bool has_rows_twiddles(const generator::body& b);
 std::vector<int> slots_of(const generator::body& b, generator::op what);
 
 // The sizes of a family, and others that it could have: of real data all up to 40 that have a method.
-std::vector<int> sizes_to_try(const generator::form& f);
+const std::vector<int>& sizes_to_try(const generator::form& f);
 
-// The bodies of a kernel that differ: those that a loop and its tail share count once.
-generator::bodies different_bodies(const generator::form& f, int size, int sign);
+// The bodies of a kernel that differ: those that a loop and its tail share count once. They are made once.
+const generator::bodies& different_bodies(const generator::form& f, int size, int sign);
 
 // Each returns complaints, none if all is well.
 using complaints = std::vector<std::string>;

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <map>
 #include <numbers>
 
 #include "families.h"
@@ -31,17 +32,27 @@ struct body_use {
     bool is_real() const { return of == rows::zero || of == rows::middle; }
 };
 
-body_use use_of(const body& b, int size) {
+// The bodies of a size with what they compute, made once.
+const std::vector<std::pair<body, body_use>>& known_bodies(int size) {
+    static std::map<int, std::vector<std::pair<body, body_use>>> known;
+    auto& result = known[size];
+    if (!result.empty()) return result;
     for (const vectors* in : {&neon_pair, &sve_quad}) {
-        if (same_graph(b, make_hermitian_body({.size = size, .in = in}))) return {rows::complex_row};
-        if (same_graph(b, make_hermitian_body({.size = size, .transposed = true, .in = in})))
-            return {rows::complex_rows_in_lanes, false, in->lanes};
+        result.emplace_back(make_hermitian_body({.size = size, .in = in}), body_use{rows::complex_row});
+        result.emplace_back(make_hermitian_body({.size = size, .transposed = true, .in = in}),
+                            body_use{rows::complex_rows_in_lanes, false, in->lanes});
         for (const bool one : {false, true})
             for (const auto& [row, of] :
                  {std::pair(edge_row::zero, rows::zero), std::pair(edge_row::middle, rows::middle)})
-                if (same_graph(b, make_edge_row_body({.size = size, .row = row, .one = one, .in = in})))
-                    return {of, one};
+                result.emplace_back(make_edge_row_body({.size = size, .row = row, .one = one, .in = in}),
+                                    body_use{of, one});
     }
+    return result;
+}
+
+body_use use_of(const body& b, int size) {
+    for (const auto& [known, use] : known_bodies(size))
+        if (same_graph(b, known)) return use;
     return {};
 }
 

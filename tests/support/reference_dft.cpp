@@ -62,7 +62,12 @@ private:
     // One butterfly of p values at distance m, after the twiddles w^(j k).
     void combine(complex* out, size_t m, size_t p, size_t k_step) const {
         if (p > largest_prime_by_sum) return combine_large(out, m, p, k_step);
-        complex t[largest_prime_by_sum];
+        p < 8 ? combine_by_sum<8>(out, m, p, k_step) : combine_by_sum<largest_prime_by_sum>(out, m, p, k_step);
+    }
+
+    template <size_t room>  // little where that will do: all of it is zeroed
+    void combine_by_sum(complex* out, size_t m, size_t p, size_t k_step) const {
+        complex t[room];
         t[0] = out[0];
         for (size_t j = 1; j < p; ++j) t[j] = times(out[j * m], w_[j * k_step]);
         if (p == 4) return combine_four(out, m, t);

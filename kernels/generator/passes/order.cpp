@@ -19,8 +19,14 @@ public:
           finishes_(nodes_.size()),
           store_of_(nodes_.size(), none),
           wanted_(nodes_.size()),
+          users_(nodes_.size()),
           wishes_(wishes) {
         mark_live();
+        for (int n = 0; n < int(nodes_.size()); ++n) {
+            const node& v = nodes_[n];
+            if (v.a != none) users_[v.a].push_back(n);
+            if (v.b != none && v.b != v.a) users_[v.b].push_back(n);
+        }
     }
 
     std::vector<int> run() {
@@ -100,11 +106,10 @@ private:
     // What a value only passes on its way to memory follows it as soon as all of it is there.
     void visit_finishers(int n) {
         bool any = false;
-        for (int user = n + 1; user < int(nodes_.size()); ++user) {
-            const node& u = nodes_[user];
-            if (!wanted_[user] || !finishes_[user] || (u.a != n && u.b != n)) continue;
+        for (const int user : users_[n]) {
+            if (!wanted_[user] || !finishes_[user]) continue;
             any = true;
-            if (is_ready(u.a) && is_ready(u.b)) visit(user);
+            if (is_ready(nodes_[user].a) && is_ready(nodes_[user].b)) visit(user);
         }
         if (any) visit_users(n);
     }
@@ -124,7 +129,7 @@ private:
     // Of two vectors that are zipped one waits, not both.
     void visit_other_half(int n) {
         const op other = nodes_[n].what == op::zip_lo ? op::zip_hi : op::zip_lo;
-        for (int user = nodes_[n].a + 1; user < int(nodes_.size()); ++user) {
+        for (const int user : users_[nodes_[n].a]) {
             const node& u = nodes_[user];
             if (live_[user] && u.what == other && u.a == nodes_[n].a && u.b == nodes_[n].b) visit(user);
         }
@@ -137,7 +142,7 @@ private:
 
     // What is made from a value that went to memory overwrites it.
     void visit_users(int n) {
-        for (int user = n + 1; user < int(nodes_.size()); ++user)
+        for (const int user : users_[n])
             if (wanted_[user] && nodes_[user].a == n && nodes_[user].what != op::store && !finishes_[user]) visit(user);
     }
 
@@ -146,6 +151,7 @@ private:
     std::vector<bool> finishes_;  // what is printed as soon as it can be, if nothing but stores is made of it
     std::vector<int> store_of_;
     std::vector<bool> wanted_;
+    std::vector<std::vector<int>> users_;  // of each node, in the order in which they were recorded
     order_wishes wishes_;
     int loads_left_ = 0;
     std::vector<int> order_, held_back_;
