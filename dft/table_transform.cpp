@@ -3,9 +3,9 @@
 #include "dft/table_transform.h"
 
 #include "kernels/ops/inline.h"
+#include "record/memory.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <cstring>
 #include <utility>
 
@@ -17,11 +17,9 @@ constexpr uint64_t largest_radix = 37;
 
 // Complex numbers, one or two side by side.
 typedef double number __attribute__((vector_size(16)));
-typedef double numbers __attribute__((vector_size(32), aligned(16), may_alias));
+typedef double numbers __attribute__((vector_size(32)));
 template <class V>
-constexpr uint64_t count_in = 1;
-template <>
-constexpr uint64_t count_in<numbers> = 2;
+constexpr uint64_t count_in = sizeof(V) / (2 * sizeof(double));
 
 typedef float rounded __attribute__((vector_size(8)));
 OPS_INLINE rounded load(const float* from) {
@@ -50,7 +48,8 @@ OPS_INLINE V times_i(V a) {
 template <class V>
 struct factor {
     V re, im;
-    explicit factor(number w = {}) : re(V{} + w[0]), im(minus_real<V>() * w[1]) {}
+    factor() = default;
+    explicit factor(number w) : re(V{} + w[0]), im(minus_real<V>() * w[1]) {}
 };
 template <class V>
 OPS_INLINE V operator*(V a, const factor<V>& w) {
@@ -190,13 +189,13 @@ bool transform_table(fft_plan* convolver, float* table) {
         convolver->execute(convolver, table, table);
         return true;
     }
-    number* const roots = static_cast<number*>(malloc(3 * n * sizeof(number)));
+    number* const roots = static_cast<number*>(qsl_fftf_malloc(3 * n * sizeof(number)));
     if (!roots) return false;
     fill_roots(roots, n);
     number *const data = roots + n, *const other = data + n;
     for (uint64_t k = 0; k < n; ++k) data[k] = __builtin_convertvector(load(table + 2 * k), number);
     const number* const result = transform(data, other, roots, n);
     for (uint64_t k = 0; k < n; ++k) store(table + 2 * k, __builtin_convertvector(result[k], rounded));
-    free(roots);
+    qsl_fftf_free(roots);
     return true;
 }
