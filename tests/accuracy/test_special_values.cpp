@@ -120,7 +120,9 @@ TEST(SpecialValues, OneNaNOrInfinityReachesEveryCoefficientThatDependsOnIt) {
                 with[i] = special;
                 const std::vector<float> y = by_library(t, n, with);
                 for (size_t k = 0; k < depends.size(); ++k)
-                    if (depends[k]) ASSERT_FALSE(is_number(t, y, k)) << special << " at " << i << ", coefficient " << k;
+                    if (depends[k]) {
+                        ASSERT_FALSE(is_number(t, y, k)) << special << " at " << i << ", coefficient " << k;
+                    }
             }
         }
     });

@@ -75,7 +75,7 @@ size_t threads_now() {
 class ballast {
 public:
     void leave(size_t bytes) {
-        while (count_ > 0) munmap(held_[--count_].begin, held_[count_].size);
+        for (; count_ > 0; --count_) munmap(held_[count_ - 1].begin, held_[count_ - 1].size);
         const piece gap = {bytes ? reserved(bytes) : nullptr, bytes};
         for (size_t size = largest; size >= smallest; size /= 2)
             while (void* const begin = count_ < most ? reserved(size) : nullptr) held_[count_++] = {begin, size};

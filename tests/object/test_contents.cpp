@@ -66,9 +66,16 @@ TEST(TheSharedObject, HoldsKernelsOncePerLevelThatNeedsCodeOfItsOwn) {
 TEST(TheLibraryOfOneLevel, StaysBelowItsBound) {
     const struct {
         const char* path;
-        uintmax_t bound;
-    } levels[] = {{LIBRARY_OF_sve, 2'800'000}, {LIBRARY_OF_fcma, 2'100'000}, {LIBRARY_OF_neon, 2'250'000}};
-    for (const auto& [path, bound] : levels) {
+        uintmax_t by_clang, by_gcc;
+    } levels[] = {{LIBRARY_OF_sve, 2'800'000, 3'050'000},
+                  {LIBRARY_OF_fcma, 2'100'000, 2'550'000},
+                  {LIBRARY_OF_neon, 2'250'000, 2'770'000}};
+    for (const auto& [path, by_clang, by_gcc] : levels) {
+#ifdef __clang__
+        const uintmax_t bound = by_clang;
+#else
+        const uintmax_t bound = by_gcc;
+#endif
         const uintmax_t bytes = std::filesystem::file_size(path);
         printf("%ju bytes: %s\n", bytes, path);
         EXPECT_LE(bytes, bound) << path;

@@ -194,7 +194,9 @@ TEST(SorensenChain, RunsHalfALengthWhereTheChainLeavesLanesEmpty) {
                                          {4096, false}}) {
             const plan_handle plan = planned(record_of(n), row.solve);
             ASSERT_EQ(plan->subplan_count, by_half) << n;
-            if (by_half) EXPECT_STREQ(plan->subplans[0]->execute_name, "execute_1d_c2r") << n;
+            if (by_half) {
+                EXPECT_STREQ(plan->subplans[0]->execute_name, "execute_1d_c2r") << n;
+            }
             for (const bool in_place : {false, true})
                 EXPECT_LT(error_of(plan.get(), n, in_place), 1.4 * error_unit(n < 8 ? 8 : n)) << n << " " << in_place;
         }

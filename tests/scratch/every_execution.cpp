@@ -82,7 +82,7 @@ bool plan_by_row(fft_plan* record, int row) {
 
 planned_execution::planned_execution(const problem_case& problem, int row)
     : problem_(problem), row_(row), before_(arrays_of(problem)), planned_on_(before_) {
-    fft_plan* record = record_of(problem, planned_on_, row < 0 ? 0 : plan_flag_measured);
+    fft_plan* record = record_of(problem, planned_on_, row < 0 ? 0u : plan_flag_measured);
     const bool made = row < 0 ? plan_by_rules(&record) : plan_by_row(record, row);
     plan_.reset(record);
     if (!made) plan_.reset();

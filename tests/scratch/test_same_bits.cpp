@@ -164,8 +164,9 @@ TEST(SameBits, OfComplexRowsAreThoseOfASingleOneWhereTheLengthHasNoKernel) {
 // Not a test of bits, but of the same plans.
 TEST(PlanningByTheRules, LeavesTheArraysAlone) {
     for (const problem_case& problem : every_problem())
-        if (const planned_execution e(problem, -1); e)
+        if (const planned_execution e(problem, -1); e) {
             EXPECT_EQ(digest(e.planned_on()), digest(e.before())) << e.text();
+        }
 }
 
 int main(int argc, char** argv) {

@@ -74,11 +74,14 @@ void expect_complete_or_untouched(const planned_execution& e) {
     const arrays complete = result_with(e, any_number);
     EXPECT_FALSE(complete == e.before() && !is_identity_in_place(e.plan())) << "writes nothing\n" << e.text();
     const int needed = asked;
-    if (scratch_bytes(e.plan()) == 0 && !allocates_anyway(e.plan()))
+    if (scratch_bytes(e.plan()) == 0 && !allocates_anyway(e.plan())) {
         EXPECT_EQ(needed, 0) << "allocates, though it needs no scratch\n" << e.text();
+    }
     for (int allowed = 0; allowed < needed; ++allowed) {
         const arrays got = result_with(e, allowed);
-        if (!may_complete_without(e.plan())) EXPECT_GT(refused, 0) << e.text();
+        if (!may_complete_without(e.plan())) {
+            EXPECT_GT(refused, 0) << e.text();
+        }
         const bool right = got == e.before() || (may_complete_without(e.plan()) && got == complete);
         EXPECT_TRUE(right) << "half a result after " << allowed << " of " << needed << " allocations\n" << e.text();
     }
