@@ -189,6 +189,7 @@ bool transform_table(fft_plan* convolver, float* table) {
         convolver->execute(convolver, table, table);
         return true;
     }
+    // Aligned for two numbers side by side: they are taken so where all offsets are even.
     number* const roots = static_cast<number*>(qsl_fftf_malloc(3 * n * sizeof(number)));
     if (!roots) return false;
     fill_roots(roots, n);

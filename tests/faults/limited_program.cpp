@@ -55,7 +55,6 @@ qsl_fftf_plan make_plan(int n, int batch, unsigned flags) {
                                   QSL_FFTF_FORWARD, flags);
 }
 
-// Without the heap, which may be short.
 size_t address_space_in_use() {
     char text[64] = {};
     const int file = open("/proc/self/statm", O_RDONLY);
